@@ -1,0 +1,15 @@
+#include "ComponentGui.h"
+
+#include <QJsonDocument>
+
+namespace Plexa {
+
+QVariant ComponentGui::operator[](const QString& name) const {
+    const QVariant value = m_properties.value(name);
+    if (value.type() != QVariant::Map && value.type() != QVariant::List) {
+        return value;
+    }
+    return QString::fromUtf8(QJsonDocument::fromVariant(value).toJson(QJsonDocument::Compact));
+}
+
+}  // namespace Plexa

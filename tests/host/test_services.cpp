@@ -1,0 +1,278 @@
+#include "ElementFactory.h"
+#include "HostFixture.h"
+#include "MathUtils.h"
+#include "ObjectLoadSave.h"
+#include "XmlUtils.h"
+
+#include <QLocale>
+
+#include <cmath>
+#include <cstring>
+#include <limits>
+#include <random>
+
+TEST(MathService, ReadsEngineeringNotation) {
+    const struct {
+        const char* text;
+        double value;
+    } good[] = {
+        {"0", 0},         {"-0", -0.0},     {"42", 42},          {"+1.5", 1.5},  {"4.7k", 4700},
+        {"4.7K", 4700},   {"100n", 100e-9}, {"10u", 10e-6},      {"10µ", 10e-6}, {"10μ", 10e-6},
+        {"3m", 3e-3},     {"3M", 3e6},      {"1Meg", 1e6},       {"1meg", 1e6},  {"1MEG", 1e6},
+        {"2G", 2e9},      {"2T", 2e12},     {"5f", 5e-15},       {"5p", 5e-12},  {".5", 0.5},
+        {"5.", 5},        {"1e-14", 1e-14}, {"-1.25E+3", -1250}, {"1e3k", 1e6},  {" 7k ", 7000},
+        {"4.7n", 4.7e-9}, {"0.1m", 0.1e-3},
+    };
+    MathUtils service;
+    IMathUtils* math = &service;
+    for (const auto& row : good) {
+        bool ok = false;
+        EXPECT_EQ(math->toNumber(QString::fromUtf8(row.text), &ok), row.value) << row.text;
+        EXPECT_TRUE(ok) << row.text;
+    }
+    for (const char* bad :
+         {"",       " ",    "k",   "-",   ".",   "e3",    "nan",   "inf",   "infinity",
+          "-inf",   "1x",   "1kk", "1 k", "1,5", "1.2.3", "1e",    "1e400", "1e99999999999",
+          "9e307k", "0x10", "1k2", "{R}", "٣",   "--1",   "1_000", "1k\n2"}) {
+        bool ok = true;
+        EXPECT_EQ(math->toNumber(QString::fromUtf8(bad), &ok), 0) << bad;
+        EXPECT_FALSE(ok) << bad;
+    }
+    EXPECT_EQ(math->toNumber("1k", nullptr), 1000);
+    EXPECT_EQ(math->toNumber("x", nullptr), 0);
+}
+
+TEST(MathService, WritesTheShortestNotationThatReadsBack) {
+    const struct {
+        double value;
+        const char* text;
+    } table[] = {
+        {0, "0"},         {1, "1"},           {-1, "-1"},         {1000, "1k"}, {4700, "4.7k"},
+        {999, "999"},     {12345, "12.345k"}, {1e5, "100k"},      {1e6, "1M"},  {0.5, "500m"},
+        {4.7e-9, "4.7n"}, {1e-15, "1f"},      {1e-16, "100e-18"}, {1e12, "1T"}, {1e15, "1e15"},
+        {10e-6, "10u"},   {-2.5e-3, "-2.5m"}, {0.1, "100m"},
+    };
+    MathUtils math;
+    for (const auto& row : table) {
+        EXPECT_EQ(math.toEngineering(row.value), QString::fromUtf8(row.text));
+    }
+    EXPECT_EQ(math.toEngineering(std::nan("")), "");
+    EXPECT_EQ(math.toEngineering(std::numeric_limits<double>::infinity()), "");
+
+    const QLocale before;
+    QLocale::setDefault(QLocale(QLocale::German));
+    std::mt19937_64 random(20240607);
+    for (int i = 0; i < 20000; ++i) {
+        const quint64 bits = random();
+        double value = 0;
+        std::memcpy(&value, &bits, sizeof value);
+        if (!std::isfinite(value)) {
+            continue;
+        }
+        bool ok = false;
+        const double back = math.toNumber(math.toEngineering(value), &ok);
+        ASSERT_TRUE(ok && back == value) << qPrintable(math.toEngineering(value));
+    }
+    QLocale::setDefault(before);
+}
+
+TEST(XmlService, FindsDirectChildrenInDocumentOrder) {
+    QDomDocument document;
+    ASSERT_TRUE(document.setContent(QStringLiteral(
+        "<r><a n='1'/><b><a n='inner'/></b>text<a n='2'/><!-- a --><A n='3'/><a n='4'/></r>")));
+    XmlUtils service;
+    IXmlUtils* xml = &service;
+    QStringList found;
+    for (const QDomElement& element : xml->findElements(document.documentElement(), "a")) {
+        found << element.attribute("n");
+    }
+    EXPECT_EQ(found, QStringList({"1", "2", "4"}));
+    EXPECT_EQ(xml->findElement(document.documentElement(), "a").attribute("n"), "1");
+    EXPECT_TRUE(xml->findElement(document.documentElement(), "c").isNull());
+    EXPECT_TRUE(xml->findElements(QDomElement(), "a").isEmpty());
+}
+
+TEST(XmlService, BinaryData) {
+    XmlUtils xml;
+    QByteArray all;
+    for (int i = 0; i < 256; ++i) {
+        all.append(static_cast<char>(i));
+    }
+    for (const QByteArray& data : {QByteArray(), QByteArray("\0", 1), all}) {
+        QDomDocument document;
+        QDomElement element = document.createElement("Data");
+        document.appendChild(element);
+        XmlUtils::storeBinaryData(document, element, data);
+        QDomDocument read;
+        ASSERT_TRUE(read.setContent(document.toString(2)));
+        QByteArray back("old");
+        xml.loadBinaryData(read.documentElement(), back);
+        EXPECT_EQ(back, data);
+    }
+    QDomDocument document;
+    for (const auto& row : {std::make_pair("<d>aGVs\n  bG8=\n</d>", "hello"),
+                            std::make_pair("<d>aGV*bG8=</d>", ""), std::make_pair("<d/>", "")}) {
+        ASSERT_TRUE(document.setContent(QString(row.first)));
+        QByteArray back("old");
+        xml.loadBinaryData(document.documentElement(), back);
+        EXPECT_EQ(back, QByteArray(row.second)) << row.first;
+    }
+}
+
+namespace {
+
+/// An object with a property of each kind that matters to storing.
+class Sample : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(double Ratio MEMBER ratio)
+    Q_PROPERTY(bool Visible MEMBER visible)
+    Q_PROPERTY(int Count MEMBER count)
+    Q_PROPERTY(QPointF Place MEMBER place)
+    Q_PROPERTY(QString Note MEMBER note)
+    Q_PROPERTY(int Computed READ computed)
+    Q_PROPERTY(int Transient MEMBER transient STORED false)
+
+public:
+    int computed() const { return 5; }
+    double ratio = 0.1 + 0.2;
+    bool visible = true;
+    int count = 3;
+    QPointF place;
+    QString note;
+    int transient = 1;
+};
+
+class LoadSave : public CircuitTest {
+protected:
+    /// The record as a file would bring it back.
+    QDomElement record(QObject* object) {
+        QDomDocument written;
+        QDomElement root = written.createElement("Record");
+        written.appendChild(root);
+        service.save(object, written, root);
+        EXPECT_TRUE(document.setContent(written.toString(1)));
+        return document.documentElement();
+    }
+    QStringList lines(const QDomElement& root) {
+        QStringList result;
+        for (QDomElement e = root.firstChildElement(); !e.isNull(); e = e.nextSiblingElement()) {
+            result << e.tagName() + ' ' + e.attribute("Name") + '=' + e.attribute("Value");
+        }
+        return result;
+    }
+    QDomElement parse(const char* xml) {
+        EXPECT_TRUE(document.setContent(QString(xml)));
+        return document.documentElement();
+    }
+
+    ObjectLoadSave service;
+    QDomDocument document;
+};
+
+}  // namespace
+
+TEST_F(LoadSave, WritesTheStoredPropertiesAndTheParameters) {
+    CircuitElement* element = add(resistor);
+    CircuitElement* other = add(resistor);
+    CircuitNode* net = join(element, "n", other, "p");
+    element->setObjectName("hidden");
+    element->setProperty("_UniqueId_", 12);
+    element->setModelName("unstored");
+    EXPECT_EQ(
+        lines(record(element)),
+        QStringList({"Property Name=R1", "Property Caption=R1", "Property Rotation=0",
+                     "Property Flip=0", "Parameter R=1k", "Parameter mode=on", "Parameter note="}));
+    EXPECT_EQ(lines(record(net)), QStringList("Property WireClearance=20"));
+
+    Sample sample;
+    EXPECT_EQ(lines(record(&sample)),
+              QStringList({"Property Ratio=0.30000000000000004", "Property Visible=true",
+                           "Property Count=3", "Property Note="}));
+}
+
+TEST_F(LoadSave, ReadsBackWhatItWrote) {
+    CircuitElement* element = add(resistor);
+    element->setName("Load");
+    element->setCaption(QString::fromUtf8("a<b> & \"q\" 'Ω' \t\n 𝄞"));
+    element->setRotation(3);
+    element->setFlip(2);
+    element->setPropertyValue(0, "{Rload}");
+    element->setPropertyValue(1, "off");
+    const QDomElement stored = record(element);
+    circuit.removeElement(element);
+    // Before it is in a circuit, as undo does, and after, as loading a file does.
+    for (bool before : {true, false}) {
+        auto* copy = new CircuitElement(&resistor);
+        if (before) {
+            service.load(copy, document, stored);
+            circuit.addElement(copy);
+        } else {
+            circuit.addElement(copy);
+            service.load(copy, document, stored);
+        }
+        EXPECT_EQ(lines(record(copy)), lines(stored));
+        EXPECT_EQ(copy->caption(), element->caption());
+        EXPECT_EQ(copy->name(), "Load");
+        circuit.removeElement(copy);
+    }
+
+    Sample sample;
+    sample.ratio = 1e-300 / 3;
+    sample.visible = false;
+    sample.note = QString::fromUtf8("Ä");
+    const QDomElement object = record(&sample);
+    Sample back;
+    service.load(&back, document, object);
+    EXPECT_EQ(back.ratio, sample.ratio);
+    EXPECT_EQ(back.visible, false);
+    EXPECT_EQ(back.note, sample.note);
+}
+
+TEST_F(LoadSave, ACopyBesideTheOriginalKeepsItsOwnName) {
+    CircuitElement* original = add(resistor);
+    original->setCaption("Load");
+    CircuitElement* copy = add(resistor);
+    service.load(copy, document, record(original));
+    EXPECT_EQ(copy->name(), "R2");
+    EXPECT_EQ(copy->caption(), "Load");
+}
+
+TEST_F(LoadSave, CharactersThatXmlForbidsAreDropped) {
+    const QString text = QStringLiteral("a\u0001b\u001Fc\tz") + QChar(0xD800) + QChar(0xFFFE) +
+                         QChar(0xDC00) + QChar(0xFFFF) + QChar(0xFFFD) + QChar(0);
+    EXPECT_EQ(XmlUtils::withoutForbidden(text), QStringLiteral("abc\tz") + QChar(0xFFFD));
+    const QString pair = QString::fromUtf8("𝄞");
+    EXPECT_EQ(XmlUtils::withoutForbidden(pair), pair);
+    CircuitElement* element = add(resistor);
+    element->setCaption(QStringLiteral("x\u0002y"));
+    element->setPropertyValue(2, QStringLiteral("p\u0003q"));
+    CircuitElement* copy = add(resistor);
+    service.load(copy, document, record(element));
+    EXPECT_EQ(copy->caption() + copy->parameter("note"), "xypq");
+}
+
+TEST_F(LoadSave, WhatTheObjectCanNotTakeIsPassedOver) {
+    CircuitElement* element = add(resistor);
+    service.load(element, document, parse(R"(<Record>
+        <Property Name="Rotation" Value="quarter"/><Property Name="Flip" Value="7"/>
+        <Property Name="Colour" Value="red"/><Property Name="objectName" Value="x"/>
+        <Property Name="ModelName" Value="x"/><Property/><Property Name="Name"/>
+        <Parameter Name="R" Value="much"/><Parameter Name="n" Value="net"/><Parameter/>
+        <Deeper><Property Name="Caption" Value="inner"/></Deeper>
+        <Property Name="Caption" Value="kept"/></Record>)"));
+    EXPECT_EQ(
+        lines(record(element)),
+        QStringList({"Property Name=R1", "Property Caption=kept", "Property Rotation=0",
+                     "Property Flip=0", "Parameter R=1k", "Parameter mode=on", "Parameter note="}));
+    EXPECT_EQ(element->objectName() + element->modelName(), "R1");
+    service.load(nullptr, document, parse("<Record/>"));
+    service.save(nullptr, document, document.documentElement());
+    EXPECT_TRUE(lines(document.documentElement()).isEmpty());
+
+    // The name is read first wherever it stands: the caption would otherwise follow it.
+    service.load(element, document, parse(R"(<Record><Property Name="Caption" Value="R1"/>
+        <Property Name="Name" Value="R5"/></Record>)"));
+    EXPECT_EQ(element->name() + element->caption(), "R5R1");
+}
+
+#include "test_services.moc"

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QString>
+
+/// Tells that the running test causes a log line that contains the text. Lines of the log that no
+/// test has announced fail the test that causes them; an announcement holds until the test ends.
+void announceLog(const QString& text);
+
+/// How many lines with the text the running test has caused so far.
+int loggedCount(const QString& text);
+
+/// Installs the message handler and the listener that ties it to the tests.
+void installWarningGuard();

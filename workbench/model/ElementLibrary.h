@@ -1,0 +1,37 @@
+#pragma once
+
+#include "ElementDescription.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <map>
+#include <memory>
+
+/// The element types of an application, by complete name. Owns their descriptions, and so outlives
+/// every element of these types.
+class ElementLibrary {
+public:
+    ElementLibrary();
+    ~ElementLibrary();
+    ElementLibrary(const ElementLibrary&) = delete;
+    ElementLibrary& operator=(const ElementLibrary&) = delete;
+
+    /// Adds the types of a folder that holds one folder per library. A file that can't be used adds
+    /// to `problems()` and is passed over, and so is a type that is known already. True if nothing
+    /// was wrong.
+    bool load(const QString& folder);
+    /// One sentence each, with the file's name.
+    const QStringList& problems() const { return m_problems; }
+
+    /// Complete names, sorted.
+    QStringList types() const;
+    /// Null for an unknown type.
+    ElementDescription* description(const QString& type) const;
+
+private:
+    void loadFile(const QString& fileName);
+
+    std::map<QString, std::unique_ptr<ElementDescription>> m_descriptions;
+    QStringList m_problems;
+};

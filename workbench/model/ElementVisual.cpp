@@ -1,0 +1,30 @@
+#include "ElementVisual.h"
+
+#include <QSvgRenderer>
+
+ElementVisual::ElementVisual(QString picture, QPointF offset, QObject* parent)
+    : QObject(parent), m_picture(std::move(picture)), m_offset(offset) {}
+
+ElementVisual::~ElementVisual() = default;
+
+QPixmap ElementVisual::pixmap() {
+    if (m_pixmap.isNull() && !isVector()) {
+        m_pixmap.load(m_picture);
+    }
+    return m_pixmap;
+}
+
+QPointF ElementVisual::pictureOffset() {
+    return m_offset;
+}
+
+QSvgRenderer* ElementVisual::renderer() {
+    if (!m_renderer && isVector()) {
+        m_renderer = std::make_unique<QSvgRenderer>(m_picture);
+    }
+    return m_renderer.get();
+}
+
+bool ElementVisual::isVector() const {
+    return m_picture.endsWith(QLatin1String(".svg"), Qt::CaseInsensitive);
+}

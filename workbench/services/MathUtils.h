@@ -1,0 +1,23 @@
+#pragma once
+
+#include "IMathUtils.h"
+
+#include <QObject>
+
+/// Engineering notation as a service; see `EngineeringNumber` for what it is.
+class MathUtils : public QObject, public IMathUtils {
+    Q_OBJECT
+    Q_INTERFACES(IMathUtils)
+
+public:
+    explicit MathUtils(QObject* parent = nullptr);
+    ~MathUtils() override;
+
+    // IContainer
+    QObject* containerObject() override { return this; }
+
+    // IMathUtils
+    double toNumber(const QString& text, bool* ok) override;
+    /// Empty for a number that isn't finite.
+    QString toEngineering(double value) override;
+};

@@ -1,0 +1,97 @@
+#include "ObjectLoadSave.h"
+
+#include "IEditableProperties.h"
+#include "XmlUtils.h"
+
+#include <QMetaProperty>
+
+namespace {
+
+void append(QDomDocument document, QDomElement element, const QString& tag, const QString& name,
+            const QString& value) {
+    QDomElement child = document.createElement(tag);
+    child.setAttribute(QStringLiteral("Name"), name);
+    child.setAttribute(QStringLiteral("Value"), XmlUtils::withoutForbidden(value));
+    element.appendChild(child);
+}
+
+bool isPersistent(const QMetaProperty& property, const QObject* object) {
+    return property.isReadable() && property.isWritable() && property.isStored(object);
+}
+
+void loadProperty(QObject* object, const QString& name, const QString& text) {
+    const QMetaObject* meta = object->metaObject();
+    const int index = meta->indexOfProperty(name.toUtf8());
+    if (index < QObject::staticMetaObject.propertyCount()) {
+        return;
+    }
+    const QMetaProperty property = meta->property(index);
+    QVariant value(text);
+    if (isPersistent(property, object) && value.convert(property.userType())) {
+        property.write(object, value);
+    }
+}
+
+void loadParameter(IEditableProperties* properties, const QString& name, const QString& text) {
+    for (int i = 0; i < properties->propertyCount(); ++i) {
+        if (properties->propertyGroup(i) == QLatin1String("rparams") &&
+            properties->propertyName(i) == name) {
+            properties->setPropertyValue(i, text);
+            return;
+        }
+    }
+}
+
+}  // namespace
+
+ObjectLoadSave::ObjectLoadSave(QObject* parent) : QObject(parent) {}
+
+ObjectLoadSave::~ObjectLoadSave() = default;
+
+void ObjectLoadSave::save(QObject* object, QDomDocument document, QDomElement element) {
+    if (!object) {
+        return;
+    }
+    const QMetaObject* meta = object->metaObject();
+    for (int i = QObject::staticMetaObject.propertyCount(); i < meta->propertyCount(); ++i) {
+        const QMetaProperty property = meta->property(i);
+        const QVariant value = property.read(object);
+        if (isPersistent(property, object) && value.canConvert<QString>()) {
+            append(document, element, QStringLiteral("Property"),
+                   QString::fromUtf8(property.name()), value.toString());
+        }
+    }
+    if (auto* properties = qobject_cast<IEditableProperties*>(object)) {
+        for (int i = 0; i < properties->propertyCount(); ++i) {
+            if (properties->propertyGroup(i) == QLatin1String("rparams")) {
+                append(document, element, QStringLiteral("Parameter"), properties->propertyName(i),
+                       properties->propertyValue(i).toString());
+            }
+        }
+    }
+}
+
+void ObjectLoadSave::load(QObject* object, QDomDocument, QDomElement element) {
+    if (!object) {
+        return;
+    }
+    XmlUtils xml;
+    const QList<QDomElement> records = xml.findElements(element, QStringLiteral("Property"));
+    const auto read = [object, &records](bool names) {
+        for (const QDomElement& record : records) {
+            const QString name = record.attribute(QStringLiteral("Name"));
+            if ((name == QLatin1String("Name")) == names) {
+                loadProperty(object, name, record.attribute(QStringLiteral("Value")));
+            }
+        }
+    };
+    // Other properties may follow the name, as an element's caption does, so it goes first.
+    read(true);
+    read(false);
+    if (auto* properties = qobject_cast<IEditableProperties*>(object)) {
+        for (const QDomElement& record : xml.findElements(element, QStringLiteral("Parameter"))) {
+            loadParameter(properties, record.attribute(QStringLiteral("Name")),
+                          record.attribute(QStringLiteral("Value")));
+        }
+    }
+}

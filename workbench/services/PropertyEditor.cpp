@@ -1,0 +1,226 @@
+#include "PropertyEditor.h"
+
+#include <QComboBox>
+#include <QHash>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMetaProperty>
+#include <QStyledItemDelegate>
+#include <QTimer>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr int ValueColumn = 1;
+/// Number of the row within the panel's list, on the value column.
+constexpr int RowRole = Qt::UserRole;
+
+/// Makes the in-place editor of a value: a list for named values and flags, else a line of text.
+class ValueDelegate : public QStyledItemDelegate {
+public:
+    explicit ValueDelegate(PropertyEditor* panel) : QStyledItemDelegate(panel), m_panel(panel) {}
+
+    QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem&,
+                          const QModelIndex& index) const override {
+        const PropertyRow* row = m_panel->rowAt(index);
+        if (!row || !m_panel->object() || !m_panel->isEditable(*row)) {
+            return nullptr;
+        }
+        const QStringList choices = choicesOf(*row);
+        if (choices.isEmpty()) {
+            return new QLineEdit(parent);
+        }
+        auto* box = new QComboBox(parent);
+        box->addItems(choices);
+        auto* self = const_cast<ValueDelegate*>(this);
+        connect(box, QOverload<int>::of(&QComboBox::activated), self, [self, box] {
+            emit self->commitData(box);
+            emit self->closeEditor(box);
+        });
+        return box;
+    }
+
+    void setEditorData(QWidget* editor, const QModelIndex& index) const override {
+        const PropertyRow* row = m_panel->rowAt(index);
+        if (auto* box = qobject_cast<QComboBox*>(editor)) {
+            box->setCurrentText(index.data(Qt::DisplayRole).toString());
+        } else if (auto* line = qobject_cast<QLineEdit*>(editor);
+                   line && row && m_panel->object()) {
+            // The value itself, which the line shows with its unit.
+            line->setText(row->value(m_panel->object()).toString());
+        }
+    }
+
+    void setModelData(QWidget* editor, QAbstractItemModel*,
+                      const QModelIndex& index) const override {
+        const PropertyRow* row = m_panel->rowAt(index);
+        if (!row) {
+            return;
+        }
+        // The commit may rebuild the rows.
+        const PropertyRow edited = *row;
+        if (auto* box = qobject_cast<QComboBox*>(editor)) {
+            m_panel->commit(edited, box->currentIndex());
+        } else if (auto* line = qobject_cast<QLineEdit*>(editor)) {
+            m_panel->commit(edited, line->text());
+        }
+    }
+
+private:
+    QStringList choicesOf(const PropertyRow& row) const {
+        if (row.value(m_panel->object()).type() == QVariant::Bool) {
+            return {QVariant(false).toString(), QVariant(true).toString()};
+        }
+        return row.choices();
+    }
+
+    PropertyEditor* m_panel;
+};
+
+}  // namespace
+
+PropertyEditor::PropertyEditor(QWidget* parent)
+    : QWidget(parent), m_title(new QLabel(this)), m_tree(new QTreeWidget(this)) {
+    setWindowTitle(tr("Properties"));
+    m_title->setTextFormat(Qt::PlainText);
+    m_title->setText(propertyTitleOf(nullptr));
+    m_tree->setColumnCount(2);
+    m_tree->setHeaderLabels({tr("Property"), tr("Value")});
+    m_tree->header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
+    m_tree->setAlternatingRowColors(true);
+    m_tree->setIndentation(12);
+    m_tree->setItemDelegate(new ValueDelegate(this));
+    m_tree->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
+                            QAbstractItemView::SelectedClicked);
+
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(4, 4, 4, 4);
+    layout->setSpacing(4);
+    layout->addWidget(m_title);
+    layout->addWidget(m_tree);
+    setFocusProxy(m_tree);
+
+    // Return on a value starts the edit, wherever in its line the cursor is.
+    connect(m_tree, &QTreeWidget::itemActivated, this,
+            [this](QTreeWidgetItem* item) { m_tree->editItem(item, ValueColumn); });
+}
+
+void PropertyEditor::setReadOnly(bool readOnly) {
+    m_readOnly = readOnly;
+    rebuild();
+}
+
+void PropertyEditor::setObject(QObject* object, bool forceReload) {
+    if (object == m_object && !forceReload) {
+        refresh();
+        return;
+    }
+    if (m_object) {
+        disconnect(m_object, nullptr, this, nullptr);
+    }
+    m_object = object;
+    if (object) {
+        watch(object);
+    }
+    rebuild();
+}
+
+void PropertyEditor::watch(QObject* object) {
+    const QMetaMethod slot = metaObject()->method(metaObject()->indexOfSlot("scheduleRefresh()"));
+    const auto refreshAt = [&](const QMetaMethod& signal) {
+        connect(object, signal, this, slot, Qt::UniqueConnection);
+    };
+    const QMetaObject* meta = object->metaObject();
+    for (const char* name : {"propertyChanged(QString)", "elementChanged()", "nodeChanged()",
+                             "assignedModelChanged()"}) {
+        const int signal = meta->indexOfSignal(name);
+        if (signal >= 0) {
+            refreshAt(meta->method(signal));
+        }
+    }
+    for (int i = QObject::staticMetaObject.propertyCount(); i < meta->propertyCount(); ++i) {
+        if (meta->property(i).hasNotifySignal()) {
+            refreshAt(meta->property(i).notifySignal());
+        }
+    }
+    connect(object, &QObject::destroyed, this, [this] {
+        m_object = nullptr;
+        rebuild();
+    });
+}
+
+const PropertyRow* PropertyEditor::rowAt(const QModelIndex& index) const {
+    const QVariant row = index.column() == ValueColumn ? index.data(RowRole) : QVariant();
+    return row.isValid() && row.toInt() < m_rows.size() ? &m_rows.at(row.toInt()) : nullptr;
+}
+
+void PropertyEditor::commit(const PropertyRow& row, const QVariant& value) {
+    const QPointer<QObject> object = m_object;
+    if (!object) {
+        return;
+    }
+    const QVariant oldValue = row.value(object);
+    row.setValue(object, value);
+    if (!object) {
+        return;
+    }
+    const QVariant newValue = row.value(object);
+    if (newValue != oldValue) {
+        emit propertyValueChanged(object, row.name, oldValue, newValue);
+    }
+    scheduleRefresh();
+}
+
+void PropertyEditor::scheduleRefresh() {
+    if (!m_refreshScheduled) {
+        m_refreshScheduled = true;
+        QTimer::singleShot(0, this, [this] {
+            m_refreshScheduled = false;
+            refresh();
+        });
+    }
+}
+
+void PropertyEditor::refresh() {
+    if (propertyRowsOf(m_object) != m_rows) {
+        rebuild();
+        return;
+    }
+    m_title->setText(propertyTitleOf(m_object));
+    for (int i = 0; i < m_rows.size(); ++i) {
+        // Only what differs: setting a text drops what the user is typing into the line.
+        const QString text = m_rows.at(i).text(m_object);
+        if (m_items.at(i)->text(ValueColumn) != text) {
+            m_items.at(i)->setText(ValueColumn, text);
+            m_items.at(i)->setToolTip(ValueColumn, text);
+        }
+    }
+}
+
+void PropertyEditor::rebuild() {
+    m_items.clear();
+    m_tree->clear();
+    m_rows = propertyRowsOf(m_object);
+    m_title->setText(propertyTitleOf(m_object));
+    QHash<QString, QTreeWidgetItem*> groups;
+    for (int i = 0; i < m_rows.size(); ++i) {
+        const PropertyRow& row = m_rows.at(i);
+        QTreeWidgetItem*& group = groups[row.group];
+        if (!group) {
+            group = new QTreeWidgetItem(m_tree, {row.group});
+            group->setFirstColumnSpanned(true);
+            group->setFlags(Qt::ItemIsEnabled);
+            group->setExpanded(true);
+        }
+        const QString text = row.text(m_object);
+        auto* item = new QTreeWidgetItem(group, {row.name, text});
+        item->setToolTip(ValueColumn, text);
+        item->setData(ValueColumn, RowRole, i);
+        item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable |
+                       (isEditable(row) ? Qt::ItemIsEditable : Qt::NoItemFlags));
+        item->setDisabled(!row.writable);
+        m_items.append(item);
+    }
+}

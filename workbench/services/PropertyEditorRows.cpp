@@ -1,0 +1,107 @@
+#include "PropertyEditorRows.h"
+
+#include "ICircuitElement.h"
+#include "ICircuitElementDesc.h"
+#include "ICircuitNode.h"
+#include "IEditableProperties.h"
+
+#include <QCoreApplication>
+#include <QHash>
+#include <QMetaProperty>
+#include <QObject>
+
+namespace {
+
+QString tr(const char* text) {
+    return QCoreApplication::translate("PropertyEditor", text);
+}
+
+/// The object's editable properties if the row's place in them is still its own.
+IEditableProperties* editableFor(QObject* object, const PropertyRow& row) {
+    auto* editable = qobject_cast<IEditableProperties*>(object);
+    const bool fits = editable && row.index >= 0 && row.index < editable->propertyCount() &&
+                      editable->propertyName(row.index) == row.name;
+    return fits ? editable : nullptr;
+}
+
+QString groupTitle(const QString& group) {
+    if (group == QLatin1String("rparams")) {
+        return tr("Parameters");
+    }
+    return group.isEmpty() ? tr("Other") : group;
+}
+
+}  // namespace
+
+bool PropertyRow::operator==(const PropertyRow& other) const {
+    return group == other.group && name == other.name && index == other.index &&
+           writable == other.writable;
+}
+
+QVariant PropertyRow::value(QObject* object) const {
+    if (index < 0) {
+        return object->property(name.toUtf8().constData());
+    }
+    IEditableProperties* editable = editableFor(object, *this);
+    return editable ? editable->propertyValue(index) : QVariant();
+}
+
+QString PropertyRow::text(QObject* object) const {
+    if (index >= 0) {
+        IEditableProperties* editable = editableFor(object, *this);
+        return editable ? editable->propertyValueString(index) : QString();
+    }
+    const QVariant current = value(object);
+    const QStringList named = choices();
+    return named.isEmpty() ? current.toString() : named.value(current.toInt());
+}
+
+void PropertyRow::setValue(QObject* object, const QVariant& value) const {
+    if (index < 0) {
+        object->setProperty(name.toUtf8().constData(), value);
+    } else if (IEditableProperties* editable = editableFor(object, *this)) {
+        editable->setPropertyValue(index, value);
+    }
+}
+
+QStringList PropertyRow::choices() const {
+    static const QHash<QString, QStringList> named = {
+        {QStringLiteral("Rotation"),
+         {QStringLiteral("0°"), QStringLiteral("90°"), QStringLiteral("180°"),
+          QStringLiteral("270°")}},
+        {QStringLiteral("Flip"), {tr("none"), tr("top to bottom"), tr("left to right")}}};
+    return index < 0 ? named.value(name) : QStringList();
+}
+
+QVector<PropertyRow> propertyRowsOf(QObject* object) {
+    QVector<PropertyRow> rows;
+    if (!object) {
+        return rows;
+    }
+    const QMetaObject* meta = object->metaObject();
+    for (int i = QObject::staticMetaObject.propertyCount(); i < meta->propertyCount(); ++i) {
+        const QMetaProperty property = meta->property(i);
+        rows.append({tr("General"), QString::fromUtf8(property.name()), -1, property.isWritable()});
+    }
+    if (auto* editable = qobject_cast<IEditableProperties*>(object)) {
+        for (int i = 0; i < editable->propertyCount(); ++i) {
+            const QString name = editable->propertyName(i);
+            if (meta->indexOfProperty(name.toUtf8().constData()) < 0) {
+                rows.append({groupTitle(editable->propertyGroup(i)), name, i, true});
+            }
+        }
+    }
+    return rows;
+}
+
+QString propertyTitleOf(QObject* object) {
+    if (auto* element = qobject_cast<ICircuitElement*>(object)) {
+        const QString label = element->desc() ? element->desc()->label() : QString();
+        return label.isEmpty() ? element->name()
+                               : QStringLiteral("%1 (%2)").arg(element->name(), label);
+    }
+    if (auto* node = qobject_cast<ICircuitNode*>(object)) {
+        return tr("Node %1").arg(node->name());
+    }
+    return object ? object->objectName() : tr("Nothing selected");
+}

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+#include <QVector>
+
+class QObject;
+
+/// One line of the property panel: where its value lives in an object and how it is read and
+/// written there. Holds no pointer to the object, which may die between two uses.
+struct PropertyRow {
+    QString group;
+    QString name;
+    /// Place among the object's `IEditableProperties`; -1 for a Qt property.
+    int index = -1;
+    bool writable = true;
+
+    bool operator==(const PropertyRow& other) const;
+    bool operator!=(const PropertyRow& other) const { return !(*this == other); }
+
+    QVariant value(QObject* object) const;
+    /// As the panel shows it.
+    QString text(QObject* object) const;
+    void setValue(QObject* object, const QVariant& value) const;
+
+    /// The texts of a property that holds a small number with named values; else empty.
+    QStringList choices() const;
+};
+
+/// First the object's Qt properties, then its editable properties in their own order, without those
+/// that are Qt properties too.
+QVector<PropertyRow> propertyRowsOf(QObject* object);
+
+/// What the object is, such as "R1 (Resistor)"; for null, that there is none.
+QString propertyTitleOf(QObject* object);

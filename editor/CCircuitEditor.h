@@ -1,0 +1,252 @@
+#pragma once
+
+#include "ICanvas.h"
+#include "ICircuitEditor.h"
+#include "ICircuitEditorExt.h"
+#include "ICircuitEditorExt2.h"
+#include "IProjectPart.h"
+
+#include <QColor>
+#include <QGraphicsView>
+
+#include <memory>
+
+class CCircuitEditorData;
+class CCircuitEditorElementItem;
+class CCircuitEditorNodeItem;
+class CUndoRedoStack;
+class ICircuitOutputVariable;
+class QLabel;
+
+/// The schematic editor: a view over one scene that draws a circuit model and turns the user's
+/// pointer and keys into calls on the model. The model leads: items are made, re-read and deleted
+/// only in answer to its signals. Owns its scene if that has no parent, its items and its undo
+/// history; never a collaborator. Positions are scene units unless a name says otherwise.
+class CCircuitEditor : public QGraphicsView,
+                       public virtual ICanvas,
+                       public virtual ICircuitEditor,
+                       public virtual IProjectPart,
+                       public virtual ICircuitEditorExt,
+                       public virtual ICircuitEditorExt2 {
+    Q_OBJECT
+    Q_INTERFACES(ICanvas ICircuitEditor IProjectPart ICircuitEditorExt ICircuitEditorExt2)
+    Q_PROPERTY(int GridSize READ gridSize WRITE setGridSize)
+    Q_PROPERTY(QColor GridColor READ gridColor WRITE setGridColor)
+    Q_PROPERTY(int DarkGridColorPercent READ darkGridColorPercent WRITE setDarkGridColorPercent)
+    Q_PROPERTY(QString DefaultPSPath READ defaultPSPath WRITE setDefaultPSPath)
+    Q_PROPERTY(bool ReadOnly READ isReadOnly WRITE setReadOnly)
+
+public:
+    enum Mode { EditMode = 0, OutVarSelectionMode = 1, ManualConnectionMode = 2 };
+    Q_ENUM(Mode)
+
+    enum CaptureFormat { PS = 0, PDF = 1, JPG = 2, PNG = 3, SVG = 4 };
+
+    explicit CCircuitEditor(QWidget* parent = nullptr);
+    ~CCircuitEditor() override;
+
+    // State.
+    Mode mode() const;
+    void setMode(Mode mode);
+    int gridSize() const;
+    /// Only stored: shows at the next repaint. Arithmetic takes a value under 1 as 1.
+    void setGridSize(int size);
+    QColor gridColor() const;
+    void setGridColor(const QColor& color);
+    QColor crosshairColor() const;
+    void setCrosshairColor(const QColor& color);
+    int darkGridColorPercent() const;
+    /// Argument of `QColor::darker` for every fifth grid line.
+    void setDarkGridColorPercent(int percent);
+    /// Directory that the dialogs for pictures start in.
+    QString defaultPSPath() const;
+    void setDefaultPSPath(const QString& path);
+    CUndoRedoStack* undoStack() const;
+    /// Made on first call, without a parent: the caller gives it a place.
+    QLabel* statusLabel() const;
+
+    // The drawing.
+    QPointF snapToGrid(const QPointF& point) const;
+    QRectF snapToGrid(const QRectF& rect) const;
+    /// Moves the element so that its first terminal lies on the grid.
+    void snapToGrid(CCircuitEditorElementItem* item);
+    /// Shows the crosshair on the grid point nearest to `point`, or takes it away at the next
+    /// repaint.
+    void highlightGridPoint(const QPointF& point, bool on);
+    QRectF visibleItemsBoundingRect() const;
+    void bringToFront(QGraphicsItem* item);
+    void sendToBack(QGraphicsItem* item);
+    CCircuitEditorElementItem* elementItem(ICircuitElement* element) const;
+    CCircuitEditorNodeItem* nodeItem(ICircuitNode* node) const;
+    /// While set, wired elements may be moved: the editor moves items in step with one another.
+    void setInternalMove(bool on);
+    bool isInternalMove() const;
+    void clearEditor();
+    /// The item is dying: nothing of the editor may still point to it.
+    void forgetItem(QGraphicsItem* item);
+
+    /// Asks for a file name, writes the picture, and tells the user that it was saved.
+    void captureTo(CaptureFormat format);
+    /// Writes the picture of the drawing, without grid and selection; false if it can't be written.
+    /// `format` is a value of `CaptureFormat`.
+    Q_INVOKABLE bool captureToFile(int format, const QString& fileName);
+    /// The drawing as one JSON object in UTF-8 with stable order, for comparing drawings.
+    Q_INVOKABLE QByteArray describe() const;
+
+    Q_INVOKABLE void setGridColorRGB(int red, int green, int blue);
+    Q_INVOKABLE void setBackgroundColorRGB(int red, int green, int blue);
+    Q_INVOKABLE void setCrosshairColorRGB(int red, int green, int blue);
+    /// Makes the drawing area a square of that side around the origin.
+    Q_INVOKABLE void setEditorSize(int size);
+    /// "dotted" is told apart, anything else means solid lines.
+    Q_INVOKABLE void setGridLineType(const QString& type);
+    /// "dotted" is told apart, anything else means lines.
+    Q_INVOKABLE void setGridType(const QString& type);
+    Q_INVOKABLE void setTextBoxDefaultSize(int width, int height);
+
+    // Called by the items when they are selected or ask for their removal.
+    void on_elementSelected(ICircuitElement* element);
+    void on_circuitNodeSelected(ICircuitNode* node);
+
+    // IContainer
+    QObject* containerObject() override { return this; }
+
+    // ICanvas
+    QGraphicsView* graphicsView() override;
+    QGraphicsScene* graphicsScene() override;
+
+    // ICircuitEditor
+    ICanvas* canvas() override;
+    void save(QString fileName) override;
+    void load(QString fileName) override;
+    void highlight(ICircuitNode* node) override;
+    void highlight(ICircuitElement* element) override;
+    void highlight(ICircuitElementNode* elementNode) override;
+    /// Drops the highlight, the scene's selection and what was captured of it.
+    void unhighlight() override;
+
+    // IProjectPart
+    QString projectPartID() override;
+    bool newProjectPart() override;
+    bool loadProjectPart(QDomDocument document, QDomElement element) override;
+    bool initializeProjectPart() override;
+    bool saveProjectPart(QDomDocument document, QDomElement element) override;
+    bool closeProjectPart() override;
+
+    // ICircuitEditorExt
+    int typeOfItem(QGraphicsItem* item) const override;
+    ICircuitElement* elementFromItem(QGraphicsItem* item) const override;
+    ICircuitElementNode* elementNodeFromItem(QGraphicsItem* item) const override;
+    ICircuitNode* circuitNodeFromItem(QGraphicsItem* item) const override;
+    QGraphicsItem* itemFor(ICircuitElement* element) override;
+    QGraphicsItem* itemFor(ICircuitElementNode* elementNode) override;
+    QGraphicsItem* itemFor(ICircuitNode* node) override;
+
+    // ICircuitEditorExt2
+    void setQObjectLoadSave(IQObjectLoadSave* service) override;
+    IQObjectLoadSave* qobjectLoadSave() const override;
+    void setMathUtils(IMathUtils* service) override;
+    IMathUtils* mathUtils() const override;
+    void setClipboard(IClipboard* clipboard) override;
+    IClipboard* clipboard() const override;
+    void setClipboardWidget(IClipboardWidget* widget) override;
+    IClipboardWidget* clipboardWidget() const override;
+    void setPropertyEditor(IPropertyEditor* editor) override;
+    IPropertyEditor* propertyEditor() const override;
+    void setCircuitSolver(ICircuitSolver* solver) override;
+    ICircuitSolver* circuitSolver() const override;
+    void setCircuit(ICircuit* circuit) override;
+    ICircuit* circuit() const override;
+    void setCircuitElementFactory(ICircuitElementFactory* factory) override;
+    ICircuitElementFactory* circuitElementFactory() const override;
+    void setElementExplorer(IElementExplorer* explorer) override;
+    IElementExplorer* elementExplorer() const override;
+    void setXmlUtils(IXmlUtils* service) override;
+    IXmlUtils* xmlUtils() const override;
+    void setReadOnly(bool readOnly) override;
+    bool isReadOnly() const override;
+
+public slots:
+    // ICanvas
+    void setZoomLevel(int zoomLevel) override;
+    void zoomIn() override;
+    void zoomOut() override;
+    void zoomFull() override;
+    void zoomOne() override;
+    void zoomFit() override;
+    void bringToCenter() override;
+    void cut() override;
+    void copy() override;
+    void paste() override;
+    void paste(QPointF pos) override;
+    void clear() override;
+    /// Snaps every element.
+    void snapToGrid() override;
+    void undo() override;
+    void redo() override;
+
+    void captureToPS();
+    void captureToPDF();
+    void captureToJPG();
+    void captureToPNG();
+    void captureToSVG();
+    void captureToClipboard();
+
+signals:
+    void zoomLevelChanged(int zl) override;
+    void zoomScaleChanged(double zs) override;
+    void canvasClickEvent(ICanvas* canvas, QPoint pos, Qt::MouseButton button,
+                          Qt::KeyboardModifiers mod) override;
+    void canvasDoubleClickEvent(ICanvas* canvas, QPoint pos, Qt::MouseButton button,
+                                Qt::KeyboardModifiers mod) override;
+    void canvasContextMenuEvent(ICanvas* canvas, QMenu* menu, Qt::KeyboardModifiers mod) override;
+    void canUndoChanged(bool val) override;
+    void canRedoChanged(bool val) override;
+    void editorModeChanged(Mode mode);
+    void elementClickEvent(ICircuitElement* element, QPoint pos, Qt::MouseButton button,
+                           Qt::KeyboardModifiers mod) override;
+    void elementDoubleClickEvent(ICircuitElement* element, QPoint pos, Qt::MouseButton button,
+                                 Qt::KeyboardModifiers mod) override;
+    void elementContextMenuEvent(ICircuitElement* element, QMenu* menu,
+                                 Qt::KeyboardModifiers mod) override;
+    void nodeClickEvent(ICircuitNode* node, QPoint pos, Qt::MouseButton button,
+                        Qt::KeyboardModifiers mod) override;
+    void nodeDoubleClickEvent(ICircuitNode* node, QPoint pos, Qt::MouseButton button,
+                              Qt::KeyboardModifiers mod) override;
+    void nodeContextMenuEvent(ICircuitNode* node, QMenu* menu, Qt::KeyboardModifiers mod) override;
+    void elementSelected(ICircuitElement* element) override;
+    void elementUnselected(ICircuitElement* element) override;
+    void nodeSelected(ICircuitNode* node) override;
+    void nodeUnselected(ICircuitNode* node) override;
+    void projectPartModified() override;
+
+public slots:
+    // Called by the wires, too.
+    void on_removeNodeRequest(ICircuitNode* node);
+
+protected slots:
+    void on_scene_changed();
+    void on_circuitNodeChanged();
+    void on_circuitElementNodeAdded(ICircuitElementNode* elementNode);
+    void on_circuitElementNodeRemoved(ICircuitElementNode* elementNode);
+    void on_elementAdded(ICircuitElement* element);
+    void on_elementRemoved(ICircuitElement* element);
+    void on_nodeAdded(ICircuitNode* node);
+    void on_nodeRemoved(ICircuitNode* node);
+    void on_elementChanged();
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void drawBackground(QPainter* painter, const QRectF& rect) override;
+    void drawForeground(QPainter* painter, const QRectF& rect) override;
+
+private:
+    friend class CCircuitEditorData;
+
+    void drawGridDots(QPainter* painter, const QRectF& rect, const QTransform& toDevice) const;
+    void drawGridLines(QPainter* painter, const QRectF& rect, const QTransform& toDevice) const;
+    void hideRemovedFromPropertyEditor(QObject* object);
+    void updateViewport();
+
+    std::unique_ptr<CCircuitEditorData> d;
+};

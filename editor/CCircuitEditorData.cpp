@@ -1,0 +1,124 @@
+#include "CCircuitEditorData.h"
+
+#include "CCircuitEditorElementItem.h"
+#include "CCircuitEditorNodeItem.h"
+#include "CCircuitEditorSelection.h"
+#include "CUndoRedo.h"
+#include "CircuitGeometry.h"
+#include "ICircuitElement.h"
+
+#include <QDir>
+#include <QGraphicsLineItem>
+#include <QLabel>
+
+#include <algorithm>
+
+CCircuitEditorData::CCircuitEditorData(CCircuitEditor* editor, QObject* sceneParent)
+    : scene(new CCircuitEditorScene(sceneParent)),
+      circuitEditor(editor),
+      gridColor(230, 230, 230),
+      backgroundColor(Qt::white),
+      defaultPSPath(QDir::homePath()),
+      selection(std::make_unique<CCircuitEditorSelection>(editor)) {}
+
+CCircuitEditorData::~CCircuitEditorData() {
+    if (statusLabel && !statusLabel->parent()) {
+        delete statusLabel;
+    }
+}
+
+QGraphicsLineItem* CCircuitEditorData::conItem() {
+    if (!connectorLineItem) {
+        connectorLineItem = new QGraphicsLineItem;
+        scene->addItem(connectorLineItem);
+        connectorLineItem->setZValue(10000);
+        connectorLineItem->setPen(
+            QPen(Qt::blue, 2.0, Qt::DashDotDotLine, Qt::SquareCap, Qt::BevelJoin));
+    }
+    return connectorLineItem;
+}
+
+namespace {
+
+// Single-precision constants, widened: a stored zoom level means what it always meant.
+constexpr double ViewportShare = 0.949999988079071;
+constexpr double ScalePerLevel = 0.30000001192092896;
+
+/// The longer side of the drawing area, and the viewport's extent along it.
+struct Extent {
+    double drawing;
+    double viewport;
+};
+
+Extent longerSide(const QRectF& sceneRect, const QWidget* viewport) {
+    if (sceneRect.height() < sceneRect.width()) {
+        return {sceneRect.width(), double(viewport->width())};
+    }
+    return {sceneRect.height(), double(viewport->height())};
+}
+
+}  // namespace
+
+double CCircuitEditorData::calculateScaleFor(int level) const {
+    if (level >= 0) {
+        return level * ScalePerLevel + 1;
+    }
+    const Extent extent = longerSide(scene->sceneRect(), circuitEditor->viewport());
+    return level * (1 - (extent.viewport * ViewportShare * 0.33) / extent.drawing) / 10 + 1;
+}
+
+int CCircuitEditorData::calculateZoomLevelFor(double scale) const {
+    if (scale >= 1) {
+        return CircuitGeometry::truncatedInt((scale - 1) / ScalePerLevel);
+    }
+    const Extent extent = longerSide(scene->sceneRect(), circuitEditor->viewport());
+    return CircuitGeometry::truncatedInt(((scale - 1) * 10) /
+                                         (1 - (extent.viewport * ViewportShare) / extent.drawing));
+}
+
+QPointF CCircuitEditorData::gridPoint(const QPointF& point) const {
+    return CircuitGeometry::snapped(point, gridSize);
+}
+
+QRectF CCircuitEditorData::visibleItemsBoundingRect() const {
+    QRectF bounds;
+    for (const QGraphicsItem* item : scene->items()) {
+        if (item->isVisible()) {
+            bounds |= item->sceneBoundingRect();
+        }
+    }
+    return bounds;
+}
+
+void CCircuitEditorData::forgetItem(QGraphicsItem* item) {
+    if (scene && scene->highlightedItem() == item) {
+        scene->setHighlightedItem(nullptr);
+    }
+    selection->forgetItem(item);
+    if (auto* element = qgraphicsitem_cast<CCircuitEditorElementItem*>(item)) {
+        if (elementItemMap.value(element->element()) == element) {
+            elementItemMap.remove(element->element());
+        }
+    } else if (auto* wire = qgraphicsitem_cast<CCircuitEditorNodeItem*>(item)) {
+        if (nodeItemMap.value(wire->circuitNode()) == wire) {
+            nodeItemMap.remove(wire->circuitNode());
+        }
+    }
+}
+
+void CCircuitEditorData::deleteItems() {
+    if (!scene) {
+        return;
+    }
+    // Wires first: an element re-routes the wires that it still has when it goes. The items take
+    // themselves out of their map.
+    qDeleteAll(QMap<ICircuitNode*, CCircuitEditorNodeItem*>(std::move(nodeItemMap)));
+    nodeItemMap.clear();
+    qDeleteAll(QMap<ICircuitElement*, CCircuitEditorElementItem*>(std::move(elementItemMap)));
+    elementItemMap.clear();
+    connectorLineItem = nullptr;
+    // Deleting one item may delete others, so the scene is asked again each time.
+    for (QList<QGraphicsItem*> left = scene->items(); !left.isEmpty(); left = scene->items()) {
+        delete left.first()->topLevelItem();
+    }
+}

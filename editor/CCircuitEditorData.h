@@ -1,0 +1,114 @@
+#pragma once
+
+#include "CCircuitEditor.h"
+#include "CCircuitEditorScene.h"
+#include "ICircuit.h"
+#include "ICircuitElementFactory.h"
+#include "ICircuitSolver.h"
+#include "IClipboard.h"
+#include "IClipboardWidget.h"
+#include "IElementExplorer.h"
+#include "IMathUtils.h"
+#include "IPropertyEditor.h"
+#include "IQObjectLoadSave.h"
+#include "IXmlUtils.h"
+#include "InterfacePointer.h"
+
+#include <QColor>
+#include <QDomElement>
+#include <QHash>
+#include <QMap>
+#include <QPointer>
+
+#include <memory>
+
+class CCircuitEditorElementItem;
+class CCircuitEditorNodeItem;
+class CCircuitEditorSelection;
+class CUndoRedoStack;
+class QGraphicsLineItem;
+class QLabel;
+
+/// The editor's private data, open to the sources of the editor and of its items.
+class CCircuitEditorData {
+public:
+    CCircuitEditorData(CCircuitEditor* editor, QObject* sceneParent);
+    ~CCircuitEditorData();
+
+    /// The line that follows the pointer while a connection is dragged; made on first request.
+    QGraphicsLineItem* conItem();
+    /// Two conversions that are deliberately not exact inverses of one another.
+    double calculateScaleFor(int level) const;
+    int calculateZoomLevelFor(double scale) const;
+    QPointF gridPoint(const QPointF& point) const;
+    /// The first element whose "_UniqueId_" is the number, in circuit order; null if there is none.
+    ICircuitElement* circuitElement(int id) const;
+    QRectF visibleItemsBoundingRect() const;
+
+    // Records: one XML element each, appended to the parent. All elements of a document are saved
+    // before its first node, for the nodes name them by the numbers that saving gives out.
+    void saveElement(QDomDocument document, QDomElement parent, ICircuitElement* element);
+    void loadElement(const QDomElement& record);
+    void saveNode(QDomDocument document, QDomElement parent, ICircuitNode* node);
+    void loadNode(const QDomElement& record);
+    /// Loads all element records among the children of the parent, then all node records.
+    void loadRecords(const QDomElement& parent);
+    void saveRecords(QDomDocument document, QDomElement parent);
+
+    /// Takes a dying item out of whatever points to it.
+    void forgetItem(QGraphicsItem* item);
+    /// Deletes every item of the scene: wires, then elements, then what is left.
+    void deleteItems();
+    /// Writes the picture of the scene as it stands.
+    bool writePicture(CCircuitEditor::CaptureFormat format, const QString& fileName);
+
+    InterfacePointer<IPropertyEditor> propertyEditor;
+    InterfacePointer<IElementExplorer> elementExplorer;
+    QPointer<CCircuitEditorScene> scene;
+    CCircuitEditor* circuitEditor = nullptr;
+    InterfacePointer<ICircuitSolver> circuitSolver;
+    ICircuit* circuit = nullptr;
+    InterfacePointer<ICircuitElementFactory> circuitElementFactory;
+    InterfacePointer<IXmlUtils> xmlUtils;
+    InterfacePointer<IMathUtils> mathUtils;
+    InterfacePointer<IQObjectLoadSave> qobjectLoadSave;
+
+    int gridSize = 10;
+    QColor gridColor;
+    QColor crosshairColor;
+    int darkGridColorPercent = 100;
+    QColor backgroundColor;
+    bool gridVisible = true;
+    QString gridLineType;
+    QString gridType;
+    int textBoxDefaultWidth = -1;
+    int textBoxDefaultHeight = -1;
+
+    CCircuitEditor::Mode mode = CCircuitEditor::EditMode;
+    CUndoRedoStack* undoStack = nullptr;
+    QPointer<QObject> lastPropertyObject;
+    QPointer<QLabel> statusLabel;
+    // The only way from a model object to its item.
+    QMap<ICircuitElement*, CCircuitEditorElementItem*> elementItemMap;
+    QMap<ICircuitNode*, CCircuitEditorNodeItem*> nodeItemMap;
+    bool selectingNode = false;
+    QGraphicsLineItem* connectorLineItem = nullptr;
+    double minZ = 0;
+    double maxZ = 0;
+    bool fitToView = false;
+    QString defaultPSPath;
+    InterfacePointer<IClipboard> clipboard;
+    InterfacePointer<IClipboardWidget> clipboardWidget;
+    std::unique_ptr<CCircuitEditorSelection> selection;
+    QPointF crosshairPoint;
+    bool crosshairVisible = false;
+    bool internalMove = false;
+    bool readOnly = false;
+
+private:
+    ICircuitElementNode* storedTerminal(const QDomElement& record) const;
+    void loadNodeShape(const QDomElement& record, CCircuitEditorNodeItem* item);
+
+    // Elements by number while one document is being read; the first of a number counts.
+    std::unique_ptr<QHash<int, ICircuitElement*>> m_loadIndex;
+};

@@ -1,0 +1,77 @@
+#pragma once
+
+#include <QGraphicsRectItem>
+#include <QObject>
+
+#include <memory>
+
+class CCircuitEditor;
+class CCircuitEditorElementItemData;
+class CCircuitEditorElementNodeItem;
+class CCircuitEditorNodeItem;
+class ICircuitElement;
+class ICircuitElementNode;
+
+/// The picture of one circuit element. The item's origin is the element's anchor: the picture lies
+/// around it, the terminals are child items in the same coordinates, and the rotation is a
+/// transform about it. A flip is applied while painting only. Child of the editor as a QObject;
+/// owns its terminal items; knows, without owning them, the wires that touch the element.
+class CCircuitEditorElementItem : public QObject, public QGraphicsRectItem {
+    Q_OBJECT
+
+public:
+    enum { Type = 10001 };
+
+    /// Adds itself to the editor's scene.
+    explicit CCircuitEditorElementItem(CCircuitEditor* editor);
+    ~CCircuitEditorElementItem() override;
+
+    ICircuitElement* element() const;
+    CCircuitEditor* circuitEditor() const;
+    /// Null for a terminal that the element doesn't have.
+    CCircuitEditorElementNodeItem* nodeItem(ICircuitElementNode* elementNode) const;
+    CCircuitEditorElementNodeItem* nodeItem(const QString& name) const;
+
+    /// Shows another element; null shows none.
+    void setElement(ICircuitElement* element);
+    /// Reads picture, place of the terminals and rotation anew from the model.
+    void reloadElement();
+    void updateToolTip();
+    /// The one way to change the item's cursor.
+    void setCursor2(const QCursor& cursor);
+
+    // The wires that touch the element, each once. An element with a wire can't be dragged.
+    void addCircuitNodeItem(CCircuitEditorNodeItem* item);
+    void removeCircuitNodeItem(CCircuitEditorNodeItem* item);
+    int circuitNodeItemCount() const;
+    /// Null for an index out of range.
+    CCircuitEditorNodeItem* circuitNodeItem(int index) const;
+    /// Re-routes the automatic ones among them.
+    void updateCircuitNodes();
+
+    /// While set, this item may be moved even though it is wired.
+    void setInternalMoveMode(bool on);
+    bool isInternalMoveMode() const;
+
+    // QGraphicsItem
+    int type() const override { return Type; }
+    void paint(QPainter* painter, const QStyleOptionGraphicsItem* option, QWidget* widget) override;
+
+signals:
+    /// The item is about to move by `dp`, in scene units.
+    void moved(QPointF dp);
+
+protected:
+    QVariant itemChange(GraphicsItemChange change, const QVariant& value) override;
+
+protected slots:
+    void slotAssignedModelChanged();
+
+private:
+    bool isLocked() const;
+    void clearElement();
+    void paintSelection(QPainter* painter, const QStyleOptionGraphicsItem* option,
+                        const QRectF& frame) const;
+
+    std::unique_ptr<CCircuitEditorElementItemData> d;
+};

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QList>
+#include <QMap>
+#include <QPixmap>
+#include <QPointF>
+
+class CCircuitEditor;
+class CCircuitEditorElementNodeItem;
+class CCircuitEditorNodeItem;
+class ICircuitElement;
+class QSvgRenderer;
+
+/// Private data of an element item, shared by the item's two sources.
+class CCircuitEditorElementItemData {
+public:
+    CCircuitEditor* circuitEditor = nullptr;
+    ICircuitElement* element = nullptr;
+    QSvgRenderer* renderer = nullptr;
+    QPixmap pixmap;
+    QMap<QString, CCircuitEditorElementNodeItem*> elementNodeItemMap;
+    QList<CCircuitEditorNodeItem*> circuitNodeItems;
+    // The item has changed position since the last finished drag.
+    bool moved = false;
+    bool internalMoveMode = false;
+};

@@ -1,0 +1,105 @@
+#include "CCircuitEditorElementNodeItem.h"
+
+#include "CCircuitEditor.h"
+#include "CCircuitEditorElementItem.h"
+#include "ICircuitElement.h"
+#include "ICircuitElementNode.h"
+#include "IEditableProperties.h"
+#include "QtSeries.h"
+
+#include <QBrush>
+#include <QPainter>
+
+class CCircuitEditorElementNodeItemData {
+public:
+    CCircuitEditorElementItem* elementItem = nullptr;
+    ICircuitElementNode* elementNode = nullptr;
+
+    static int indexOfProperty(IEditableProperties* props, const QString& name);
+    QString elementNodeNameProperty() const;
+};
+
+int CCircuitEditorElementNodeItemData::indexOfProperty(IEditableProperties* props,
+                                                       const QString& name) {
+    for (int i = 0; i < props->propertyCount(); ++i) {
+        if (props->propertyName(i) == name) {
+            return i;
+        }
+    }
+    return -1;
+}
+
+QString CCircuitEditorElementNodeItemData::elementNodeNameProperty() const {
+    // A terminal may have a property of its name on its element: the name of its net.
+    const QString name = elementNode->name();
+    QString value;
+    auto* props = qobject_cast<IEditableProperties*>(elementNode->element()->containerObject());
+    const int index = props ? indexOfProperty(props, name) : -1;
+    if (index >= 0) {
+        value = props->propertyValue(index).toString();
+    }
+    return QStringLiteral("%1 (%2)").arg(value, name);
+}
+
+CCircuitEditorElementNodeItem::CCircuitEditorElementNodeItem(CCircuitEditorElementItem* parent)
+    : QGraphicsRectItem(parent), d(std::make_unique<CCircuitEditorElementNodeItemData>()) {
+    d->elementItem = parent;
+    setPen(QtSeries::hairline());
+    setFlags(ItemIsSelectable);
+    setZValue(1000);
+}
+
+CCircuitEditorElementNodeItem::~CCircuitEditorElementNodeItem() {
+    if (CCircuitEditor* editor = d->elementItem->circuitEditor()) {
+        editor->forgetItem(this);
+    }
+}
+
+ICircuitElementNode* CCircuitEditorElementNodeItem::elementNode() const {
+    return d->elementNode;
+}
+
+CCircuitEditorElementItem* CCircuitEditorElementNodeItem::elementItem() const {
+    return d->elementItem;
+}
+
+void CCircuitEditorElementNodeItem::setElementNode(ICircuitElementNode* node) {
+    if (node == d->elementNode) {
+        return;
+    }
+    if (d->elementNode) {
+        setPos(0, 0);
+        setBrush(QBrush());
+        setToolTip(QString());
+    }
+    d->elementNode = node;
+    reloadNode();
+}
+
+void CCircuitEditorElementNodeItem::reloadNode() {
+    if (!d->elementNode) {
+        return;
+    }
+    setPos(d->elementNode->position());
+    QColor color = d->elementNode->color();
+    setBrush(QBrush(color, Qt::SolidPattern));
+    color.setAlpha(1);
+    setPen(QtSeries::hairline(color));
+    setToolTip(d->elementNodeNameProperty());
+    const int g = d->elementItem->circuitEditor()->gridSize();
+    setRect(-(g >> 1), -(g >> 1), g, g);
+    setVisible(true);
+}
+
+void CCircuitEditorElementNodeItem::paint(QPainter* painter, const QStyleOptionGraphicsItem*,
+                                          QWidget*) {
+    const QRectF r = boundingRect();
+    const QPen oldPen = painter->pen();
+    const QBrush oldBrush = painter->brush();
+    painter->setPen(pen());
+    painter->setBrush(brush());
+    painter->drawEllipse(
+        QRectF(r.x() + r.width() * 0.5 - 2.0, r.y() + r.height() * 0.5 - 2.0, 4.0, 4.0));
+    painter->setPen(oldPen);
+    painter->setBrush(oldBrush);
+}

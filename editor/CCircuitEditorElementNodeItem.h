@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QGraphicsRectItem>
+
+#include <memory>
+
+class CCircuitEditorElementItem;
+class CCircuitEditorElementNodeItemData;
+class ICircuitElementNode;
+
+/// The marker of one terminal: a disc of fixed size in a hit area of one grid cell. Always a child
+/// of an element item, in whose unrotated coordinates it stands.
+class CCircuitEditorElementNodeItem : public QGraphicsRectItem {
+public:
+    enum { Type = 10002 };
+
+    explicit CCircuitEditorElementNodeItem(CCircuitEditorElementItem* parent);
+    ~CCircuitEditorElementNodeItem() override;
+
+    ICircuitElementNode* elementNode() const;
+    CCircuitEditorElementItem* elementItem() const;
+
+    /// Shows another terminal; null shows none.
+    void setElementNode(ICircuitElementNode* node);
+    /// Reads place, colour and name anew from the model.
+    void reloadNode();
+
+    // QGraphicsItem
+    int type() const override { return Type; }
+    void paint(QPainter* painter, const QStyleOptionGraphicsItem* option, QWidget* widget) override;
+
+private:
+    std::unique_ptr<CCircuitEditorElementNodeItemData> d;
+};

@@ -1,0 +1,377 @@
+#include "CCircuitEditorNodeItem.h"
+
+#include "CCircuitEditor.h"
+#include "CCircuitEditorElementItem.h"
+#include "CCircuitEditorElementNodeItem.h"
+#include "CircuitGeometry.h"
+#include "ICircuitElement.h"
+#include "ICircuitElementNode.h"
+#include "ICircuitNode.h"
+
+#include <QGraphicsScene>
+#include <QGraphicsSceneContextMenuEvent>
+#include <QGraphicsSceneMouseEvent>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QPainter>
+#include <QPainterPathStroker>
+#include <QPointer>
+
+#include <algorithm>
+#include <cmath>
+
+using CircuitGeometry::PointStruct;
+
+namespace {
+
+constexpr double SamePoint = 1e-12;
+
+bool coincide(const QPointF& a, const QPointF& b) {
+    return std::abs(a.x() - b.x()) <= SamePoint && std::abs(a.y() - b.y()) <= SamePoint;
+}
+
+}  // namespace
+
+/// What a net looks like to the router.
+struct NetOutline {
+    QVector<PointStruct> terminals;
+    // From (0, 0) outward, unless the net's first terminal is drawn.
+    double minX = 0;
+    double maxX = 0;
+    double minY = 0;
+    double maxY = 0;
+
+    void add(const PointStruct& terminal, bool isFirstOfNet) {
+        const QPointF p = terminal.point;
+        if (isFirstOfNet) {
+            minX = maxX = p.x();
+            minY = maxY = p.y();
+        }
+        minX = std::min(minX, p.x());
+        maxX = std::max(maxX, p.x());
+        minY = std::min(minY, p.y());
+        maxY = std::max(maxY, p.y());
+        terminals.append(terminal);
+    }
+};
+
+class CCircuitEditorNodeItemData {
+public:
+    QPointer<CCircuitEditor> circuitEditor;
+    ICircuitNode* circuitNode = nullptr;
+    QColor color;
+    QPainterPath internalShape;
+    QPainterPath itemShape;
+    bool outputVariable = false;
+    int wireClearance = 30;
+    bool manuallyConnected = false;
+    // The element items that list this wire: leaving them needs no look at the model, which may be
+    // gone when the wire goes.
+    QList<QPointer<CCircuitEditorElementItem>> holders;
+
+    void updateItemShape();
+    NetOutline outline() const;
+    QPainterPath route(const NetOutline& net) const;
+};
+
+void CCircuitEditorNodeItemData::updateItemShape() {
+    if (internalShape.isEmpty()) {
+        itemShape = QPainterPath();
+        return;
+    }
+    QPainterPathStroker stroker;
+    stroker.setWidth(circuitEditor->gridSize() * 0.75);
+    itemShape = stroker.createStroke(internalShape);
+}
+
+NetOutline CCircuitEditorNodeItemData::outline() const {
+    NetOutline net;
+    for (int i = 0; i < circuitNode->elementNodeCount(); ++i) {
+        ICircuitElementNode* terminal = circuitNode->elementNode(i);
+        const CCircuitEditorElementItem* element =
+            terminal ? circuitEditor->elementItem(terminal->element()) : nullptr;
+        const CCircuitEditorElementNodeItem* marker =
+            element ? element->nodeItem(terminal) : nullptr;
+        if (!marker) {
+            continue;
+        }
+        const QPointF point = marker->mapToScene(QPointF(0, 0));
+        const QRectF rect =
+            circuitEditor->snapToGrid(element->mapToScene(element->boundingRect()).boundingRect());
+        net.add({point, CircuitGeometry::exitDirection(point, rect)}, i == 0);
+    }
+    return net;
+}
+
+QPainterPath CCircuitEditorNodeItemData::route(const NetOutline& net) const {
+    const QRectF bounds(net.minX, net.minY, net.maxX - net.minX, net.maxY - net.minY);
+    const QPointF meeting = circuitEditor->snapToGrid(
+        CircuitGeometry::meetingPoint(net.terminals, bounds, wireClearance));
+    QPainterPath path;
+    for (const PointStruct& terminal : net.terminals) {
+        CircuitGeometry::routeBranch(terminal.point, meeting, terminal.direction, wireClearance,
+                                     path);
+    }
+    return path;
+}
+
+CCircuitEditorNodeItem::CCircuitEditorNodeItem(CCircuitEditor* editor)
+    : d(std::make_unique<CCircuitEditorNodeItemData>()) {
+    d->circuitEditor = editor;
+    editor->scene()->addItem(this);
+    setFlags(ItemIsSelectable | ItemIsFocusable);
+    setZValue(1.0);
+}
+
+CCircuitEditorNodeItem::~CCircuitEditorNodeItem() {
+    for (const QPointer<CCircuitEditorElementItem>& holder : qAsConst(d->holders)) {
+        if (holder) {
+            holder->removeCircuitNodeItem(this);
+        }
+    }
+    if (d->circuitEditor) {
+        d->circuitEditor->forgetItem(this);
+    }
+}
+
+bool CCircuitEditorNodeItem::joins(ICircuitNode* node, ICircuitElement* element,
+                                   ICircuitElementNode* except) {
+    for (int i = 0; i < node->elementNodeCount(); ++i) {
+        ICircuitElementNode* terminal = node->elementNode(i);
+        if (terminal && terminal != except && terminal->element() == element) {
+            return true;
+        }
+    }
+    return false;
+}
+
+ICircuitNode* CCircuitEditorNodeItem::circuitNode() const {
+    return d->circuitNode;
+}
+
+bool CCircuitEditorNodeItem::isManuallyConnected() const {
+    return d->manuallyConnected;
+}
+
+QColor CCircuitEditorNodeItem::color() const {
+    return d->color;
+}
+
+QPainterPath CCircuitEditorNodeItem::internalShape() const {
+    return d->internalShape;
+}
+
+void CCircuitEditorNodeItem::setCircuitNode(ICircuitNode* node) {
+    if (node == d->circuitNode) {
+        return;
+    }
+    d->circuitNode = node;
+    d->color = Qt::blue;
+    for (int i = 0; i < node->elementNodeCount(); ++i) {
+        ICircuitElementNode* terminal = node->elementNode(i);
+        if (CCircuitEditorElementItem* item = d->circuitEditor->elementItem(terminal->element())) {
+            item->addCircuitNodeItem(this);
+        }
+        if (i == 0) {
+            d->color = terminal->color();
+        }
+    }
+    updateNode();
+}
+
+void CCircuitEditorNodeItem::setManuallyConnected(bool value) {
+    d->manuallyConnected = value;
+    updateNode();
+    update();
+}
+
+void CCircuitEditorNodeItem::updateNode() {
+    if (d->manuallyConnected) {
+        return;
+    }
+    prepareGeometryChange();
+    d->internalShape = QPainterPath();
+    d->updateItemShape();
+    update();
+    if (!d->circuitNode) {
+        return;
+    }
+    d->wireClearance = d->circuitNode->wireClearance();
+    updateToolTip();
+    if (d->circuitNode->elementNodeCount() <= 1) {
+        return;
+    }
+    const NetOutline net = d->outline();
+    if (net.terminals.size() < 2) {
+        return;  // terminals without items: there is nothing to join
+    }
+    d->internalShape = mapFromScene(d->route(net));
+    d->updateItemShape();
+}
+
+void CCircuitEditorNodeItem::updateToolTip() {
+    setToolTip(d->circuitNode->name());
+}
+
+void CCircuitEditorNodeItem::addShape(QPainterPath path, bool replace) {
+    prepareGeometryChange();
+    if (replace) {
+        d->internalShape = path;
+    } else {
+        d->internalShape.addPath(mapFromScene(path));
+    }
+    d->updateItemShape();
+    d->manuallyConnected = true;
+    update();
+    reportModified();
+}
+
+bool CCircuitEditorNodeItem::removeShapeFor(ICircuitElementNode* elementNode) {
+    if (!elementNode || !elementNode->element()) {
+        return false;
+    }
+    const int count = d->circuitNode->elementNodeCount();
+    for (int i = 0; i < std::min(2, count); ++i) {
+        if (d->circuitNode->elementNode(i) == elementNode) {
+            if (count != 2) {
+                return false;
+            }
+            d->circuitEditor->on_removeNodeRequest(d->circuitNode);  // deletes this item
+            return true;
+        }
+    }
+    const auto* marker = d->circuitEditor->itemFor(elementNode);
+    if (!marker) {
+        return false;
+    }
+    // The terminal's own position, mapped by the terminal: on purpose not its centre.
+    const QPointF end = marker->mapToScene(marker->pos());
+    QPainterPath kept;
+    for (const QPainterPath& branch : CircuitGeometry::subPaths(d->internalShape)) {
+        if (branch.isEmpty() || coincide(branch.elementAt(0), end) ||
+            coincide(branch.currentPosition(), end)) {
+            continue;
+        }
+        kept = kept.isEmpty() ? branch : kept.united(branch);
+    }
+    prepareGeometryChange();
+    d->internalShape = kept;
+    d->updateItemShape();
+    d->manuallyConnected = true;
+    update();
+    reportModified();
+    return true;
+}
+
+void CCircuitEditorNodeItem::moveNodeBy(double dx, double dy) {
+    prepareGeometryChange();
+    d->internalShape = QTransform::fromTranslate(dx, dy).map(d->internalShape);
+    d->updateItemShape();
+    reportModified();
+    update();
+}
+
+void CCircuitEditorNodeItem::setHeldBy(CCircuitEditorElementItem* item) {
+    d->holders.removeAll(nullptr);
+    if (!d->holders.contains(item)) {
+        d->holders.append(item);
+    }
+}
+
+void CCircuitEditorNodeItem::reportModified() {
+    if (d->circuitEditor) {
+        emit d->circuitEditor->projectPartModified();
+    }
+}
+
+QRectF CCircuitEditorNodeItem::boundingRect() const {
+    return d->itemShape.boundingRect();
+}
+
+QPainterPath CCircuitEditorNodeItem::shape() const {
+    return d->itemShape;
+}
+
+bool CCircuitEditorNodeItem::contains(const QPointF& point) const {
+    return CircuitGeometry::pathHit(d->internalShape, point);
+}
+
+void CCircuitEditorNodeItem::paint(QPainter* painter, const QStyleOptionGraphicsItem*, QWidget*) {
+    const QPen oldPen = painter->pen();
+    const QBrush oldBrush = painter->brush();
+    const QColor color = isSelected() ? d->color.darker(120) : d->color;
+    painter->setPen(QPen(QBrush(color, Qt::SolidPattern), isSelected() ? 4.0 : 2.0, Qt::SolidLine,
+                         Qt::SquareCap, Qt::BevelJoin));
+    painter->setBrush(QBrush());
+    painter->drawPath(d->internalShape);
+    painter->setPen(oldPen);
+    painter->setBrush(oldBrush);
+}
+
+QVariant CCircuitEditorNodeItem::itemChange(GraphicsItemChange change, const QVariant& value) {
+    if (change == ItemSelectedChange && d->circuitEditor) {
+        if (value.toBool()) {
+            d->circuitEditor->on_circuitNodeSelected(d->circuitNode);
+            emit d->circuitEditor->nodeSelected(d->circuitNode);
+            scene()->setFocusItem(this, Qt::OtherFocusReason);
+        } else {
+            emit d->circuitEditor->nodeUnselected(d->circuitNode);
+        }
+    } else if (change == ItemPositionChange) {
+        const QPointF delta = value.toPointF() - pos();
+        moveNodeBy(delta.x(), delta.y());
+        return pos();
+    }
+    return QGraphicsItem::itemChange(change, value);
+}
+
+void CCircuitEditorNodeItem::mouseReleaseEvent(QGraphicsSceneMouseEvent* event) {
+    QGraphicsItem::mouseReleaseEvent(event);
+    if (d->circuitEditor) {
+        emit d->circuitEditor->nodeClickEvent(d->circuitNode,
+                                              CircuitGeometry::roundedPoint(event->pos()),
+                                              event->button(), event->modifiers());
+    }
+}
+
+void CCircuitEditorNodeItem::mouseDoubleClickEvent(QGraphicsSceneMouseEvent* event) {
+    QGraphicsItem::mouseDoubleClickEvent(event);
+    if (d->circuitEditor) {
+        emit d->circuitEditor->nodeDoubleClickEvent(d->circuitNode,
+                                                    CircuitGeometry::roundedPoint(event->pos()),
+                                                    event->button(), event->modifiers());
+    }
+}
+
+void CCircuitEditorNodeItem::keyPressEvent(QKeyEvent* event) {
+    if (event->key() != Qt::Key_Delete) {
+        QGraphicsItem::keyPressEvent(event);
+        return;
+    }
+    // Deletes this item: nothing may follow.
+    d->circuitEditor->on_removeNodeRequest(d->circuitNode);
+}
+
+void CCircuitEditorNodeItem::contextMenuEvent(QGraphicsSceneContextMenuEvent* event) {
+    const QPointer<CCircuitEditor> editor = d->circuitEditor;
+    ICircuitNode* node = d->circuitNode;
+    QMenu menu;
+    QAction* deleteNode = menu.addAction(QStringLiteral("Delete Node"));
+    QAction* outputVariable = menu.addAction(QStringLiteral("Output Variable"));
+    outputVariable->setCheckable(true);
+    outputVariable->setChecked(d->outputVariable);
+    outputVariable->setVisible(false);
+    if (editor) {
+        emit editor->nodeContextMenuEvent(node, &menu, event->modifiers());
+    }
+    const QAction* chosen = menu.exec(QCursor::pos());
+    // The menu ran its own event loop: the wire may be gone.
+    if (!editor || editor->nodeItem(node) != this) {
+        return;
+    }
+    if (chosen == outputVariable) {
+        d->outputVariable = !d->outputVariable;
+    } else if (chosen == deleteNode) {
+        editor->on_removeNodeRequest(node);
+    }
+}

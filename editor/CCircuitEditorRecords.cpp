@@ -1,0 +1,237 @@
+// The records of elements and nodes in files.
+
+#include "CCircuitEditorData.h"
+#include "CCircuitEditorElementItem.h"
+#include "CCircuitEditorNodeItem.h"
+#include "CircuitGeometry.h"
+#include "ICircuitElement.h"
+#include "ICircuitElementDesc.h"
+#include "ICircuitElementNode.h"
+#include "ICircuitNode.h"
+
+using CircuitGeometry::finiteNumber;
+
+namespace {
+
+constexpr char UniqueId[] = "_UniqueId_";
+
+QString twoDecimals(double value) {
+    return QStringLiteral("%1").arg(value, 0, 'f', 2);
+}
+
+QPointF storedPosition(const QDomElement& record) {
+    return {finiteNumber(record.attribute(QStringLiteral("X"))),
+            finiteNumber(record.attribute(QStringLiteral("Y")))};
+}
+
+void setStoredPosition(QDomElement& record, const QPointF& position) {
+    record.setAttribute(QStringLiteral("X"), position.x());
+    record.setAttribute(QStringLiteral("Y"), position.y());
+}
+
+QDomElement shapeRecord(QDomDocument document, const QPainterPath& path) {
+    QDomElement shape = document.createElement(QStringLiteral("Shape"));
+    for (int i = 0; i < path.elementCount(); ++i) {
+        const QPainterPath::Element element = path.elementAt(i);
+        QDomElement record = document.createElement(QStringLiteral("ShapeElement"));
+        record.setAttribute(QStringLiteral("Type"), static_cast<int>(element.type));
+        setStoredPosition(record, element);
+        shape.appendChild(record);
+    }
+    return shape;
+}
+
+/// Takes back an element that got no item. The circuit may already list it.
+void discardElement(ICircuit* circuit, ICircuitElement* element) {
+    const QPointer<QObject> object = element->containerObject();
+    for (int i = circuit->elementCount() - 1; i >= 0; --i) {
+        if (circuit->element(i) == element) {
+            circuit->removeElement(element);
+            break;
+        }
+    }
+    delete object;
+}
+
+}  // namespace
+
+ICircuitElement* CCircuitEditorData::circuitElement(int id) const {
+    if (m_loadIndex) {
+        return m_loadIndex->value(id);
+    }
+    ICircuit* circuit = circuitEditor->circuit();
+    const int count = circuit ? circuit->elementCount() : 0;
+    for (int i = 0; i < count; ++i) {
+        ICircuitElement* element = circuit->element(i);
+        if (element && element->containerObject()->property(UniqueId).toInt() == id) {
+            return element;
+        }
+    }
+    return nullptr;
+}
+
+void CCircuitEditorData::saveElement(QDomDocument document, QDomElement parent,
+                                     ICircuitElement* element) {
+    // One count for all editors of the process: only the equality of numbers within one file has a
+    // meaning.
+    static int count = 0;
+    const int id = count++;
+    const CCircuitEditorElementItem* item = circuitEditor->elementItem(element);
+    const QPointF position = item ? item->pos() : QPointF();
+    QDomElement record = document.createElement(QStringLiteral("CircuitElement"));
+    parent.appendChild(record);
+    record.setAttribute(QStringLiteral("ElementType"), element->desc()->elementType());
+    record.setAttribute(QStringLiteral("ID"), QStringLiteral("%1").arg(qint64(id)));
+    record.setAttribute(QStringLiteral("X"), twoDecimals(position.x()));
+    record.setAttribute(QStringLiteral("Y"), twoDecimals(position.y()));
+    record.setAttribute(QStringLiteral("ModelName"), element->modelName());
+    element->containerObject()->setProperty(UniqueId, id);
+    if (qobjectLoadSave) {
+        qobjectLoadSave->save(element->containerObject(), document, record);
+    }
+}
+
+void CCircuitEditorData::loadElement(const QDomElement& record) {
+    ICircuit* circuit = circuitEditor->circuit();
+    const QString type = record.attribute(QStringLiteral("ElementType"));
+    if (!circuitElementFactory || !circuit || type.isEmpty()) {
+        return;
+    }
+    ICircuitElement* element = circuitElementFactory->createElement(type);
+    if (!element) {
+        return;
+    }
+    circuit->addElement(element);
+    CCircuitEditorElementItem* item = circuitEditor->elementItem(element);
+    if (!item) {
+        discardElement(circuit, element);
+        return;
+    }
+    QObject* object = element->containerObject();
+    object->setProperty(UniqueId, record.attribute(QStringLiteral("ID")).toInt());
+    // The position in the file holds, also when it is off the grid.
+    item->setPos(storedPosition(record));
+    if (record.hasAttribute(QStringLiteral("ModelName"))) {
+        element->setModelName(record.attribute(QStringLiteral("ModelName")));
+    }
+    if (qobjectLoadSave) {
+        qobjectLoadSave->load(object, record.ownerDocument(), record);
+    }
+}
+
+void CCircuitEditorData::saveNode(QDomDocument document, QDomElement parent, ICircuitNode* node) {
+    const CCircuitEditorNodeItem* item = circuitEditor->nodeItem(node);
+    QDomElement record = document.createElement(QStringLiteral("CircuitNode"));
+    parent.appendChild(record);
+    record.setAttribute(QStringLiteral("Name"), node->name());
+    setStoredPosition(record, item ? item->pos() : QPointF());
+    for (int i = 0; i < node->elementNodeCount(); ++i) {
+        ICircuitElementNode* terminal = node->elementNode(i);
+        QDomElement terminalRecord = document.createElement(QStringLiteral("ElementNode"));
+        terminalRecord.setAttribute(QStringLiteral("Name"), terminal->name());
+        terminalRecord.setAttribute(
+            QStringLiteral("ElementID"),
+            terminal->element()->containerObject()->property(UniqueId).toString());
+        record.appendChild(terminalRecord);
+    }
+    if (item && item->isManuallyConnected()) {
+        record.appendChild(shapeRecord(document, item->internalShape()));
+    }
+    if (qobjectLoadSave) {
+        qobjectLoadSave->save(node->containerObject(), document, record);
+    }
+}
+
+ICircuitElementNode* CCircuitEditorData::storedTerminal(const QDomElement& record) const {
+    ICircuitElement* element =
+        circuitElement(record.attribute(QStringLiteral("ElementID")).toInt());
+    return element ? element->elementNode(record.attribute(QStringLiteral("Name"))) : nullptr;
+}
+
+void CCircuitEditorData::loadNode(const QDomElement& record) {
+    if (!xmlUtils || !circuitSolver) {
+        return;
+    }
+    const QList<QDomElement> terminals =
+        xmlUtils->findElements(record, QStringLiteral("ElementNode"));
+    if (terminals.size() < 2) {
+        return;
+    }
+    ICircuitElementNode* first = storedTerminal(terminals.at(0));
+    ICircuitElementNode* second = first ? storedTerminal(terminals.at(1)) : nullptr;
+    ICircuitNode* node = second ? circuitSolver->makeConnection(first, second) : nullptr;
+    if (!node) {
+        return;
+    }
+    node->setName(record.attribute(QStringLiteral("Name")));
+    for (int i = 2; i < terminals.size(); ++i) {
+        ICircuitElementNode* terminal = storedTerminal(terminals.at(i));
+        if (!terminal) {
+            return;  // the node stays as far as it got, without shape, position and properties
+        }
+        circuitSolver->makeConnection(terminal, node);
+    }
+    if (CCircuitEditorNodeItem* item = circuitEditor->nodeItem(node)) {
+        loadNodeShape(record, item);
+        item->setPos(storedPosition(record));
+        // An automatic wire is held in item coordinates, too: the move is to change nothing.
+        item->updateNode();
+    }
+    if (qobjectLoadSave) {
+        qobjectLoadSave->load(node->containerObject(), record.ownerDocument(), record);
+    }
+}
+
+void CCircuitEditorData::loadNodeShape(const QDomElement& record, CCircuitEditorNodeItem* item) {
+    const QDomElement shape = xmlUtils->findElement(record, QStringLiteral("Shape"));
+    if (shape.isNull()) {
+        return;
+    }
+    QPainterPath path;
+    for (const QDomElement& element :
+         xmlUtils->findElements(shape, QStringLiteral("ShapeElement"))) {
+        switch (element.attribute(QStringLiteral("Type")).toInt()) {
+            case QPainterPath::MoveToElement:
+                path.moveTo(storedPosition(element));
+                break;
+            case QPainterPath::LineToElement:
+                path.lineTo(storedPosition(element));
+                break;
+            default:
+                break;
+        }
+    }
+    item->addShape(path, true);
+}
+
+void CCircuitEditorData::saveRecords(QDomDocument document, QDomElement parent) {
+    ICircuit* circuit = circuitEditor->circuit();
+    for (int i = 0; i < circuit->elementCount(); ++i) {
+        saveElement(document, parent, circuit->element(i));
+    }
+    for (int i = 0; i < circuit->nodeCount(); ++i) {
+        saveNode(document, parent, circuit->node(i));
+    }
+}
+
+void CCircuitEditorData::loadRecords(const QDomElement& parent) {
+    ICircuit* circuit = circuitEditor->circuit();
+    for (const QDomElement& record :
+         xmlUtils->findElements(parent, QStringLiteral("CircuitElement"))) {
+        loadElement(record);
+    }
+    // The numbers mean something during one load only, so the index lives no longer.
+    m_loadIndex = std::make_unique<QHash<int, ICircuitElement*>>();
+    for (int i = 0; circuit && i < circuit->elementCount(); ++i) {
+        ICircuitElement* element = circuit->element(i);
+        const int id = element->containerObject()->property(UniqueId).toInt();
+        if (!m_loadIndex->contains(id)) {
+            m_loadIndex->insert(id, element);
+        }
+    }
+    for (const QDomElement& record :
+         xmlUtils->findElements(parent, QStringLiteral("CircuitNode"))) {
+        loadNode(record);
+    }
+    m_loadIndex.reset();
+}

@@ -1,0 +1,232 @@
+// The tie between the circuit model and the items.
+
+#include "CCircuitEditorData.h"
+#include "CCircuitEditorElementItem.h"
+#include "CCircuitEditorNodeItem.h"
+#include "CCircuitEditorSelection.h"
+#include "ICircuitElement.h"
+#include "ICircuitElementNode.h"
+#include "ICircuitNode.h"
+
+void CCircuitEditor::setCircuitSolver(ICircuitSolver* solver) {
+    if (d->circuitSolver) {
+        if (ICircuit* old = circuit()) {
+            QObject::disconnect(old->containerObject(), nullptr, this, nullptr);
+        }
+        clear();
+    }
+    d->circuitSolver = solver;
+    ICircuit* bound = circuit();
+    if (!bound) {
+        return;
+    }
+    const QObject* object = bound->containerObject();
+    connect(object, SIGNAL(elementAdded(ICircuitElement*)), this,
+            SLOT(on_elementAdded(ICircuitElement*)));
+    connect(object, SIGNAL(elementRemoved(ICircuitElement*)), this,
+            SLOT(on_elementRemoved(ICircuitElement*)));
+    connect(object, SIGNAL(nodeAdded(ICircuitNode*)), this, SLOT(on_nodeAdded(ICircuitNode*)));
+    connect(object, SIGNAL(nodeRemoved(ICircuitNode*)), this, SLOT(on_nodeRemoved(ICircuitNode*)));
+    const char* const modifying[] = {SIGNAL(elementAdded(ICircuitElement*)),
+                                     SIGNAL(elementRemoved(ICircuitElement*)),
+                                     SIGNAL(nodeAdded(ICircuitNode*)),
+                                     SIGNAL(nodeRemoved(ICircuitNode*)),
+                                     SIGNAL(globalVariableAdded(QString)),
+                                     SIGNAL(globalVariableRemoved(QString)),
+                                     SIGNAL(outputVariableAdded(ICircuitOutputVariable*)),
+                                     SIGNAL(outputVariableRemoved(ICircuitOutputVariable*)),
+                                     SIGNAL(outputVariableEdited(ICircuitOutputVariable*))};
+    for (const char* signal : modifying) {
+        connect(object, signal, this, SIGNAL(projectPartModified()));
+    }
+    for (int i = 0; i < bound->elementCount(); ++i) {
+        on_elementAdded(bound->element(i));
+    }
+    for (int i = 0; i < bound->nodeCount(); ++i) {
+        on_nodeAdded(bound->node(i));
+    }
+}
+
+void CCircuitEditor::setCircuit(ICircuit* circuit) {
+    if (circuit) {
+        d->circuit = circuit;
+    }
+}
+
+void CCircuitEditor::on_elementAdded(ICircuitElement* element) {
+    unhighlight();
+    if (d->elementItemMap.contains(element) || !element || element->circuit() != circuit()) {
+        return;
+    }
+    auto* item = new CCircuitEditorElementItem(this);
+    item->setElement(element);
+    item->setVisible(true);
+    d->elementItemMap.insert(element, item);
+    snapToGrid(item);
+    connect(element->containerObject(), SIGNAL(elementChanged()), this, SLOT(on_elementChanged()));
+}
+
+void CCircuitEditor::on_elementRemoved(ICircuitElement* element) {
+    unhighlight();
+    if (!d->elementItemMap.contains(element)) {
+        return;
+    }
+    delete d->elementItemMap.value(element);
+    d->elementItemMap.remove(element);
+    hideRemovedFromPropertyEditor(element->containerObject());
+    QObject::disconnect(element->containerObject(), nullptr, this, nullptr);
+}
+
+void CCircuitEditor::on_nodeAdded(ICircuitNode* node) {
+    unhighlight();
+    if (d->nodeItemMap.contains(node) || !node || node->circuit() != circuit()) {
+        return;
+    }
+    auto* item = new CCircuitEditorNodeItem(this);
+    item->setCircuitNode(node);
+    item->setVisible(true);
+    d->nodeItemMap.insert(node, item);
+    const QObject* object = node->containerObject();
+    connect(object, SIGNAL(elementNodeAdded(ICircuitElementNode*)), this,
+            SLOT(on_circuitElementNodeAdded(ICircuitElementNode*)));
+    connect(object, SIGNAL(elementNodeRemoved(ICircuitElementNode*)), this,
+            SLOT(on_circuitElementNodeRemoved(ICircuitElementNode*)));
+    connect(object, SIGNAL(nodeChanged()), this, SLOT(on_circuitNodeChanged()));
+}
+
+void CCircuitEditor::on_nodeRemoved(ICircuitNode* node) {
+    unhighlight();
+    if (!d->nodeItemMap.contains(node)) {
+        return;
+    }
+    delete d->nodeItemMap.value(node);
+    d->nodeItemMap.remove(node);
+    hideRemovedFromPropertyEditor(node->containerObject());
+    QObject::disconnect(node->containerObject(), nullptr, this, nullptr);
+}
+
+void CCircuitEditor::hideRemovedFromPropertyEditor(QObject* object) {
+    if (d->propertyEditor && d->propertyEditor->object() == object) {
+        d->propertyEditor->setObject(nullptr, false);
+    }
+}
+
+void CCircuitEditor::on_elementChanged() {
+    auto* element = qobject_cast<ICircuitElement*>(sender());
+    if (CCircuitEditorElementItem* item = elementItem(element)) {
+        item->reloadElement();
+    }
+}
+
+void CCircuitEditor::on_circuitNodeChanged() {
+    auto* node = qobject_cast<ICircuitNode*>(sender());
+    if (CCircuitEditorNodeItem* item = nodeItem(node)) {
+        item->updateNode();
+        item->updateToolTip();
+    }
+}
+
+void CCircuitEditor::on_circuitElementNodeAdded(ICircuitElementNode* elementNode) {
+    unhighlight();
+    auto* node = elementNode ? qobject_cast<ICircuitNode*>(sender()) : nullptr;
+    if (!node) {
+        return;
+    }
+    CCircuitEditorNodeItem* wire = nodeItem(node);
+    if (CCircuitEditorElementItem* item = elementItem(elementNode->element())) {
+        item->addCircuitNodeItem(wire);
+    }
+    if (wire) {
+        wire->updateNode();
+    }
+}
+
+void CCircuitEditor::on_circuitElementNodeRemoved(ICircuitElementNode* elementNode) {
+    unhighlight();
+    auto* node = elementNode ? qobject_cast<ICircuitNode*>(sender()) : nullptr;
+    if (!node) {
+        return;
+    }
+    CCircuitEditorNodeItem* wire = nodeItem(node);
+    CCircuitEditorElementItem* item = elementItem(elementNode->element());
+    // An element with a second terminal on the net is still wired by it.
+    if (item && !CCircuitEditorNodeItem::joins(node, elementNode->element(), elementNode)) {
+        item->removeCircuitNodeItem(wire);
+    }
+    if (wire) {
+        wire->updateNode();
+    }
+}
+
+void CCircuitEditor::on_removeNodeRequest(ICircuitNode* node) {
+    unhighlight();
+    if (!d->circuitSolver || !node) {
+        return;
+    }
+    ICircuit* owner = circuit();
+    d->circuitSolver->breakConnection(node);
+    // A solver may have dissolved the node already, so it is only compared with what is left.
+    for (int i = 0; owner && i < owner->nodeCount(); ++i) {
+        if (owner->node(i) == node) {
+            owner->removeNode(node);
+            return;
+        }
+    }
+}
+
+void CCircuitEditor::on_elementSelected(ICircuitElement* element) {
+    if (!element || !d->propertyEditor) {
+        return;
+    }
+    QObject* object = element->containerObject();
+    d->propertyEditor->setObject(object, false);
+    d->lastPropertyObject = object;
+    d->selection->initFromItem(elementItem(element));
+}
+
+void CCircuitEditor::on_circuitNodeSelected(ICircuitNode* node) {
+    if (d->selectingNode || !node || !d->propertyEditor) {
+        return;
+    }
+    // Selecting the fellows of the name brings each of them back here.
+    d->selectingNode = true;
+    d->propertyEditor->setObject(node->containerObject(), false);
+    if (ICircuit* bound = circuit()) {
+        QList<ICircuitNode*> fellows = bound->nodes(node->name());
+        fellows.removeAll(node);
+        for (ICircuitNode* fellow : qAsConst(fellows)) {
+            if (CCircuitEditorNodeItem* item = nodeItem(fellow)) {
+                item->setSelected(true);
+            }
+        }
+    }
+    d->selectingNode = false;
+}
+
+void CCircuitEditor::clear() {
+    clearEditor();
+}
+
+void CCircuitEditor::clearEditor() {
+    if (!d->circuitSolver) {
+        return;
+    }
+    ICircuit* bound = circuit();
+    QObject* shown = d->propertyEditor ? d->propertyEditor->object() : nullptr;
+    if (shown) {
+        if (bound && qobject_cast<ICircuit*>(shown) == bound) {
+            d->propertyEditor->setObject(nullptr, false);
+        }
+        auto* element = qobject_cast<ICircuitElement*>(shown);
+        auto* node = element ? nullptr : qobject_cast<ICircuitNode*>(shown);
+        // What has an item stays shown until its own removal takes it away.
+        if (!d->elementItemMap.contains(element) && !d->nodeItemMap.contains(node)) {
+            d->propertyEditor->setObject(nullptr, false);
+        }
+    }
+    if (bound) {
+        bound->clear();
+    }
+    unhighlight();
+    d->deleteItems();
+}

@@ -1,0 +1,179 @@
+// The drawing as a picture.
+
+#include "CCircuitEditorData.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QPainter>
+#include <QPixmap>
+#include <QPrinter>
+#include <QProcess>
+#include <QScopedValueRollback>
+#include <QSvgGenerator>
+#include <QTemporaryDir>
+
+#include "CircuitGeometry.h"
+
+namespace {
+
+constexpr double PixelsPerUnit = 3;
+constexpr QPainter::RenderHints Hints =
+    QPainter::Antialiasing | QPainter::TextAntialiasing | QPainter::SmoothPixmapTransform;
+
+struct FormatNames {
+    const char* message;
+    const char* filter;
+};
+
+// By value of CaptureFormat.
+constexpr FormatNames Names[] = {{"PostScript", "PostScript files (*.ps)"},
+                                 {"PDF", "Adobe PDF files (*.pdf)"},
+                                 {"JPEG", "JPEG files (*.jpg)"},
+                                 {"PNG", "PNG files (*.png)"},
+                                 {"SVG", "SVG files (*.svg)"}};
+
+class WaitCursor {
+public:
+    WaitCursor() { QApplication::setOverrideCursor(Qt::WaitCursor); }
+    ~WaitCursor() { QApplication::restoreOverrideCursor(); }
+    Q_DISABLE_COPY(WaitCursor)
+};
+
+/// An empty target means the whole device.
+bool paintScene(QGraphicsScene* scene, QPaintDevice* device, const QRectF& target,
+                const QRectF& source) {
+    QPainter painter;
+    if (!painter.begin(device)) {
+        return false;
+    }
+    painter.setRenderHints(Hints);
+    scene->render(&painter, target, source, Qt::KeepAspectRatio);
+    return painter.end();
+}
+
+/// A white pixmap with the scene on it. A size of nothing gives a null pixmap.
+QPixmap scenePixmap(QGraphicsScene* scene, const QSize& size, const QRectF& source) {
+    QPixmap pixmap(size);
+    if (!pixmap.isNull()) {
+        pixmap.fill(Qt::white);
+        paintScene(scene, &pixmap, QRectF(), source);
+    }
+    return pixmap;
+}
+
+bool printPdf(QGraphicsScene* scene, const QString& fileName, const QRectF& source) {
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    printer.setOutputFileName(fileName);
+    if (source.height() < source.width()) {
+        printer.setPageOrientation(QPageLayout::Landscape);
+    }
+    return paintScene(scene, &printer, QRectF(), source);
+}
+
+/// PostScript is the page of the PDF, converted by a program: no library of another licence comes
+/// into a plug-in.
+bool printPostScript(QGraphicsScene* scene, const QString& fileName, const QRectF& source) {
+    const QTemporaryDir folder;
+    const QString pdf = folder.filePath(QStringLiteral("drawing.pdf"));
+    if (!folder.isValid() || !printPdf(scene, pdf, source)) {
+        return false;
+    }
+    return QProcess::execute(QStringLiteral("pdftops"), {pdf, fileName}) == 0;
+}
+
+bool writeSvg(QGraphicsScene* scene, const QString& fileName, const QRectF& source) {
+    QSvgGenerator generator;
+    generator.setFileName(fileName);
+    // A generator without a size has no "whole device": the drawing is written in scene units.
+    return paintScene(scene, &generator, QRectF(QPointF(), source.size()), source);
+}
+
+}  // namespace
+
+bool CCircuitEditorData::writePicture(CCircuitEditor::CaptureFormat format,
+                                      const QString& fileName) {
+    const QRectF source = scene->itemsBoundingRect();
+    const WaitCursor cursor;
+    switch (format) {
+        case CCircuitEditor::PS:
+            return printPostScript(scene, fileName, source);
+        case CCircuitEditor::PDF:
+            return printPdf(scene, fileName, source);
+        case CCircuitEditor::SVG:
+            return writeSvg(scene, fileName, source);
+        case CCircuitEditor::JPG:
+        case CCircuitEditor::PNG:
+            break;
+    }
+    const QSize size(CircuitGeometry::roundedInt(source.width() * PixelsPerUnit),
+                     CircuitGeometry::roundedInt(source.height() * PixelsPerUnit));
+    return scenePixmap(scene, size, source)
+        .save(fileName, format == CCircuitEditor::JPG ? "JPG" : "PNG", -1);
+}
+
+void CCircuitEditor::captureTo(CaptureFormat format) {
+    const QString name = QString::fromLatin1(Names[format].message);
+    const QString fileName = QFileDialog::getSaveFileName(
+        this, QStringLiteral("Choose a %1 file name to save").arg(name), d->defaultPSPath,
+        QString::fromLatin1(Names[format].filter));
+    if (fileName.isEmpty()) {
+        return;
+    }
+    // The grid stays away until the box has been answered.
+    const QScopedValueRollback<bool> gridOff(d->gridVisible, false);
+    d->scene->clearSelection();
+    d->writePicture(format, fileName);
+    QMessageBox::information(
+        this, QStringLiteral("%1 saved").arg(name),
+        QStringLiteral("The circuit diagram was saved into the %1 file").arg(name),
+        QMessageBox::Ok);
+}
+
+bool CCircuitEditor::captureToFile(int format, const QString& fileName) {
+    if (format < PS || format > SVG) {
+        return false;
+    }
+    const QScopedValueRollback<bool> gridOff(d->gridVisible, false);
+    d->scene->clearSelection();
+    return d->writePicture(static_cast<CaptureFormat>(format), fileName);
+}
+
+void CCircuitEditor::captureToPS() {
+    captureTo(PS);
+}
+
+void CCircuitEditor::captureToPDF() {
+    captureTo(PDF);
+}
+
+void CCircuitEditor::captureToJPG() {
+    captureTo(JPG);
+}
+
+void CCircuitEditor::captureToPNG() {
+    captureTo(PNG);
+}
+
+void CCircuitEditor::captureToSVG() {
+    captureTo(SVG);
+}
+
+void CCircuitEditor::captureToClipboard() {
+    const QScopedValueRollback<bool> gridOff(d->gridVisible, false);
+    d->scene->clearSelection();
+    const QRectF source = d->scene->itemsBoundingRect();
+    // Unlike a file, the clipboard's picture follows the present zoom.
+    const QSize size = mapFromScene(source).boundingRect().size();
+    {
+        const WaitCursor cursor;
+        QApplication::clipboard()->setPixmap(scenePixmap(d->scene, size, source),
+                                             QClipboard::Clipboard);
+    }
+    QMessageBox::information(this, QStringLiteral("Copied"),
+                             QStringLiteral("The circuit diagram was copied into the clipboard"),
+                             QMessageBox::Ok);
+}

@@ -1,0 +1,136 @@
+// The editor's share of a project document, and the circuit file.
+
+#include "CCircuitEditorData.h"
+#include "CUndoRedo.h"
+#include "ICircuitElement.h"
+#include "ICircuitStringGlobalVariableSupport.h"
+#include "ICircuitTitle.h"
+
+#include <QFile>
+#include <QMetaObject>
+
+namespace {
+
+const QString CircuitRoot = QStringLiteral("VortelCircuit");
+
+void appendComment(QDomDocument document, QDomElement parent, const QString& text) {
+    parent.appendChild(document.createComment(text));
+}
+
+/// Lets every element that looks for its controlling nodes and branches do so: possible only once
+/// the whole circuit exists.
+void resolveControls(ICircuit* circuit) {
+    for (int i = 0; i < circuit->elementCount(); ++i) {
+        QObject* object = circuit->element(i)->containerObject();
+        if (object->metaObject()->indexOfMethod("resolveControlNodesAndBranches()") >= 0) {
+            QMetaObject::invokeMethod(object, "resolveControlNodesAndBranches",
+                                      Qt::DirectConnection);
+        }
+    }
+}
+
+}  // namespace
+
+QString CCircuitEditor::projectPartID() {
+    return CircuitRoot;
+}
+
+bool CCircuitEditor::newProjectPart() {
+    d->undoStack->clear();
+    clearEditor();
+    return true;
+}
+
+bool CCircuitEditor::closeProjectPart() {
+    return newProjectPart();
+}
+
+bool CCircuitEditor::initializeProjectPart() {
+    centerOn(visibleItemsBoundingRect().center());
+    return true;
+}
+
+bool CCircuitEditor::saveProjectPart(QDomDocument document, QDomElement element) {
+    ICircuit* bound = circuit();
+    if (!bound) {
+        return false;
+    }
+    QObject* object = bound->containerObject();
+    if (auto* title = qobject_cast<ICircuitTitle*>(object)) {
+        element.setAttribute(QStringLiteral("Title"), title->title());
+    }
+    auto* strings = qobject_cast<ICircuitStringGlobalVariableSupport*>(object);
+    appendComment(document, element, QStringLiteral("Circuit Element Information"));
+    for (int i = 0; i < bound->elementCount(); ++i) {
+        d->saveElement(document, element, bound->element(i));
+    }
+    appendComment(document, element, QStringLiteral("Circuit Node Information"));
+    for (int i = 0; i < bound->nodeCount(); ++i) {
+        d->saveNode(document, element, bound->node(i));
+    }
+    appendComment(document, element, QStringLiteral("Global Variables Information"));
+    for (int i = 0; i < bound->globalVariableCount(); ++i) {
+        QDomElement record = document.createElement(QStringLiteral("GlobalVar"));
+        record.setAttribute(QStringLiteral("Name"), bound->globalVariableName(i));
+        record.setAttribute(QStringLiteral("Value"), bound->globalVariableValue(i).toString());
+        record.setAttribute(QStringLiteral("IsReal"), qlonglong(bound->isRealGlobalVariable(i)));
+        record.setAttribute(QStringLiteral("IsString"),
+                            qlonglong(strings && strings->isStringGlobalVariable(i)));
+        element.appendChild(record);
+    }
+    appendComment(document, element, QStringLiteral("Text boxes"));
+    appendComment(document, element, QStringLiteral("Element Property Text Boxes"));
+    appendComment(document, element, QStringLiteral("Global Param Text boxes"));
+    return true;
+}
+
+bool CCircuitEditor::loadProjectPart(QDomDocument, QDomElement element) {
+    ICircuit* bound = circuit();
+    if (!bound || !d->xmlUtils) {
+        return false;
+    }
+    clearEditor();
+    if (auto* title = qobject_cast<ICircuitTitle*>(bound->containerObject())) {
+        title->setTitle(element.attribute(QStringLiteral("Title")));
+    }
+    d->loadRecords(element);
+    for (const QDomElement& record :
+         d->xmlUtils->findElements(element, QStringLiteral("GlobalVar"))) {
+        bound->addGlobalVariable(record.attribute(QStringLiteral("Name")),
+                                 record.attribute(QStringLiteral("Value")),
+                                 record.attribute(QStringLiteral("IsReal")).toInt() != 0);
+    }
+    resolveControls(bound);
+    return true;
+}
+
+void CCircuitEditor::save(QString fileName) {
+    if (!circuit()) {
+        return;
+    }
+    QDomDocument document(CircuitRoot);
+    QDomElement root = document.createElement(CircuitRoot);
+    document.appendChild(root);
+    d->saveRecords(document, root);
+    QFile file(fileName);
+    if (file.open(QIODevice::WriteOnly)) {
+        file.write(document.toString(2).toLatin1());
+    }
+}
+
+void CCircuitEditor::load(QString fileName) {
+    if (!d->xmlUtils || !circuit()) {
+        return;
+    }
+    QFile file(fileName);
+    const QByteArray bytes = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    file.close();
+    // Up to the first NUL byte.
+    const QString text = QString::fromLatin1(bytes.constData());
+    QDomDocument document;
+    if (!document.setContent(text) || document.documentElement().isNull()) {
+        return;
+    }
+    clearEditor();
+    d->loadRecords(document.documentElement());
+}

@@ -1,0 +1,174 @@
+#include "EditorTest.h"
+
+#include "CCircuitEditorElementItem.h"
+#include "CCircuitEditorElementNodeItem.h"
+#include "CCircuitEditorNodeItem.h"
+
+#include <QGraphicsScene>
+#include <QSet>
+
+const ElementLibrary& shippedLibrary() {
+    static const std::unique_ptr<ElementLibrary> library = [] {
+        auto loaded = std::make_unique<ElementLibrary>();
+        loaded->load(QStringLiteral(VORTEL_SOURCE_DIR "/workbench/library"));
+        return loaded;
+    }();
+    return *library;
+}
+
+EditorTest::EditorTest() : editor(std::make_unique<CCircuitEditor>()) {
+    editor->setCircuitElementFactory(&factory);
+    editor->setXmlUtils(&xmlUtils);
+    editor->setQObjectLoadSave(&loadSave);
+    editor->setCircuitSolver(&solver);
+}
+
+EditorTest::~EditorTest() {
+    if (editor) {
+        const QStringList breaches = invariantBreaches(*editor);
+        EXPECT_TRUE(breaches.isEmpty()) << qPrintable(breaches.join(QLatin1Char('\n')));
+    }
+}
+
+CircuitElement* EditorTest::add(const char* type, QPointF position) {
+    ICircuitElement* element = factory.createElement(QString::fromLatin1(type));
+    EXPECT_NE(element, nullptr) << type;
+    circuit.addElement(element);
+    itemOf(element)->setPos(position);
+    return CircuitElement::from(element);
+}
+
+CircuitElement* EditorTest::element(const QString& name) {
+    for (int i = 0; i < circuit.elementCount(); ++i) {
+        if (circuit.element(i)->name() == name) {
+            return CircuitElement::from(circuit.element(i));
+        }
+    }
+    return nullptr;
+}
+
+ICircuitElementNode* EditorTest::terminal(const QString& name) {
+    CircuitElement* owner = element(name.section(QLatin1Char('.'), 0, 0));
+    return owner ? owner->elementNode(name.section(QLatin1Char('.'), 1)) : nullptr;
+}
+
+ICircuitNode* EditorTest::join(const char* first, const char* second) {
+    return solver.makeConnection(terminal(QString::fromLatin1(first)),
+                                 terminal(QString::fromLatin1(second)));
+}
+
+CCircuitEditorElementItem* EditorTest::itemOf(ICircuitElement* element) {
+    return editor->elementItem(element);
+}
+
+CCircuitEditorNodeItem* EditorTest::itemOf(ICircuitNode* node) {
+    return editor->nodeItem(node);
+}
+
+CCircuitEditorElementNodeItem* EditorTest::itemOf(ICircuitElementNode* terminal) {
+    return qgraphicsitem_cast<CCircuitEditorElementNodeItem*>(editor->itemFor(terminal));
+}
+
+QPointF EditorTest::placeOf(const char* terminalName) {
+    return itemOf(terminal(QString::fromLatin1(terminalName)))->mapToScene(QPointF(0, 0));
+}
+
+std::vector<QPointF> pathPoints(const QPainterPath& path) {
+    std::vector<QPointF> result;
+    for (int i = 0; i < path.elementCount(); ++i) {
+        result.push_back(path.elementAt(i));
+    }
+    return result;
+}
+
+namespace {
+
+void checkElements(const CCircuitEditor& editor, ICircuit* circuit, int itemCount,
+                   QStringList& breaches) {
+    int found = 0;
+    for (int i = 0; i < circuit->elementCount(); ++i) {
+        ICircuitElement* element = circuit->element(i);
+        const CCircuitEditorElementItem* item = editor.elementItem(element);
+        if (!item || item->element() != element || item->scene() != editor.scene()) {
+            breaches << QStringLiteral("element %1 has no item of its own").arg(element->name());
+            continue;
+        }
+        ++found;
+        for (const QString& name : element->elementNodeNames()) {
+            const CCircuitEditorElementNodeItem* marker = item->nodeItem(name);
+            if (!marker || marker->parentItem() != item ||
+                marker->pos() != element->elementNode(name)->position()) {
+                breaches << QStringLiteral("terminal %1.%2 has no marker in its place")
+                                .arg(element->name(), name);
+            }
+        }
+        for (int k = 0; k < item->circuitNodeItemCount(); ++k) {
+            ICircuitNode* node = item->circuitNodeItem(k)->circuitNode();
+            if (editor.nodeItem(node) != item->circuitNodeItem(k) ||
+                !CCircuitEditorNodeItem::joins(node, element, nullptr)) {
+                breaches << QStringLiteral("element %1 lists a wire that doesn't touch it")
+                                .arg(element->name());
+            }
+        }
+    }
+    if (found != itemCount) {
+        breaches << QStringLiteral("%1 element items for %2 elements").arg(itemCount).arg(found);
+    }
+}
+
+void checkWireEnds(const CCircuitEditor& editor, ICircuitNode* node,
+                   const CCircuitEditorNodeItem* wire, QStringList& breaches) {
+    const QPainterPath path = wire->mapToScene(wire->internalShape());
+    for (int i = 0; i < node->elementNodeCount(); ++i) {
+        ICircuitElementNode* terminal = node->elementNode(i);
+        const CCircuitEditorElementItem* item = editor.elementItem(terminal->element());
+        if (!item) {
+            continue;
+        }
+        bool isListed = false;
+        for (int k = 0; k < item->circuitNodeItemCount(); ++k) {
+            isListed = isListed || item->circuitNodeItem(k) == wire;
+        }
+        const QPointF place = item->nodeItem(terminal)->mapToScene(QPointF(0, 0));
+        bool isReached = wire->isManuallyConnected() || node->elementNodeCount() < 2;
+        for (int k = 0; k < path.elementCount(); ++k) {
+            isReached = isReached || QPointF(path.elementAt(k)) == place;
+        }
+        if (!isListed || !isReached) {
+            breaches << QStringLiteral("net %1 and terminal %2.%3 don't meet")
+                            .arg(node->name(), terminal->element()->name(), terminal->name());
+        }
+    }
+}
+
+}  // namespace
+
+QStringList invariantBreaches(const CCircuitEditor& editor) {
+    QStringList breaches;
+    int elementItems = 0;
+    int wires = 0;
+    for (const QGraphicsItem* item : editor.scene()->items()) {
+        elementItems += item->type() == CCircuitEditorElementItem::Type;
+        wires += item->type() == CCircuitEditorNodeItem::Type;
+    }
+    ICircuit* circuit = editor.circuit();
+    if (!circuit) {
+        return breaches;
+    }
+    checkElements(editor, circuit, elementItems, breaches);
+    int found = 0;
+    for (int i = 0; i < circuit->nodeCount(); ++i) {
+        ICircuitNode* node = circuit->node(i);
+        const CCircuitEditorNodeItem* wire = editor.nodeItem(node);
+        if (!wire || wire->circuitNode() != node || wire->scene() != editor.scene()) {
+            breaches << QStringLiteral("net %1 has no wire of its own").arg(node->name());
+            continue;
+        }
+        ++found;
+        checkWireEnds(editor, node, wire, breaches);
+    }
+    if (found != wires) {
+        breaches << QStringLiteral("%1 wires for %2 nets").arg(wires).arg(found);
+    }
+    return breaches;
+}

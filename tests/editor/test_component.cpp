@@ -1,0 +1,355 @@
+// The plug-in's component in the framework.
+
+#include "CCircuitEditor.h"
+#include "CCircuitEditorCmds.h"
+#include "CCircuitEditorComponent.h"
+#include "CCircuitEditorComponent_Plugin.h"
+#include "Circuit.h"
+#include "CircuitSolver.h"
+#include "DialogDriver.h"
+#include "EditorTest.h"
+#include "IElementExplorer.h"
+#include "IProjectExt.h"
+#include "WarningGuard.h"
+
+#include <Plexa/AboutPerson.h>
+#include <Plexa/ComponentManager.h>
+
+#include <QAction>
+#include <QDesktopServices>
+#include <QDir>
+#include <QFile>
+#include <QLabel>
+#include <QMenu>
+
+#include <memory>
+
+using Plexa::AbstractComponent;
+using Plexa::ComponentManager;
+
+namespace {
+
+class ExplorerStub : public QObject, public IElementExplorer {
+    Q_OBJECT
+    Q_INTERFACES(IElementExplorer)
+
+public:
+    QObject* containerObject() override { return this; }
+    QString selectedElementName() override { return {}; }
+
+signals:
+    void elementRightClicked(QString name, QMenu* menu);
+};
+
+class ProjectStub : public QObject, public IProjectExt, public IProjectPart {
+    Q_OBJECT
+    Q_INTERFACES(IProjectExt IProjectPart)
+
+public:
+    QObject* containerObject() override { return this; }
+    QString projectFileName() override { return fileName; }
+    QString projectPartID() override { return {}; }
+    bool newProjectPart() override { return true; }
+    bool loadProjectPart(QDomDocument, QDomElement) override { return true; }
+    bool initializeProjectPart() override { return true; }
+    bool saveProjectPart(QDomDocument, QDomElement) override { return true; }
+    bool closeProjectPart() override { return true; }
+
+    QString fileName;
+
+signals:
+    void projectPartModified() override;
+    void currentProjectFileNameChanged(QString fileName);
+};
+
+class Window : public QWidget {
+    Q_OBJECT
+
+signals:
+    void workspaceWidgetActivated(QWidget* widget);
+};
+
+/// A host that offers the objects of a test by name.
+class HostComponent : public AbstractComponent {
+public:
+    QObject* fetchObject(const QString& name) const override {
+        return offered.value(name.section(QLatin1Char('.'), -1));
+    }
+    static QHash<QString, QObject*> offered;
+};
+
+QHash<QString, QObject*> HostComponent::offered;
+
+class HelpOpener : public QObject {
+    Q_OBJECT
+
+public:
+    HelpOpener() { QDesktopServices::setUrlHandler(QStringLiteral("file"), this, "open"); }
+    ~HelpOpener() override { QDesktopServices::unsetUrlHandler(QStringLiteral("file")); }
+    QStringList opened;
+
+public slots:
+    void open(const QUrl& url) { opened << url.toLocalFile(); }
+};
+
+class Component : public testing::Test {
+protected:
+    Component() {
+        auto* factory = Plexa::ComponentFactory::instance();
+        factory->registerComponentInfo(
+            QStringLiteral("Host"), []() -> AbstractComponent* { return new HostComponent; },
+            &AbstractComponent::staticMetaObject);
+        factory->registerComponentInfo(
+            QStringLiteral("CElementExplorerComponent"),
+            []() -> AbstractComponent* { return new HostComponent; },
+            &AbstractComponent::staticMetaObject);
+        const std::unique_ptr<IComponentPlugin> plugin(GetComponentPlugin());
+        EXPECT_EQ(plugin->buildKey(), QStringLiteral("Qm7#xP2w"));
+        plugin->registerComponent();
+    }
+    ~Component() override {
+        if (component) {
+            delete component->circuitEditor();
+        }
+        ComponentManager::instance()->shutdown();
+        ComponentManager::instance()->setMainWindow(nullptr);
+        HostComponent::offered.clear();
+    }
+
+    void start(const QHash<QString, QObject*>& offered) {
+        HostComponent::offered = offered;
+        QStringList names;
+        for (const QString& name : offered.keys()) {
+            names << QStringLiteral("\"%1\"").arg(name);
+        }
+        names.sort();
+        Plexa::GuiDescription description;
+        QString error;
+        ASSERT_TRUE(description.parse(
+            QStringLiteral(
+                "{\"components\": [{\"name\": \"Host\", \"objects\": [%1]},"
+                "{\"name\": \"CElementExplorerComponent\", \"objects\": []},"
+                "{\"name\": \"CCircuitEditorComponent\", \"objects\": [\"circuitEditorGL\"],"
+                "\"properties\": {\"TextBoxColors\": {\"Fill\": {\"Default\": \"#ff0000\"}}}}]}")
+                .arg(names.join(QLatin1Char(',')))
+                .toUtf8(),
+            &error));
+        ComponentManager* manager = ComponentManager::instance();
+        manager->setMainWindow(&window);
+        manager->setGuiDescription(description);
+        ASSERT_TRUE(manager->createComponents(&error)) << qPrintable(error);
+        component = CCircuitEditorComponent::instance();
+        ASSERT_EQ(component, manager->component(QStringLiteral("CCircuitEditorComponent")));
+        manager->announceComponents();
+        manager->initializeComponents();
+    }
+
+    Window window;
+    CCircuitEditorComponent* component = nullptr;
+    QTemporaryDir folder;
+};
+
+}  // namespace
+
+TEST_F(Component, DrawsACircuitThatIsThereBeforeIt) {
+    Circuit circuit;
+    CircuitSolver solver(&circuit);
+    ElementFactory factory(shippedLibrary());
+    circuit.addElement(factory.createElement(QStringLiteral("Resistor.Basic")));
+    circuit.addElement(factory.createElement(QStringLiteral("Resistor.Basic")));
+    solver.makeConnection(circuit.element(0)->elementNode(QStringLiteral("p")),
+                          circuit.element(1)->elementNode(QStringLiteral("n")));
+    start({{QStringLiteral("solver"), &solver}, {QStringLiteral("factory"), &factory}});
+    CCircuitEditor* editor = component->circuitEditor();
+    EXPECT_EQ(editor->circuit(), &circuit);
+    EXPECT_NE(editor->nodeItem(circuit.node(0)), nullptr);
+    EXPECT_EQ(CCircuitEditorCmds::CircuitSolver.get(), &solver);
+    EXPECT_EQ(CCircuitEditorCmds::Circuit.get(), &circuit);
+    EXPECT_EQ(CCircuitEditorCmds::CircuitElementFactory.get(), &factory);
+    EXPECT_EQ(CCircuitEditorCmds::CircuitEditor, editor);
+    EXPECT_EQ(CCircuitEditorCmds::PropertyEditor.get(), nullptr);
+    EXPECT_EQ(component->textBoxColors()[QStringLiteral("Fill")].toMap()[QStringLiteral("Default")],
+              QStringLiteral("#ff0000"));
+    component->newCircuit();
+    EXPECT_EQ(circuit.elementCount(), 0);
+}
+
+TEST_F(Component, WorksWithoutAnyCollaborator) {
+    start({});
+    component->newCircuit();
+    component->saveCircuit(folder.filePath(QStringLiteral("a.ckt")));
+    component->loadCircuit(folder.filePath(QStringLiteral("a.ckt")));
+    component->showCurrentProjectHelpFile();
+    emit window.workspaceWidgetActivated(component->circuitEditor());
+    EXPECT_TRUE(component->isActive());
+    emit window.workspaceWidgetActivated(&window);
+    EXPECT_FALSE(component->isActive());
+    EXPECT_FALSE(QFile::exists(folder.filePath(QStringLiteral("a.ckt"))));
+}
+
+TEST_F(Component, ServesByTheLastPieceOfAName) {
+    start({});
+    CCircuitEditor* editor = component->circuitEditor();
+    const QWidget* viewport = editor->viewport();
+    EXPECT_EQ(component->fetchWidget(QStringLiteral("any.circuitEditorGL")), editor);
+    EXPECT_EQ(editor->viewport(), viewport);
+    EXPECT_EQ(component->fetchWidget(QStringLiteral("x.y.circuitEditor")), editor);
+    EXPECT_NE(editor->viewport(), viewport);
+    EXPECT_EQ(component->fetchWidget(QStringLiteral("statusLabel")), editor->statusLabel());
+    EXPECT_EQ(component->fetchWidget(QStringLiteral("circuitEditor.other")), nullptr);
+    EXPECT_EQ(component->fetchObject(QStringLiteral("a.controller")), component);
+    EXPECT_EQ(component->fetchObject(QStringLiteral("circuitEditor")), nullptr);
+
+    const QString name = QStringLiteral("CCircuitEditorComponent.manualCtorMode");
+    QAction* action = component->fetchAction(name);
+    EXPECT_EQ(action->objectName(), name);
+    EXPECT_EQ(component->fetchAction(name), action);
+    EXPECT_EQ(component->fetchAction(QStringLiteral("other")), nullptr);
+    component->setManualConnectionMode(true);
+    EXPECT_TRUE(action->isChecked());
+    editor->setMode(CCircuitEditor::OutVarSelectionMode);
+    EXPECT_FALSE(action->isChecked());
+
+    QWidget child(&window);
+    component->addChildWidget(&window, &child, QString());
+    EXPECT_EQ(child.parent(), nullptr);
+}
+
+TEST_F(Component, MakesFurtherEditorsWithoutACircuit) {
+    Circuit circuit;
+    CircuitSolver solver(&circuit);
+    ElementFactory factory(shippedLibrary());
+    start({{QStringLiteral("solver"), &solver}, {QStringLiteral("factory"), &factory}});
+    const std::unique_ptr<QWidget> widget(component->createWidget(QStringLiteral("circuitEditor")));
+    auto* editor = qobject_cast<CCircuitEditor*>(widget.get());
+    ASSERT_NE(editor, nullptr);
+    EXPECT_NE(editor, component->circuitEditor());
+    EXPECT_EQ(editor->circuitElementFactory(), &factory);
+    EXPECT_EQ(editor->circuit(), nullptr);
+    EXPECT_EQ(component->createWidget(QStringLiteral("outVarsWidget")), nullptr);
+}
+
+TEST_F(Component, AGlViewportComesOnlyAfterTheSwitchHasBeenOff) {
+    start({});
+    QWidget* viewport = component->circuitEditor()->viewport();
+    EXPECT_TRUE(component->isUseOpenGL());
+    component->setUseOpenGL(true);
+    EXPECT_EQ(component->circuitEditor()->viewport(), viewport);
+    component->setUseOpenGL(false);
+    EXPECT_NE(component->circuitEditor()->viewport(), viewport);
+    viewport = component->circuitEditor()->viewport();
+    component->setUseOpenGL(true);  // this platform has no GL: the plain one stays
+    EXPECT_EQ(component->circuitEditor()->viewport(), viewport);
+}
+
+TEST_F(Component, OpensHelpForElements) {
+    ExplorerStub explorer;
+    start({{QStringLiteral("explorer"), &explorer}});
+    component->setElementDocumentationPath(folder.path());
+    EXPECT_TRUE(component->helpFileForElement(QString()).isEmpty());
+    EXPECT_TRUE(component->helpFileForElement(QStringLiteral("Resistor")).isEmpty());
+    EXPECT_TRUE(component->helpFileForElement(QStringLiteral("a.b.c")).isEmpty());
+    EXPECT_EQ(loggedCount(QStringLiteral("helpfilePath")), 0);
+    const QString path = folder.filePath(QStringLiteral("Basic/Basic_Resistor.pdf"));
+    QDir(folder.path()).mkdir(QStringLiteral("Basic"));
+    HelpOpener opener;
+    QMenu menu;
+    emit explorer.elementRightClicked(QStringLiteral("Resistor.Basic"), &menu);
+    ASSERT_EQ(menu.actions().size(), 1);
+    EXPECT_EQ(menu.actions().first()->text(), QStringLiteral("Resistor.Basic Help"));
+    {
+        DialogDriver driver;
+        driver.accept();
+        menu.actions().first()->trigger();
+        EXPECT_EQ(driver.titles, QStringList{"Help not found"});
+        EXPECT_EQ(driver.texts, QStringList{"Help file for \"Resistor.Basic\" not found"});
+    }
+    EXPECT_EQ(loggedCount(QStringLiteral("helpfilePath = ") + path), 1);
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.close();
+    menu.actions().first()->trigger();
+    EXPECT_EQ(opener.opened, QStringList{path});
+}
+
+TEST_F(Component, OpensHelpForTheProjectAndFollowsIt) {
+    ProjectStub project;
+    start({{QStringLiteral("project"), &project}});
+    HelpOpener opener;
+    const auto answered = [this] {
+        DialogDriver driver;
+        driver.accept();
+        component->showCurrentProjectHelpFile();
+        return driver.titles + driver.texts;
+    };
+    EXPECT_EQ(answered(), (QStringList{"Project not saved",
+                                       "Cannot look for help file in an unsaved project"}));
+    project.fileName = folder.filePath(QStringLiteral("my.amp.vprj"));
+    QFile file(project.fileName);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    EXPECT_EQ(answered(),
+              (QStringList{"Project help not found", "Cannot find help file for this project."}));
+    QFile help(folder.filePath(QStringLiteral("my.pdf")));
+    ASSERT_TRUE(help.open(QIODevice::WriteOnly));
+    component->showCurrentProjectHelpFile();
+    EXPECT_EQ(opener.opened, QStringList{help.fileName()});
+
+    emit project.currentProjectFileNameChanged(project.fileName);
+    EXPECT_EQ(project.property("DefaultProjectPath").toString(), folder.path());
+    emit project.currentProjectFileNameChanged(QString());
+    EXPECT_EQ(project.property("DefaultProjectPath").toString(), folder.path());
+}
+
+TEST_F(Component, AsksForCircuitFiles) {
+    Circuit circuit;
+    CircuitSolver solver(&circuit);
+    ElementFactory factory(shippedLibrary());
+    XmlUtils xmlUtils;
+    start({{QStringLiteral("solver"), &solver},
+           {QStringLiteral("factory"), &factory},
+           {QStringLiteral("xml"), &xmlUtils}});
+    circuit.addElement(factory.createElement(QStringLiteral("Resistor.Basic")));
+    component->setCircuitFilesPath(folder.path());
+    const QString file = folder.filePath(QStringLiteral("a.ckt"));
+    DialogDriver driver;
+    driver.reject();
+    component->saveCircuit();
+    driver.chooseFile(file);
+    component->saveCircuit();
+    EXPECT_TRUE(QFile::exists(file));
+    circuit.clear();
+    driver.reject();
+    component->loadCircuit();
+    EXPECT_EQ(circuit.elementCount(), 0);
+    driver.chooseFile(file);
+    component->loadCircuit();
+    EXPECT_EQ(circuit.elementCount(), 1);
+    EXPECT_EQ(driver.titles.first(), QStringLiteral("Choose a file name to save into"));
+    EXPECT_EQ(driver.titles.last(), QStringLiteral("Choose a file name to load"));
+}
+
+TEST_F(Component, TellsAboutItself) {
+    start({});
+    auto* about = qobject_cast<IAboutData*>(component);
+    ASSERT_NE(about, nullptr);
+    EXPECT_EQ(about->productName(), QStringLiteral("Circuit Editor"));
+    EXPECT_EQ(about->version(), QStringLiteral("2.0"));
+    EXPECT_EQ(about->shortDescription(),
+              QStringLiteral("Provides a canvas for editor Vortel circuits"));
+    EXPECT_EQ(about->license(), QStringLiteral("Vortel/VortelGUI License"));
+    ASSERT_EQ(about->authors().size(), 2);
+    EXPECT_EQ(about->authors().at(0).role(),
+              QStringLiteral("Founder, Vision, Design, Development"));
+    EXPECT_EQ(about->authors().at(1).role(), QStringLiteral("Design and Development of GUI"));
+    EXPECT_TRUE(about->credits().isEmpty() && about->programLogo().isNull());
+    const struct {
+        const char* name;
+        QSize size;
+    } icons[] = {{"undo", {32, 32}}, {"new", {48, 48}}, {"manualConnections", {32, 23}}};
+    for (const auto& icon : icons) {
+        EXPECT_EQ(QImage(QStringLiteral(":/CircuitEditor/%1.png").arg(icon.name)).size(),
+                  icon.size);
+    }
+}
+
+#include "test_component.moc"

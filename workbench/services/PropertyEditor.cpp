@@ -107,6 +107,13 @@ PropertyEditor::PropertyEditor(QWidget* parent)
             [this](QTreeWidgetItem* item) { m_tree->editItem(item, ValueColumn); });
 }
 
+PropertyEditor::~PropertyEditor() {
+    // A line that is being edited commits when it loses the focus: better now, while this is a
+    // panel, and to no object.
+    m_object = nullptr;
+    hide();
+}
+
 void PropertyEditor::setReadOnly(bool readOnly) {
     m_readOnly = readOnly;
     rebuild();

@@ -21,6 +21,7 @@ class PropertyEditor : public QWidget, public IPropertyEditor {
 
 public:
     explicit PropertyEditor(QWidget* parent = nullptr);
+    ~PropertyEditor() override;
 
     bool isReadOnly() const { return m_readOnly; }
     void setReadOnly(bool readOnly);

@@ -1,0 +1,329 @@
+// The program as it is used from a shell: exit status, streams and files.
+
+#include "WorkbenchProcess.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QImage>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QSvgRenderer>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+const QString Divider = QStringLiteral(VORTEL_SOURCE_DIR "/tests/data/divider.ckt");
+const QStringList Suffixes = {"svg", "pdf", "ps", "png", "jpg"};
+
+/// Width and height of the only page.
+QSizeF pageSize(const QByteArray& document, const char* pattern) {
+    // With its length: a document may hold NULs.
+    const QString text = QString::fromLatin1(document.constData(), document.size());
+    const QRegularExpressionMatch match = QRegularExpression(QLatin1String(pattern)).match(text);
+    EXPECT_TRUE(match.hasMatch()) << pattern;
+    return {match.captured(1).toDouble(), match.captured(2).toDouble()};
+}
+
+QStringList names(const QJsonObject& drawing, const char* list) {
+    QStringList result;
+    for (const QJsonValue& entry : drawing.value(QLatin1String(list)).toArray()) {
+        result.append(entry.toObject().value(QStringLiteral("name")).toString());
+    }
+    return result;
+}
+
+}  // namespace
+
+using CommandLineTest = WorkbenchTest;
+
+TEST_F(CommandLineTest, BadUseTellsTheUsage) {
+    const QList<QPair<QStringList, QString>> cases = {
+        {{"export"}, "export needs a file name"},
+        {{"export", Divider}, "export needs at least one -o OUT"},
+        {{"export", Divider, "-o"}, "-o needs a file name"},
+        {{"export", Divider, "-o", "x.gif"}, "x.gif: the name of a picture must end in"},
+        {{"export", Divider, "-o", "svg"}, "svg: the name of a picture must end in"},
+        {{"export", Divider, "-o", "x.svg", "-o", "x"}, "x: the name of a picture must end in"},
+        {{"export", Divider, Divider, "-o", "x.svg"}, "too many file names"},
+        {{"describe"}, "describe needs a file name"},
+        {{"describe", Divider, "x"}, "too many file names: x"},
+        {{"describe", Divider, "-o", "x.svg"}, "-o belongs to export"},
+        {{"convert", Divider}, "convert needs a file name"},
+        {{"convert", Divider, "x.vprj"}, "x.vprj: convert writes circuit files"},
+        {{"convert", Divider, "x.svg"}, "x.svg: convert writes circuit files"},
+        {{"--colour"}, "unknown option --colour"},
+        {{"--plugin"}, "--plugin needs a file name"},
+        {{Divider, Divider}, "too many file names"},
+        {{""}, "the file name is empty"}};
+    for (const auto& [arguments, sentence] : cases) {
+        SCOPED_TRACE(qPrintable(arguments.join(' ')));
+        const Outcome outcome = run(arguments);
+        EXPECT_EQ(outcome.status, 2);
+        ASSERT_EQ(outcome.errorLines.size(), 2) << testing::PrintToString(outcome.errorLines);
+        EXPECT_TRUE(outcome.errorLines.at(0).startsWith(sentence))
+            << qPrintable(outcome.errorLines.at(0));
+        EXPECT_TRUE(outcome.errorLines.at(1).startsWith("usage: vortel-workbench "));
+        EXPECT_EQ(outcome.output, "");
+    }
+    EXPECT_EQ(files(), QStringList());
+}
+
+TEST_F(CommandLineTest, HelpAndVersionGoToTheStandardOutput) {
+    const Outcome help = run({"--help"});
+    EXPECT_EQ(help.status, 0);
+    EXPECT_TRUE(help.output.startsWith("usage: vortel-workbench "));
+    EXPECT_EQ(run({"--version"}).output, "vortel-workbench 2.0\n");
+}
+
+TEST_F(CommandLineTest, RefusesWhatIsNoCircuitFile) {
+    const QString broken = dataFile("broken/");
+    QList<QPair<QString, QString>> cases = {
+        {path("missing.ckt"), "does not exist"},
+        {dataFile("broken"), "is a folder"},
+        {"/dev/zero", "is not a regular file"},
+        {broken + "empty.ckt", "is empty"},
+        {broken + "blank.ckt", "is empty"},
+        {broken + "not-xml.ckt", "is not well-formed XML: "},
+        {broken + "truncated.ckt", "is not well-formed XML: unexpected end of file in line 16"},
+        {broken + "wrong-root.ckt", "its root element is \"html\", not \"VortelCircuit\""},
+        {broken + "entities.ckt", "declares entities"},
+        {write("nested.ckt",
+               QByteArray("<a>").repeated(100000) + QByteArray("</a>").repeated(100000)),
+         "is nested too deeply"},
+        {write("open.ckt", QByteArray("<a b='>'>").repeated(100000)), "is nested too deeply"},
+        {write("two\nlines.ckt", ""), "is empty"}};
+    if (geteuid() != 0) {  // root reads everything
+        const QString locked = write("locked.ckt", "<VortelCircuit/>");
+        QFile::setPermissions(locked, QFileDevice::WriteOwner);
+        cases.append({locked, "cannot be read: Permission denied"});
+    }
+    const QStringList before = files();
+    for (const auto& [file, reason] : qAsConst(cases)) {
+        const QList<QStringList> commands = {{"describe", file},
+                                             {"convert", file, path("out.ckt")},
+                                             {"export", file, "-o", path("out.svg")},
+                                             {file}};
+        for (const QStringList& arguments : commands) {
+            SCOPED_TRACE(qPrintable(arguments.join(' ')));
+            const Outcome outcome = run(arguments);
+            EXPECT_EQ(outcome.status, 1);
+            ASSERT_EQ(outcome.errorLines.size(), 1) << testing::PrintToString(outcome.errorLines);
+            EXPECT_TRUE(outcome.errorLines.first().startsWith(QString(file).replace('\n', ' ') +
+                                                              QStringLiteral(": ")));
+            EXPECT_TRUE(outcome.errorLines.first().contains(reason))
+                << qPrintable(outcome.errorLines.first());
+            EXPECT_EQ(outcome.output, "");
+        }
+    }
+    EXPECT_EQ(files(), before);
+}
+
+TEST_F(CommandLineTest, TellsWhatCouldNotBeRestored) {
+    const QString partly = dataFile("broken/partly-unknown.ckt");
+    const Outcome outcome = run({"describe", partly});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.errorLines,
+              QStringList(partly + ": 2 elements and 3 nodes could not be restored"));
+    const QJsonObject drawing = QJsonDocument::fromJson(outcome.output).object();
+    EXPECT_EQ(names(drawing, "elements"), QStringList({"R1", "R2", "R3"}));
+    EXPECT_EQ(names(drawing, "nodes"), QStringList({"whole", "partial"}));
+
+    const QString one = dataFile("broken/one-unknown.ckt");
+    EXPECT_EQ(run({"convert", one, path("out.ckt")}).errorLines,
+              QStringList(one + ": 1 element could not be restored"));
+    // What is lost is lost once: the new file is whole.
+    EXPECT_EQ(run({"describe", path("out.ckt")}).errorLines, QStringList());
+
+    // Nothing is read beyond the first NUL, and so nothing there is missed.
+    const Outcome afterNul = run({"describe", dataFile("broken/after-nul.ckt")});
+    EXPECT_EQ(afterNul.status, 0);
+    EXPECT_EQ(afterNul.errorLines, QStringList());
+
+    // A deep comment is no deep document.
+    const QString comment =
+        write("comment.ckt",
+              "<VortelCircuit><!--" + QByteArray("<a>").repeated(5000) + "--></VortelCircuit>");
+    EXPECT_EQ(run({"describe", comment}).status, 0);
+}
+
+TEST_F(CommandLineTest, ExportWritesEveryFormat) {
+    QStringList arguments = {"export", Divider};
+    QStringList expected;
+    for (const QString& suffix : Suffixes) {
+        arguments += {"-o", path("drawing." + suffix)};
+        expected.append("drawing." + suffix);
+    }
+    arguments += {"-o", path("AGAIN.PNG")};
+    expected.append("AGAIN.PNG");
+    expected.sort();
+    const Outcome outcome = run(arguments);
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.errorLines, QStringList());
+    EXPECT_EQ(outcome.output, "");
+    EXPECT_EQ(files(), expected);
+
+    const QByteArray svg = contentOf(path("drawing.svg"));
+    EXPECT_TRUE(QSvgRenderer(svg).isValid());
+    EXPECT_GT(svg.count("<path"), 4);
+
+    // The drawing is 240 by 220 units: from the source's edge to the right resistor's, and from the
+    // upper resistor's to the ground's.
+    const QImage png(path("drawing.png"), "PNG");
+    const QImage jpg(path("drawing.jpg"), "JPG");
+    EXPECT_EQ(png.size(), jpg.size());
+    EXPECT_EQ(png.size(), QSize(720, 660));
+    EXPECT_EQ(png.pixel(0, 0), qRgb(255, 255, 255));
+
+    const QByteArray pdf = contentOf(path("drawing.pdf"));
+    const QByteArray ps = contentOf(path("drawing.ps"));
+    EXPECT_TRUE(pdf.startsWith("%PDF-"));
+    EXPECT_TRUE(ps.startsWith("%!PS"));
+    const QSizeF pdfPage = pageSize(pdf, R"(/MediaBox \[[0.]+ [0.]+ ([\d.]+) ([\d.]+)\])");
+    EXPECT_GT(pdfPage.width(), pdfPage.height());
+    EXPECT_EQ(pageSize(ps, R"(%%BoundingBox: 0 0 (\d+) (\d+))"), pdfPage);
+}
+
+TEST_F(CommandLineTest, ConvertedFileHoldsTheSameDrawing) {
+    const Outcome converted = run({"convert", Divider, path("a.ckt")});
+    EXPECT_EQ(converted.status, 0);
+    EXPECT_EQ(converted.errorLines, QStringList());
+    EXPECT_EQ(converted.output, "");
+
+    const QByteArray drawing = run({"describe", Divider}).output;
+    EXPECT_EQ(names(QJsonDocument::fromJson(drawing).object(), "elements"),
+              QStringList({"V1", "R1", "R2", "GND1"}));
+    EXPECT_TRUE(drawing.endsWith("}\n"));
+    EXPECT_EQ(run({"describe", path("a.ckt")}).output, drawing);
+
+    // The same bytes each time, also over the file that was read.
+    const QByteArray bytes = contentOf(path("a.ckt"));
+    EXPECT_EQ(run({"convert", path("a.ckt"), path("a.ckt")}).status, 0);
+    EXPECT_EQ(contentOf(path("a.ckt")), bytes);
+    EXPECT_EQ(files(), QStringList("a.ckt"));
+}
+
+TEST_F(CommandLineTest, TargetThatCannotBeWritten) {
+    ASSERT_TRUE(QDir().mkdir(path("folder.svg")));
+    ASSERT_TRUE(QDir().mkdir(path("folder.ckt")));
+    ASSERT_EQ(mkfifo(path("pipe.png").toLocal8Bit().constData(), 0600), 0);
+    QList<QPair<QStringList, QString>> cases = {
+        {{"export", Divider, "-o", path("no/x.svg")}, "there is no folder " + path("no")},
+        {{"export", Divider, "-o", path("folder.svg")}, "it is a folder"},
+        {{"export", Divider, "-o", path("pipe.png")}, "it is not a regular file"},
+        {{"convert", Divider, path("no/x.ckt")}, "there is no folder " + path("no")},
+        {{"convert", Divider, path("folder.ckt")}, "it is a folder"},
+        {{"export", dataFile("broken/after-nul.ckt"), "-o", path("x.png")},
+         "the drawing is empty"}};
+    if (geteuid() != 0) {  // root writes everywhere
+        QFile::setPermissions(write("locked.svg", "kept"), QFileDevice::ReadOwner);
+        cases.append({{"export", Divider, "-o", path("locked.svg")}, "permission denied"});
+    }
+    const QStringList before = files();
+    for (const auto& [arguments, reason] : qAsConst(cases)) {
+        SCOPED_TRACE(qPrintable(arguments.join(' ')));
+        const Outcome outcome = run(arguments);
+        EXPECT_EQ(outcome.status, 1);
+        EXPECT_EQ(outcome.errorLines,
+                  QStringList(QStringLiteral("cannot write %1: %2").arg(arguments.last(), reason)));
+    }
+    EXPECT_EQ(files(), before);
+
+    // The pictures before the one that fails are whole and stay.
+    EXPECT_EQ(run({"export", Divider, "-o", path("x.svg"), "-o", path("folder.svg")}).status, 1);
+    EXPECT_TRUE(QFileInfo::exists(path("x.svg")));
+}
+
+TEST_F(CommandLineTest, FullDiskLeavesTheOldFile) {
+    QStringList expected;
+    for (const QString& suffix : Suffixes + QStringList("ckt")) {
+        SCOPED_TRACE(qPrintable(suffix));
+        const QString target = write("x." + suffix, "old");
+        expected.append("x." + suffix);
+        const Outcome outcome =
+            runOnFullDisk(suffix == "ckt" ? QStringList{"convert", Divider, target}
+                                          : QStringList{"export", Divider, "-o", target},
+                          1024);
+        EXPECT_EQ(outcome.status, 1);
+        ASSERT_FALSE(outcome.errorLines.isEmpty());
+        EXPECT_TRUE(outcome.errorLines.last().startsWith("cannot write " + target + ": "));
+        EXPECT_EQ(contentOf(target), "old");
+    }
+    expected.sort();
+    EXPECT_EQ(files(), expected);
+}
+
+TEST_F(CommandLineTest, ReplacesWhatALinkLeadsTo) {
+    write("real.svg", "old");
+    ASSERT_TRUE(QFile::link(path("real.svg"), path("link.svg")));
+    EXPECT_EQ(run({"export", Divider, "-o", path("link.svg")}).status, 0);
+    EXPECT_TRUE(QFileInfo(path("link.svg")).isSymLink());
+    EXPECT_TRUE(contentOf(path("real.svg")).contains("</svg>"));
+    EXPECT_EQ(files(), QStringList({"link.svg", "real.svg"}));
+}
+
+TEST_F(CommandLineTest, PluginThatCannotBeUsed) {
+    const QList<QPair<QString, QString>> cases = {
+        {path("none.so"), "does not exist"},
+        {Divider, "cannot be loaded"},
+        {builtFile("libJSON.so"), "has no entry \"GetComponentPlugin\""},
+        {builtFile("libplugin_wrong_key.so"), "was built for another application"},
+        {builtFile("libplugin_empty.so"), "offers no component"},
+        {builtFile("libplugin_sample.so"), "there is no component \"CCircuitEditorComponent\""}};
+    for (const auto& [plugin, reason] : cases) {
+        const QList<QStringList> commands = {{"--plugin", plugin, "describe", Divider},
+                                             {"export", "--plugin", plugin, Divider, "-o", "x.svg"},
+                                             {"--plugin", plugin}};
+        for (const QStringList& arguments : commands) {
+            SCOPED_TRACE(qPrintable(arguments.join(' ')));
+            const Outcome outcome = run(arguments);
+            EXPECT_EQ(outcome.status, 1);
+            ASSERT_EQ(outcome.errorLines.size(), 1) << testing::PrintToString(outcome.errorLines);
+            EXPECT_TRUE(outcome.errorLines.first().contains(reason))
+                << qPrintable(outcome.errorLines.first());
+        }
+    }
+    EXPECT_EQ(files(), QStringList());
+    EXPECT_EQ(run({"--plugin", builtFile("libcircuiteditor.so"), "describe", Divider}).status, 0);
+}
+
+TEST_F(CommandLineTest, CommandsNeedNoDisplay) {
+    // A display that can't be reached must not matter either.
+    environment.insert("DISPLAY", ":4711");
+    EXPECT_EQ(run({"export", Divider, "-o", path("x.svg")}).status, 0);
+    environment.insert("LC_ALL", "C");
+    const QString umlaut = write(QString::fromUtf8("Verst\xc3\xa4rker.ckt"), contentOf(Divider));
+    EXPECT_EQ(run({"describe", umlaut}).status, 0);
+}
+
+TEST_F(CommandLineTest, OutputThatCannotBeWritten) {
+    QProcess process;
+    process.setStandardOutputFile("/dev/full");
+    process.setProcessEnvironment(environment);
+    process.start(builtFile("vortel-workbench"), {"describe", Divider});
+    ASSERT_TRUE(process.waitForFinished());
+    EXPECT_EQ(process.exitCode(), 1);
+    EXPECT_EQ(process.readAllStandardError(),
+              "cannot write to the standard output: No space left on device\n");
+}
+
+TEST_F(CommandLineTest, WindowEndsInOrderWhenTheSessionEnds) {
+    QProcess process;
+    process.setProcessEnvironment(environment);
+    process.start(builtFile("vortel-workbench"), {dataFile("broken/partly-unknown.ckt")});
+    // The line comes once the file is open; from then on the program must sit and wait.
+    ASSERT_TRUE(process.waitForStarted());
+    process.setReadChannel(QProcess::StandardError);
+    ASSERT_TRUE(process.waitForReadyRead());
+    EXPECT_TRUE(process.readLine().endsWith("could not be restored\n"));
+    EXPECT_FALSE(process.waitForFinished(500));
+    process.terminate();
+    ASSERT_TRUE(process.waitForFinished());
+    EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(process.exitCode(), 0);
+}

@@ -1,0 +1,311 @@
+// The application's panels, used by keyboard and mouse, on the real model.
+
+#include "Circuit.h"
+#include "CircuitElement.h"
+#include "CircuitSolver.h"
+#include "ElementExplorer.h"
+#include "ElementFactory.h"
+#include "ElementLibrary.h"
+#include "ICircuitNode.h"
+#include "ProjectManager.h"
+#include "PropertyEditor.h"
+
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTimer>
+#include <QTreeWidget>
+
+#include <memory>
+
+namespace {
+
+QTreeWidgetItem* itemWithText(QWidget& panel, const QString& text) {
+    const QList<QTreeWidgetItem*> found =
+        panel.findChild<QTreeWidget*>()->findItems(text, Qt::MatchExactly | Qt::MatchRecursive);
+    return found.isEmpty() ? nullptr : found.first();
+}
+
+/// The lines that a user sees, groups included.
+QStringList visibleTexts(QWidget& panel) {
+    QStringList texts;
+    for (QTreeWidgetItemIterator it(panel.findChild<QTreeWidget*>(),
+                                    QTreeWidgetItemIterator::NotHidden);
+         *it; ++it) {
+        texts.append((*it)->text(0));
+    }
+    return texts;
+}
+
+}  // namespace
+
+class ElementExplorerTest : public testing::Test {
+protected:
+    ElementExplorerTest() {
+        QPixmap picture(8, 8);
+        picture.fill(Qt::black);
+        explorer.setEntries({{"Diode.Semi", "Diode", "Semi", "Lets through one way.", picture},
+                             {"Resistor.Basic", "Resistor", "Basic", "Resists.", picture},
+                             {"Zener.Semi", "Zener diode", "Semi", "Breaks down.", picture}});
+        explorer.show();
+        explorer.activateWindow();
+    }
+
+    QLineEdit* filter() { return explorer.findChild<QLineEdit*>(); }
+    QTreeWidget* tree() { return explorer.findChild<QTreeWidget*>(); }
+    QPoint centreOf(const QString& label) {
+        return tree()->visualItemRect(itemWithText(explorer, label)).center();
+    }
+    void rightClick(const QPoint& position) { emit tree()->customContextMenuRequested(position); }
+
+    ElementExplorer explorer;
+};
+
+TEST_F(ElementExplorerTest, ShowsTypesByLibrary) {
+    EXPECT_EQ(visibleTexts(explorer),
+              QStringList({"Semi", "Diode", "Zener diode", "Basic", "Resistor"}));
+    QTreeWidgetItem* item = itemWithText(explorer, "Resistor");
+    EXPECT_FALSE(item->icon(0).isNull());
+    EXPECT_TRUE(item->toolTip(0).contains("Resists."));
+    EXPECT_TRUE(item->toolTip(0).contains("Resistor.Basic"));
+    EXPECT_EQ(explorer.selectedElementName(), "");
+    QTest::mouseClick(tree()->viewport(), Qt::LeftButton, {}, centreOf("Zener diode"));
+    EXPECT_EQ(explorer.selectedElementName(), "Zener.Semi");
+    // A library is no type.
+    QTest::mouseClick(tree()->viewport(), Qt::LeftButton, {}, centreOf("Basic"));
+    EXPECT_EQ(explorer.selectedElementName().count("Basic"), 0);
+}
+
+TEST_F(ElementExplorerTest, FilterChoosesTheFirstMatch) {
+    QTest::keyClicks(filter(), "DIO");
+    EXPECT_EQ(visibleTexts(explorer), QStringList({"Semi", "Diode", "Zener diode"}));
+    EXPECT_EQ(explorer.selectedElementName(), "Diode.Semi");
+    QTest::keyClick(filter(), Qt::Key_Down);
+    EXPECT_EQ(explorer.selectedElementName(), "Zener.Semi");
+
+    // What is chosen stays chosen as long as it can be seen.
+    filter()->setText("diode");
+    EXPECT_EQ(explorer.selectedElementName(), "Zener.Semi");
+    filter()->setText(" basic ");
+    EXPECT_EQ(explorer.selectedElementName(), "Resistor.Basic");
+    filter()->setText("triode");
+    EXPECT_EQ(visibleTexts(explorer), QStringList());
+    EXPECT_EQ(explorer.selectedElementName(), "");
+    QTest::keyClick(filter(), Qt::Key_Escape);
+    EXPECT_EQ(visibleTexts(explorer).size(), 5);
+}
+
+TEST_F(ElementExplorerTest, ListenersFillTheMenuOfAType) {
+    qRegisterMetaType<QMenu*>("QMenu*");
+    QSignalSpy spy(&explorer, SIGNAL(elementRightClicked(QString, QMenu*)));
+    rightClick(centreOf("Basic"));
+    EXPECT_EQ(spy.count(), 0);
+    // Nobody has added an entry: no menu opens.
+    rightClick(centreOf("Diode"));
+    ASSERT_EQ(spy.count(), 1);
+    EXPECT_EQ(spy.first().first().toString(), "Diode.Semi");
+
+    QObject::connect(&explorer, &ElementExplorer::elementRightClicked, &explorer,
+                     [](const QString& name, QMenu* menu) { menu->addAction(name + " Help"); });
+    QString shown;
+    QTimer::singleShot(0, &explorer, [&shown] {
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        ASSERT_NE(menu, nullptr);
+        shown = menu->actions().first()->text();
+        menu->close();
+    });
+    rightClick(centreOf("Zener diode"));
+    EXPECT_EQ(shown, "Zener.Semi Help");
+}
+
+class PropertyEditorTest : public testing::Test {
+protected:
+    PropertyEditorTest() {
+        library.load(QStringLiteral(VORTEL_SOURCE_DIR "/workbench/library"));
+        r1 = add("Resistor.Basic");
+        r2 = add("Resistor.Basic");
+        node = solver.makeConnection(r1->elementNode("n"), r2->elementNode("p"));
+        panel.show();
+        panel.activateWindow();
+    }
+
+    ICircuitElement* add(const QString& type) {
+        ICircuitElement* element = ElementFactory(library).createElement(type);
+        circuit.addElement(element);
+        return element;
+    }
+    QTreeWidget* tree() { return panel.findChild<QTreeWidget*>(); }
+    QString shown(const QString& property) {
+        QApplication::processEvents();
+        QTreeWidgetItem* item = itemWithText(panel, property);
+        return item ? item->text(1) : QStringLiteral("no such line");
+    }
+    /// The in-place editor of a property, opened as a user does; null if it doesn't open.
+    template <class Editor>
+    Editor* openEditor(const QString& property) {
+        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);  // an earlier one
+        tree()->setCurrentItem(itemWithText(panel, property), 1);
+        QTest::keyClick(tree(), Qt::Key_F2);
+        return tree()->viewport()->findChild<Editor*>();
+    }
+    void type(const QString& property, const QString& text) {
+        auto* line = openEditor<QLineEdit>(property);
+        ASSERT_NE(line, nullptr) << qPrintable(property);
+        line->selectAll();
+        QTest::keyClicks(line, text);
+        QTest::keyClick(line, Qt::Key_Return);
+        QApplication::processEvents();
+    }
+
+    ElementLibrary library;
+    Circuit circuit;
+    CircuitSolver solver{&circuit};
+    ICircuitElement* r1 = nullptr;
+    ICircuitElement* r2 = nullptr;
+    ICircuitNode* node = nullptr;
+    PropertyEditor panel;
+    QSignalSpy changes{&panel, SIGNAL(propertyValueChanged(QObject*, QString, QVariant, QVariant))};
+};
+
+TEST_F(PropertyEditorTest, ShowsAllPropertiesByGroup) {
+    EXPECT_EQ(panel.findChild<QLabel*>()->text(), "Nothing selected");
+    panel.setObject(r1->containerObject(), false);
+    EXPECT_EQ(panel.object(), r1->containerObject());
+    EXPECT_EQ(panel.findChild<QLabel*>()->text(), "R1 (Resistor)");
+    EXPECT_EQ(visibleTexts(panel),
+              QStringList({"General", "Name", "Caption", "Rotation", "Flip", "ModelName",
+                           "Parameters", "R", "Nodes", "p", "n"}));
+    EXPECT_EQ(shown("Name"), "R1");
+    EXPECT_EQ(shown("R"), QString::fromUtf8("1 k\u03a9"));
+    EXPECT_EQ(shown("Flip"), "none");
+    EXPECT_EQ(shown("n"), "n1");
+    panel.setObject(nullptr, false);
+    EXPECT_EQ(visibleTexts(panel), QStringList());
+}
+
+TEST_F(PropertyEditorTest, EditGoesToTheModelAndIsThenReported) {
+    QObject* object = r1->containerObject();
+    panel.setObject(object, false);
+    QString nameAtSignal;
+    QObject::connect(&panel, &PropertyEditor::propertyValueChanged, &panel,
+                     [&] { nameAtSignal = r1->name(); });
+    type("Name", "Rx");
+    ASSERT_EQ(changes.count(), 1);
+    EXPECT_EQ(changes.first(), QVariantList({QVariant::fromValue(object), "Name", "R1", "Rx"}));
+    EXPECT_EQ(nameAtSignal, "Rx");
+    EXPECT_EQ(shown("Caption"), "Rx");
+    EXPECT_EQ(panel.findChild<QLabel*>()->text(), "Rx (Resistor)");
+
+    // The editor holds the bare value, the line shows it with its unit.
+    EXPECT_EQ(openEditor<QLineEdit>("R")->text(), "1k");
+    type("R", "4.7k");
+    ASSERT_EQ(changes.count(), 2);
+    EXPECT_EQ(changes.last().mid(1), QVariantList({"R", "1k", "4.7k"}));
+    EXPECT_EQ(shown("R"), QString::fromUtf8("4.7 k\u03a9"));
+
+    // A terminal's property is the name of its net.
+    type("n", "out");
+    EXPECT_EQ(node->name(), "out");
+    ASSERT_EQ(changes.count(), 3);
+    EXPECT_EQ(changes.last().mid(1), QVariantList({"n", "n1", "out"}));
+}
+
+TEST_F(PropertyEditorTest, NamedValuesAreChosenFromAList) {
+    panel.setObject(r1->containerObject(), false);
+    auto* box = openEditor<QComboBox>("Rotation");
+    ASSERT_NE(box, nullptr);
+    EXPECT_EQ(box->count(), 4);
+    box->setCurrentIndex(3);
+    emit box->activated(3);
+    EXPECT_EQ(r1->rotation(), 3);
+    EXPECT_EQ(shown("Rotation"), QString::fromUtf8("270\u00b0"));
+    ASSERT_EQ(changes.count(), 1);
+    EXPECT_EQ(changes.first().mid(1), QVariantList({"Rotation", 0, 3}));
+}
+
+TEST_F(PropertyEditorTest, RefusedEditIsNotReported) {
+    panel.setObject(r1->containerObject(), false);
+    type("Name", "R2");
+    type("R", "plenty");
+    type("R", "1k");
+    type("p", "x");  // not connected: there is no net to name
+    EXPECT_EQ(changes.count(), 0);
+    EXPECT_EQ(shown("Name"), "R1");
+    EXPECT_EQ(shown("R"), QString::fromUtf8("1 k\u03a9"));
+
+    panel.setProperty("ReadOnly", true);
+    EXPECT_EQ(openEditor<QLineEdit>("Name"), nullptr);
+    panel.setProperty("ReadOnly", false);
+    EXPECT_NE(openEditor<QLineEdit>("Name"), nullptr);
+}
+
+TEST_F(PropertyEditorTest, FollowsTheModel) {
+    panel.setObject(r1->containerObject(), false);
+    r1->containerObject()->setProperty("Name", "Ra");
+    node->setName("mid");
+    EXPECT_EQ(shown("Name"), "Ra");
+    EXPECT_EQ(shown("n"), "mid");
+    // What is being typed stays when another value changes.
+    auto* line = openEditor<QLineEdit>("R");
+    line->setText("33");
+    r1->setCaption("load");
+    EXPECT_EQ(shown("Caption"), "load");
+    EXPECT_EQ(line->text(), "33");
+
+    // A node and the circuit itself can be shown, too.
+    panel.setObject(node->containerObject(), false);
+    EXPECT_EQ(panel.findChild<QLabel*>()->text(), "Node mid");
+    EXPECT_EQ(shown("WireClearance"), "20");
+    panel.setObject(&circuit, false);
+    type("Title", "Divider");
+    EXPECT_EQ(circuit.title(), "Divider");
+}
+
+TEST_F(PropertyEditorTest, ObjectMayDieWhileItIsShown) {
+    panel.setObject(r1->containerObject(), false);
+    ASSERT_NE(openEditor<QLineEdit>("R"), nullptr);
+    circuit.removeElement(r1);
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QApplication::processEvents();
+    EXPECT_EQ(panel.object(), nullptr);
+    EXPECT_EQ(visibleTexts(panel), QStringList());
+
+    // It may even die of the edit itself; then there is nothing to report.
+    auto* dying = CircuitElement::from(r2);
+    panel.setObject(dying, false);
+    QObject::connect(dying, &CircuitElement::propertyChanged, &panel, [dying] { delete dying; });
+    type("R", "1");
+    EXPECT_EQ(circuit.elementCount(), 0);
+    EXPECT_EQ(changes.count(), 0);
+    EXPECT_EQ(visibleTexts(panel), QStringList());
+}
+
+TEST(ProjectManagerTest, TellsOfAnotherFileOnce) {
+    ProjectManager manager;
+    QSignalSpy changed(&manager, SIGNAL(currentProjectFileNameChanged(QString)));
+    manager.setProjectFileName("a.ckt");
+    manager.setProjectFileName("a.ckt");
+    EXPECT_EQ(manager.projectFileName(), "a.ckt");
+    ASSERT_EQ(changed.count(), 1);
+    EXPECT_EQ(changed.first().first().toString(), "a.ckt");
+    EXPECT_NE(manager.qt_metacast("com.tesmira.IProjectExt/1.0"), nullptr);
+
+    // As a part it takes part in everything and stores nothing.
+    auto* part = static_cast<IProjectPart*>(manager.qt_metacast("com.tesmira.IProjectPart/1.0"));
+    ASSERT_NE(part, nullptr);
+    QDomDocument document;
+    QDomElement record = document.createElement("ProjectPart");
+    EXPECT_TRUE(part->newProjectPart() && part->initializeProjectPart() &&
+                part->closeProjectPart());
+    EXPECT_TRUE(part->loadProjectPart(document, record));
+    EXPECT_FALSE(part->saveProjectPart(document, record));
+    EXPECT_FALSE(record.hasChildNodes());
+    EXPECT_NE(part->projectPartID(), "VortelCircuit");
+}

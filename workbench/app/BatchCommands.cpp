@@ -1,0 +1,60 @@
+#include "BatchCommands.h"
+
+#include "CommandLine.h"
+#include "Console.h"
+#include "Workbench.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+
+namespace {
+
+bool print(const QByteArray& text, QString* error) {
+    const auto size = static_cast<size_t>(text.size());
+    if (std::fwrite(text.constData(), 1, size, stdout) == size && std::fflush(stdout) == 0) {
+        return true;
+    }
+    *error = QStringLiteral("cannot write to the standard output: %1")
+                 .arg(QString::fromLocal8Bit(std::strerror(errno)));
+    return false;
+}
+
+bool run(const CommandLine& line, Workbench& workbench, QString* error) {
+    switch (line.command) {
+        case CommandLine::Command::Export:
+            for (const PictureOutput& picture : line.pictures) {
+                if (!workbench.savePicture(picture, error)) {
+                    return false;
+                }
+            }
+            return true;
+        case CommandLine::Command::Convert:
+            return workbench.save(line.convertedFile, error);
+        case CommandLine::Command::Describe: {
+            const QByteArray text = workbench.describe(error);
+            return !text.isEmpty() && print(text, error);
+        }
+        default:
+            return true;
+    }
+}
+
+}  // namespace
+
+int runBatchCommand(const CommandLine& line, Workbench& workbench) {
+    QString message;
+    if (!workbench.open(line.file, &message)) {
+        printError(message);
+        return Failed;
+    }
+    if (!message.isEmpty()) {
+        printError(message);
+    }
+    QString error;
+    if (!run(line, workbench, &error)) {
+        printError(error);
+        return Failed;
+    }
+    return Succeeded;
+}

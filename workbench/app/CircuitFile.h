@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QString>
+#include <QVector>
+
+#include <optional>
+
+class ICircuit;
+
+/// What the records of a circuit file say, as far as it takes to tell afterwards what became of
+/// them.
+struct CircuitRecords {
+    struct Terminal {
+        int elementId = 0;
+        QString name;
+    };
+
+    int elementCount = 0;
+    /// One entry per node record.
+    QVector<QVector<Terminal>> nodes;
+};
+
+/// Reads a circuit file's records. The editor itself skips in silence what it can't use; this finds
+/// out beforehand whether the file is one at all. Nothing if it isn't, with the reason.
+std::optional<CircuitRecords> readCircuitFile(const QString& fileName, QString* reason);
+
+/// Compares the records with the circuit that was loaded from them: "2 elements and 1 node could
+/// not be restored", or nothing if all are there. A node that lacks one of its terminals counts as
+/// not restored.
+QString lossesOf(const CircuitRecords& records, ICircuit& circuit);

@@ -1,0 +1,152 @@
+#include "CommandLine.h"
+
+#include <QFileInfo>
+#include <QHash>
+
+#include <algorithm>
+#include <cstring>
+
+namespace {
+
+constexpr char ExportCommand[] = "export";
+constexpr char DescribeCommand[] = "describe";
+constexpr char ConvertCommand[] = "convert";
+constexpr char PluginOption[] = "--plugin";
+
+/// The arguments sorted by kind, before anyone asks whether they make sense together.
+struct Words {
+    QStringList names;
+    QStringList outputs;
+    QString plugin;
+    bool help = false;
+    bool version = false;
+};
+
+bool sortWords(const QStringList& arguments, Words* words, QString* error) {
+    bool onlyNames = false;
+    for (int i = 1; i < arguments.size(); ++i) {
+        const QString& argument = arguments.at(i);
+        if (onlyNames || !argument.startsWith(QLatin1Char('-')) || argument.size() == 1) {
+            words->names.append(argument);
+        } else if (argument == QLatin1String("--")) {
+            onlyNames = true;
+        } else if (argument == QLatin1String("--help") || argument == QLatin1String("-h")) {
+            words->help = true;
+        } else if (argument == QLatin1String("--version")) {
+            words->version = true;
+        } else if (argument == QLatin1String("-o") || argument == QLatin1String(PluginOption)) {
+            if (i + 1 == arguments.size() || arguments.at(i + 1).isEmpty()) {
+                *error = QStringLiteral("%1 needs a file name").arg(argument);
+                return false;
+            }
+            const QString& value = arguments.at(++i);
+            if (argument == QLatin1String("-o")) {
+                words->outputs.append(value);
+            } else {
+                words->plugin = value;
+            }
+        } else {
+            *error = QStringLiteral("unknown option %1").arg(argument);
+            return false;
+        }
+    }
+    return true;
+}
+
+bool takePictures(const QStringList& outputs, CommandLine* line, QString* error) {
+    for (const QString& output : outputs) {
+        const std::optional<PictureFormat> format = pictureFormatOf(output);
+        if (!format) {
+            *error = QStringLiteral("%1: the name of a picture must end in %2")
+                         .arg(output, pictureSuffixes().join(QStringLiteral(", ")));
+            return false;
+        }
+        line->pictures.append({*format, output});
+    }
+    if (line->pictures.isEmpty()) {
+        *error = QStringLiteral("export needs at least one -o OUT");
+        return false;
+    }
+    return true;
+}
+
+bool takeConvertedFile(const QString& name, CommandLine* line, QString* error) {
+    if (QFileInfo(name).suffix().compare(QLatin1String("ckt"), Qt::CaseInsensitive) != 0) {
+        *error =
+            QStringLiteral("%1: convert writes circuit files, whose names end in .ckt").arg(name);
+        return false;
+    }
+    line->convertedFile = name;
+    return true;
+}
+
+}  // namespace
+
+std::optional<CommandLine> parseCommandLine(const QStringList& arguments, QString* error) {
+    using Command = CommandLine::Command;
+    Words words;
+    if (!sortWords(arguments, &words, error)) {
+        return {};
+    }
+    CommandLine line;
+    line.plugin = words.plugin;
+    if (words.help || words.version) {
+        line.command = words.help ? Command::Help : Command::Version;
+        return line;
+    }
+
+    static const QHash<QString, Command> commands = {
+        {QLatin1String(ExportCommand), Command::Export},
+        {QLatin1String(DescribeCommand), Command::Describe},
+        {QLatin1String(ConvertCommand), Command::Convert}};
+    const QString command = words.names.value(0);
+    line.command = commands.value(command, Command::Window);
+    const bool isWindow = line.command == Command::Window;
+    if (!isWindow) {
+        words.names.removeFirst();
+    }
+    const int mostNames = line.command == Command::Convert ? 2 : 1;
+    const int leastNames = isWindow ? 0 : mostNames;
+    if (words.names.size() < leastNames || words.names.contains(QString())) {
+        *error = isWindow ? QStringLiteral("the file name is empty")
+                          : QStringLiteral("%1 needs a file name").arg(command);
+        return {};
+    }
+    if (words.names.size() > mostNames) {
+        *error = QStringLiteral("too many file names: %1").arg(words.names.at(mostNames));
+        return {};
+    }
+    line.file = words.names.value(0);
+    if (line.command != Command::Export && !words.outputs.isEmpty()) {
+        *error = QStringLiteral("-o belongs to export");
+        return {};
+    }
+    if (line.command == Command::Export && !takePictures(words.outputs, &line, error)) {
+        return {};
+    }
+    if (line.command == Command::Convert && !takeConvertedFile(words.names.at(1), &line, error)) {
+        return {};
+    }
+    return line;
+}
+
+bool isBatchCommand(int argc, const char* const* argv) {
+    for (int i = 1; i < argc; ++i) {
+        if (std::strcmp(argv[i], PluginOption) == 0 || std::strcmp(argv[i], "-o") == 0) {
+            ++i;
+        } else if (argv[i][0] != '-') {
+            const auto isNamed = [word = argv[i]](const char* command) {
+                return std::strcmp(word, command) == 0;
+            };
+            return isNamed(ExportCommand) || isNamed(DescribeCommand) || isNamed(ConvertCommand);
+        }
+    }
+    return false;
+}
+
+QString usage() {
+    return QStringLiteral(
+               "usage: vortel-workbench [--plugin FILE] [FILE] | export FILE -o OUT.(%1)... | "
+               "describe FILE | convert FILE OUT.ckt")
+        .arg(pictureSuffixes().join(QLatin1Char('|')).remove(QLatin1Char('.')));
+}

@@ -1,0 +1,196 @@
+#include "GuiBuilder.h"
+
+#include "Workbench.h"
+
+#include <Plexa/MethodCall.h>
+
+#include <QAction>
+#include <QDockWidget>
+#include <QMainWindow>
+#include <QMenuBar>
+#include <QStatusBar>
+#include <QToolBar>
+
+namespace {
+
+QString text(const QVariantMap& map, const char* key) {
+    return map.value(QLatin1String(key)).toString();
+}
+
+QVariantList list(const QVariantMap& map, const char* key) {
+    return map.value(QLatin1String(key)).toList();
+}
+
+}  // namespace
+
+GuiBuilder::GuiBuilder(QMainWindow* window, const Workbench& workbench, Handlers handlers)
+    : m_window(window), m_workbench(workbench), m_handlers(std::move(handlers)) {}
+
+bool GuiBuilder::build(QString* error) {
+    const auto section = [this](const char* name) {
+        return m_workbench.guiSection(QLatin1String(name));
+    };
+    const auto forEachMap = [](const QVariant& entries, const auto& make) {
+        for (const QVariant& entry : entries.toList()) {
+            if (!make(entry.toMap())) {
+                return false;
+            }
+        }
+        return true;
+    };
+    const auto makeActions = [&] {
+        const QVariantMap actions = section("actions").toMap();
+        for (auto it = actions.begin(); it != actions.end(); ++it) {
+            if (!makeAction(it.key(), it.value().toMap())) {
+                return false;
+            }
+        }
+        return true;
+    };
+    const auto makeMenu = [this](const QVariantMap& description) {
+        return fillMenu(m_window->menuBar()->addMenu(text(description, "title")),
+                        list(description, "items"));
+    };
+    const auto fillStatusBar = [&] {
+        for (const QString& name : section("statusBar").toStringList()) {
+            QWidget* shown = widget(name);
+            if (!shown) {
+                return false;
+            }
+            m_window->statusBar()->addPermanentWidget(shown);
+        }
+        return true;
+    };
+    const auto makeDockOf = [this](const QVariantMap& map) { return makeDock(map); };
+    const auto makeToolBarOf = [this](const QVariantMap& map) { return makeToolBar(map); };
+
+    QWidget* central = widget(section("central").toString());
+    if (central) {
+        m_window->setCentralWidget(central);
+    }
+    // Docks before menus, which list the docks' own actions.
+    const bool built = central && makeActions() && forEachMap(section("docks"), makeDockOf) &&
+                       forEachMap(section("menus"), makeMenu) &&
+                       forEachMap(section("toolbars"), makeToolBarOf) && fillStatusBar();
+    if (!built) {
+        *error = QStringLiteral("the GUI description is wrong: %1").arg(m_mistake);
+    }
+    return built;
+}
+
+bool GuiBuilder::makeAction(const QString& id, const QVariantMap& description) {
+    auto* action = new QAction(text(description, "text"), m_window);
+    action->setObjectName(id);
+    const QString icon = text(description, "icon");
+    if (!icon.isEmpty()) {
+        action->setIcon(QIcon(icon));
+    }
+    action->setShortcut(QKeySequence(text(description, "shortcut")));
+    const QString tip = text(description, "tip");
+    const QString keys = action->shortcut().toString(QKeySequence::NativeText);
+    action->setToolTip(keys.isEmpty() ? tip : QStringLiteral("%1 (%2)").arg(tip, keys));
+    action->setStatusTip(tip);
+    m_actions.insert(id, action);
+    m_window->addAction(action);
+
+    const QString call = text(description, "call");
+    if (!call.isEmpty()) {
+        return connectCall(action, call, text(description, "enabledBy"));
+    }
+    const std::function<void()> handler = m_handlers.value(id);
+    if (!handler) {
+        return fail(QStringLiteral("nothing performs the action \"%1\"").arg(id));
+    }
+    QObject::connect(action, &QAction::triggered, m_window, handler);
+    return true;
+}
+
+bool GuiBuilder::connectCall(QAction* action, const QString& call, const QString& enabledBy) {
+    QObject* object = m_workbench.object(call.section(QLatin1Char('.'), 0, 1));
+    const QString method = call.section(QLatin1Char('.'), 2);
+    if (!object ||
+        object->metaObject()->indexOfMethod((method + QStringLiteral("()")).toLatin1()) < 0) {
+        return fail(QStringLiteral("there is no \"%1\"").arg(call));
+    }
+    QObject::connect(action, &QAction::triggered, object,
+                     [object, method] { Plexa::callMethod(object, {method}); });
+    if (enabledBy.isEmpty()) {
+        return true;
+    }
+    if (object->metaObject()->indexOfSignal(enabledBy.toLatin1()) < 0) {
+        return fail(QStringLiteral("there is no signal \"%1\"").arg(enabledBy));
+    }
+    action->setEnabled(false);
+    // The number is the framework's mark for a signal, as the macro SIGNAL would set it.
+    QObject::connect(object, QByteArray('2' + enabledBy.toLatin1()).constData(), action,
+                     SLOT(setEnabled(bool)));
+    return true;
+}
+
+bool GuiBuilder::makeDock(const QVariantMap& description) {
+    QWidget* content = widget(text(description, "widget"));
+    if (!content) {
+        return false;
+    }
+    auto* dock = new QDockWidget(text(description, "title"), m_window);
+    dock->setObjectName(text(description, "action"));
+    dock->setWidget(content);
+    const bool onTheLeft = text(description, "area") == QLatin1String("left");
+    m_window->addDockWidget(onTheLeft ? Qt::LeftDockWidgetArea : Qt::RightDockWidgetArea, dock);
+    m_window->resizeDocks({dock}, {description.value(QStringLiteral("width")).toInt()},
+                          Qt::Horizontal);
+    m_actions.insert(dock->objectName(), dock->toggleViewAction());
+    return true;
+}
+
+bool GuiBuilder::fillMenu(QMenu* menu, const QVariantList& items) {
+    for (const QVariant& item : items) {
+        if (item.type() == QVariant::Map) {
+            const QVariantMap submenu = item.toMap();
+            if (!fillMenu(menu->addMenu(text(submenu, "title")), list(submenu, "items"))) {
+                return false;
+            }
+        } else if (item.toString() == QLatin1String("-")) {
+            menu->addSeparator();
+        } else if (QAction* named = action(item.toString())) {
+            menu->addAction(named);
+        } else {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool GuiBuilder::makeToolBar(const QVariantMap& description) {
+    QToolBar* bar = m_window->addToolBar(text(description, "title"));
+    bar->setObjectName(text(description, "title"));
+    for (const QVariant& item : list(description, "items")) {
+        QAction* named = action(item.toString());
+        if (!named) {
+            return false;
+        }
+        bar->addAction(named);
+    }
+    return true;
+}
+
+QWidget* GuiBuilder::widget(const QString& completeName) {
+    auto* found = qobject_cast<QWidget*>(m_workbench.object(completeName));
+    if (!found) {
+        fail(QStringLiteral("there is no widget \"%1\"").arg(completeName));
+    }
+    return found;
+}
+
+QAction* GuiBuilder::action(const QString& id) {
+    QAction* found = m_actions.value(id);
+    if (!found) {
+        fail(QStringLiteral("there is no action \"%1\"").arg(id));
+    }
+    return found;
+}
+
+bool GuiBuilder::fail(const QString& mistake) {
+    m_mistake = mistake;
+    return false;
+}

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QHash>
+#include <QString>
+#include <QVariant>
+
+#include <functional>
+
+class QAction;
+class QMainWindow;
+class QMenu;
+class QWidget;
+class Workbench;
+
+/// Makes a window's actions, docks, menus and toolbars as the GUI description tells. All that it
+/// makes belongs to the window. The first mistake in the description ends the work with a sentence.
+class GuiBuilder {
+public:
+    using Handlers = QHash<QString, std::function<void()>>;
+
+    /// `handlers` are the actions that the window itself performs; all others call a component.
+    GuiBuilder(QMainWindow* window, const Workbench& workbench, Handlers handlers);
+
+    bool build(QString* error);
+
+private:
+    bool makeAction(const QString& id, const QVariantMap& description);
+    bool connectCall(QAction* action, const QString& call, const QString& enabledBy);
+    bool makeDock(const QVariantMap& description);
+    bool fillMenu(QMenu* menu, const QVariantList& items);
+    bool makeToolBar(const QVariantMap& description);
+    /// The widget with that complete name; null, with the mistake noted, if there is none.
+    QWidget* widget(const QString& completeName);
+    QAction* action(const QString& id);
+    bool fail(const QString& mistake);
+
+    QMainWindow* m_window;
+    const Workbench& m_workbench;
+    Handlers m_handlers;
+    QHash<QString, QAction*> m_actions;
+    QString m_mistake;
+};

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "PictureFile.h"
+
+#include <QByteArray>
+#include <QList>
+#include <QPointer>
+#include <QStringList>
+#include <QVariant>
+#include <QWidget>
+
+class ICanvas;
+class ICircuit;
+class ICircuitEditor;
+class ProjectManager;
+
+/// The running application without its window: all components and what the program asks of them.
+/// Knows the editor by interface and by name only. Messages to the user are one sentence each and
+/// begin with the name of the file that they are about.
+class Workbench {
+public:
+    Workbench() = default;
+    ~Workbench();
+    Workbench(const Workbench&) = delete;
+    Workbench& operator=(const Workbench&) = delete;
+
+    /// Loads the plug-in, makes all components and runs their start. `window` may be null; it isn't
+    /// owned, and must be gone before this object is, since its widgets use the components.
+    bool start(const QString& plugin, QWidget* window, QString* error);
+
+    /// The object that bears the complete name `component.object`; null if there is none.
+    QObject* object(const QString& completeName) const;
+    /// One sentence for each file of the element library that can't be used.
+    QStringList libraryProblems() const;
+    /// A section of the GUI description that only the application knows.
+    QVariant guiSection(const QString& name) const;
+
+    QWidget* editorWidget() const;
+    ICanvas* canvas() const;
+    ProjectManager* projectManager() const;
+
+    /// Empties the drawing; the next file name is open.
+    void clear();
+    /// Checks the file and loads it. On failure nothing has changed and `*message` tells why; on
+    /// success it tells what could not be restored, or is empty.
+    bool open(const QString& fileName, QString* message);
+    /// Writes a circuit file, whole or not at all.
+    bool save(const QString& fileName, QString* error);
+    /// Writes a picture, whole or not at all.
+    bool savePicture(const PictureOutput& picture, QString* error);
+    /// The drawing as JSON text; empty on failure.
+    QByteArray describe(QString* error);
+
+private:
+    QObject* editorObject() const;
+    ICircuitEditor* editor() const;
+    ICircuit* circuit() const;
+    void collectWidgets();
+
+    /// What the components have handed out; those that found no place in a window are deleted here.
+    QList<QPointer<QWidget>> m_widgets;
+};

@@ -1,0 +1,124 @@
+#include "BatchCommands.h"
+#include "CommandLine.h"
+#include "Console.h"
+#include "MainWindow.h"
+#include "QuitOnSignal.h"
+#include "Workbench.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QHash>
+
+#include <cstdio>
+
+namespace {
+
+/// Before there is an application: the commands need no display, and a machine may have none.
+void choosePlatform(int argc, const char* const* argv) {
+    const bool hasDisplay =
+        !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM") &&
+        (!hasDisplay || isBatchCommand(argc, argv))) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
+}
+
+QtMessageHandler defaultHandler = nullptr;
+
+/// Machines without a login session lack a folder that Qt then makes up itself. Its remark on that
+/// would stand between the lines that the commands promise.
+void passOnMessage(QtMsgType type, const QMessageLogContext& context, const QString& text) {
+    if (!text.startsWith(QLatin1String("QStandardPaths: XDG_RUNTIME_DIR not set"))) {
+        defaultHandler(type, context, text);
+    }
+}
+
+QString pluginFile(const CommandLine& line) {
+    return line.plugin.isEmpty()
+               ? QCoreApplication::applicationDirPath() + QStringLiteral("/libcircuiteditor.so")
+               : line.plugin;
+}
+
+bool start(Workbench& workbench, const CommandLine& line, QWidget* window) {
+    QString error;
+    if (!workbench.start(pluginFile(line), window, &error)) {
+        printError(error);
+        return false;
+    }
+    for (const QString& problem : workbench.libraryProblems()) {
+        printError(problem);
+    }
+    return true;
+}
+
+int runWindow(const CommandLine& line) {
+    Workbench workbench;
+    MainWindow window(&workbench);
+    QString message;
+    if (!start(workbench, line, &window)) {
+        return Failed;
+    }
+    if (!window.build(&message)) {
+        printError(message);
+        return Failed;
+    }
+    if (!line.file.isEmpty()) {
+        const bool opened = window.openFile(line.file, &message);
+        if (!message.isEmpty()) {
+            printError(message);
+        }
+        if (!opened) {
+            return Failed;
+        }
+    }
+    const QuitOnSignal quitOnSignal;
+    window.show();
+    return QApplication::exec();
+}
+
+int run(const CommandLine& line) {
+    switch (line.command) {
+        case CommandLine::Command::Help:
+            std::printf("%s\n", qPrintable(usage()));
+            return Succeeded;
+        case CommandLine::Command::Version:
+            std::printf("vortel-workbench %s\n",
+                        qPrintable(QCoreApplication::applicationVersion()));
+            return Succeeded;
+        case CommandLine::Command::Window:
+            return runWindow(line);
+        default:
+            break;
+    }
+    Workbench workbench;
+    return start(workbench, line, nullptr) ? runBatchCommand(line, workbench) : Failed;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    // The order of attributes in files is hash order: with a fixed seed a file that is saved twice
+    // has the same bytes.
+    qSetGlobalQHashSeed(0);
+    choosePlatform(argc, argv);
+    defaultHandler = qInstallMessageHandler(passOnMessage);
+    // Qt would take options of its own out of the arguments, and --plugin is one of those.
+    int ownNameOnly = 1;
+    QApplication application(ownNameOnly, argv);
+    QApplication::setApplicationName(QStringLiteral("vortel-workbench"));
+    QApplication::setApplicationDisplayName(QStringLiteral("Vortel Workbench"));
+    QApplication::setApplicationVersion(QStringLiteral("2.0"));
+
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i) {
+        arguments.append(QFile::decodeName(argv[i]));
+    }
+    QString error;
+    const std::optional<CommandLine> line = parseCommandLine(arguments, &error);
+    if (!line) {
+        printError(error);
+        printError(usage());
+        return BadUse;
+    }
+    return run(*line);
+}

@@ -6,7 +6,6 @@
 #include "CCircuitEditorElementItem.h"
 #include "CCircuitEditorElementNodeItem.h"
 #include "CCircuitEditorNodeItem.h"
-#include "CCircuitEditorSelection.h"
 #include "CUndoRedo.h"
 #include "ICircuitElementNode.h"
 
@@ -22,6 +21,13 @@ CCircuitEditor::CCircuitEditor(QWidget* parent)
     setAttribute(Qt::WA_Hover);
     setScene(d->scene);
     connect(d->scene, SIGNAL(changed(QList<QRectF>)), this, SLOT(on_scene_changed()));
+    // The scene belongs to the widget that the editor was made for, and may go first: with nothing
+    // to draw on, the editor lets go of the circuit.
+    connect(d->scene, &QObject::destroyed, this, [this] {
+        if (ICircuit* bound = circuit()) {
+            QObject::disconnect(bound->containerObject(), nullptr, this, nullptr);
+        }
+    });
     setSceneRect(-4000, -4000, 8000, 8000);
     d->scene->setSceneRect(-4000, -4000, 8000, 8000);
     setTransformationAnchor(QGraphicsView::AnchorUnderMouse);
@@ -45,26 +51,12 @@ CCircuitEditor::~CCircuitEditor() {
     delete d->undoStack;
     d->undoStack = nullptr;
     d->deleteItems();
-    if (d->scene && !d->scene->parent()) {
-        delete d->scene;
+    if (d->scene) {
+        QObject::disconnect(d->scene, nullptr, this, nullptr);
+        if (!d->scene->parent()) {
+            delete d->scene;
+        }
     }
-}
-
-CCircuitEditor::Mode CCircuitEditor::mode() const {
-    return d->mode;
-}
-
-void CCircuitEditor::setMode(Mode mode) {
-    if (mode == d->mode) {
-        return;
-    }
-    d->mode = mode;
-    if (mode == OutVarSelectionMode) {
-        viewport()->setCursor(Qt::CrossCursor);
-    } else {
-        viewport()->unsetCursor();
-    }
-    emit editorModeChanged(mode);
 }
 
 int CCircuitEditor::gridSize() const {
@@ -176,6 +168,8 @@ void CCircuitEditor::forgetItem(QGraphicsItem* item) {
     d->forgetItem(item);
 }
 
+void CCircuitEditor::itemSelected(QGraphicsItem*) {}
+
 void CCircuitEditor::undo() {
     d->undoStack->undo();
 }
@@ -184,7 +178,8 @@ void CCircuitEditor::redo() {
     d->undoStack->redo();
 }
 
-// What the canvas interface demands; the clipboard has no content from this editor.
+// Demanded by the canvas interface; the editor doesn't use the clipboard, and these four do
+// nothing.
 void CCircuitEditor::cut() {}
 
 void CCircuitEditor::copy() {}
@@ -288,7 +283,19 @@ IClipboardWidget* CCircuitEditor::clipboardWidget() const {
 }
 
 void CCircuitEditor::setPropertyEditor(IPropertyEditor* editor) {
+    IPropertyEditor* old = d->propertyEditor;
+    if (editor == old) {
+        return;
+    }
+    if (old) {
+        QObject::disconnect(old->containerObject(), nullptr, this, nullptr);
+    }
     d->propertyEditor = editor;
+    if (editor) {
+        connect(editor->containerObject(),
+                SIGNAL(propertyValueChanged(QObject*, QString, QVariant, QVariant)), this,
+                SLOT(on_propertyValueChanged(QObject*, QString, QVariant, QVariant)));
+    }
 }
 
 IPropertyEditor* CCircuitEditor::propertyEditor() const {

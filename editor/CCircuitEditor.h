@@ -15,7 +15,6 @@ class CCircuitEditorData;
 class CCircuitEditorElementItem;
 class CCircuitEditorNodeItem;
 class CUndoRedoStack;
-class ICircuitOutputVariable;
 class QLabel;
 
 /// The schematic editor: a view over one scene that draws a circuit model and turns the user's
@@ -76,6 +75,8 @@ public:
     QRectF visibleItemsBoundingRect() const;
     void bringToFront(QGraphicsItem* item);
     void sendToBack(QGraphicsItem* item);
+    /// Empty.
+    void itemSelected(QGraphicsItem* item);
     CCircuitEditorElementItem* elementItem(ICircuitElement* element) const;
     CCircuitEditorNodeItem* nodeItem(ICircuitNode* node) const;
     /// While set, wired elements may be moved: the editor moves items in step with one another.
@@ -104,7 +105,10 @@ public:
     Q_INVOKABLE void setGridType(const QString& type);
     Q_INVOKABLE void setTextBoxDefaultSize(int width, int height);
 
-    // Called by the items when they are selected or ask for their removal.
+    /// Whether the item is the rectangle over the present group.
+    bool isSelectionRectangle(const QGraphicsItem* item) const;
+
+    // Called by the items when they are selected.
     void on_elementSelected(ICircuitElement* element);
     void on_circuitNodeSelected(ICircuitNode* node);
 
@@ -218,30 +222,58 @@ signals:
     void elementUnselected(ICircuitElement* element) override;
     void nodeSelected(ICircuitNode* node) override;
     void nodeUnselected(ICircuitNode* node) override;
+    void outvarSelected(ICircuitElement* e, QString outVar);
+    void outvarSelected(ICircuitElement* e, ICircuitElementNode* node);
+    void outvarSelected(ICircuitNode* node);
     void projectPartModified() override;
-
-public slots:
-    // Called by the wires, too.
-    void on_removeNodeRequest(ICircuitNode* node);
 
 protected slots:
     void on_scene_changed();
     void on_circuitNodeChanged();
+    /// Empty: the element's signal goes to on_elementChanged().
+    void on_circuitElementChanged();
     void on_circuitElementNodeAdded(ICircuitElementNode* elementNode);
     void on_circuitElementNodeRemoved(ICircuitElementNode* elementNode);
+    void on_editOutputVariables();
+    void on_propertyValueChanged(QObject* object, QString propertyName, QVariant oldValue,
+                                 QVariant newValue);
     void on_elementAdded(ICircuitElement* element);
     void on_elementRemoved(ICircuitElement* element);
     void on_nodeAdded(ICircuitNode* node);
     void on_nodeRemoved(ICircuitNode* node);
+    // Called by the items.
+    void on_removeElementRequest(ICircuitElement* element);
+    void on_removeNodeRequest(ICircuitNode* node);
     void on_elementChanged();
 
 protected:
+    bool event(QEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void drawBackground(QPainter* painter, const QRectF& rect) override;
     void drawForeground(QPainter* painter, const QRectF& rect) override;
 
 private:
-    friend class CCircuitEditorData;
+    // The items pass the user's requests on.
+    friend class CCircuitEditorElementItem;
+    friend class CCircuitEditorNodeItem;
+
+    QPoint roundedScenePosition(const QPoint& viewportPos) const;
+    void startSelectionRectangle(const QPointF& corner);
+    void closeSelectionRectangle();
+    void pressOnCanvas(const QPoint& viewportPos);
+    void pressOnItem(QMouseEvent* event, QGraphicsItem* item);
+    void pan();
+    void releaseConnection(QMouseEvent* event);
+    void pickOutputVariable(QGraphicsItem* item);
+    void pickElementVariable(ICircuitElement* element);
+    /// A click of a wire that is laid by hand; the item may be null.
+    void manualClick(QGraphicsItem* item, const QPoint& viewportPos);
+    void finishManualConnection(QGraphicsItem* end);
 
     void drawGridDots(QPainter* painter, const QRectF& rect, const QTransform& toDevice) const;
     void drawGridLines(QPainter* painter, const QRectF& rect, const QTransform& toDevice) const;

@@ -185,6 +185,9 @@ Interface* CCircuitEditorComponent::findCollaborator(const char* name,
 }
 
 void CCircuitEditorComponent::creationAnnounced() {
+    if (!d->circuitEditor) {
+        return;
+    }
     announceEditorServices();
     announceClipboard();
     d->elementExplorerComponent = findComponent(QStringLiteral("CElementExplorerComponent"));
@@ -283,17 +286,15 @@ QWidget* CCircuitEditorComponent::createWidget(const QString& name) const {
 
 void CCircuitEditorComponent::on_workspaceWidgetActivated(QWidget* widget) {
     setActive(widget && widget == d->circuitEditor);
-    if (!isActive()) {
-        return;
-    }
     for (Plexa::AbstractComponent* component :
          {d->elementExplorerComponent, d->propertyEditorComponent}) {
-        if (component) {
+        if (component && isActive()) {
             component->setActive(false);
             component->setActive(true);
         }
     }
-    if (IClipboard* clipboard = d->circuitEditor->clipboard()) {
+    IClipboard* clipboard = d->circuitEditor ? d->circuitEditor->clipboard() : nullptr;
+    if (clipboard && isActive()) {
         clipboard->setActiveContext(CircuitEditorClipboardContext);
     }
 }

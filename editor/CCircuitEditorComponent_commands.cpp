@@ -29,6 +29,9 @@ void openLocalFile(const QString& path) {
 }  // namespace
 
 void CCircuitEditorComponent::newCircuit() {
+    if (!d->circuitEditor) {
+        return;
+    }
     if (ICircuit* circuit = d->circuitEditor->circuit()) {
         circuit->clear();
     }
@@ -54,20 +57,27 @@ void CCircuitEditorComponent::loadCircuit() {
 }
 
 void CCircuitEditorComponent::saveCircuit(QString fileName) {
-    d->circuitEditor->save(fileName);
+    if (d->circuitEditor) {
+        d->circuitEditor->save(fileName);
+    }
 }
 
 void CCircuitEditorComponent::loadCircuit(QString fileName) {
-    d->circuitEditor->load(fileName);
+    if (d->circuitEditor) {
+        d->circuitEditor->load(fileName);
+    }
 }
 
 void CCircuitEditorComponent::setManualConnectionMode(bool val) {
+    if (!d->circuitEditor) {
+        return;
+    }
     d->circuitEditor->setMode(val ? CCircuitEditor::ManualConnectionMode
                                   : CCircuitEditor::EditMode);
 }
 
 void CCircuitEditorComponent::on_circuitEditor_editorModeChanged() {
-    if (d->manualCtorModeAction) {
+    if (d->manualCtorModeAction && d->circuitEditor) {
         d->manualCtorModeAction->setChecked(d->circuitEditor->mode() ==
                                             CCircuitEditor::ManualConnectionMode);
     }

@@ -3,15 +3,14 @@
 #include "CCircuitEditorElementItem.h"
 #include "CCircuitEditorNodeItem.h"
 #include "CCircuitEditorSelection.h"
-#include "CUndoRedo.h"
+#include "CManualConnectorLineItem.h"
+#include "CSelectionRectangleItem.h"
 #include "CircuitGeometry.h"
 #include "ICircuitElement.h"
 
 #include <QDir>
 #include <QGraphicsLineItem>
 #include <QLabel>
-
-#include <algorithm>
 
 CCircuitEditorData::CCircuitEditorData(CCircuitEditor* editor, QObject* sceneParent)
     : scene(new CCircuitEditorScene(sceneParent)),
@@ -95,6 +94,18 @@ void CCircuitEditorData::forgetItem(QGraphicsItem* item) {
         scene->setHighlightedItem(nullptr);
     }
     selection->forgetItem(item);
+    if (item == manualConnectorItem) {
+        manualConnectorItem = nullptr;
+    } else if (item == selectionRectItem) {
+        selectionRectItem = nullptr;
+        selecting = false;
+    } else if (selectionRectItem) {
+        selectionRectItem->forgetItem(item);
+    }
+    if (item == connectionStartItem || item == connectionEndItem) {
+        hideConnectionLine();
+        dropConnection();
+    }
     if (auto* element = qgraphicsitem_cast<CCircuitEditorElementItem*>(item)) {
         if (elementItemMap.value(element->element()) == element) {
             elementItemMap.remove(element->element());
@@ -110,13 +121,15 @@ void CCircuitEditorData::deleteItems() {
     if (!scene) {
         return;
     }
+    connectorLineItem = nullptr;
+    connectionStartItem = nullptr;
+    connectionEndItem = nullptr;
     // Wires first: an element re-routes the wires that it still has when it goes. The items take
     // themselves out of their map.
     qDeleteAll(QMap<ICircuitNode*, CCircuitEditorNodeItem*>(std::move(nodeItemMap)));
     nodeItemMap.clear();
     qDeleteAll(QMap<ICircuitElement*, CCircuitEditorElementItem*>(std::move(elementItemMap)));
     elementItemMap.clear();
-    connectorLineItem = nullptr;
     // Deleting one item may delete others, so the scene is asked again each time.
     for (QList<QGraphicsItem*> left = scene->items(); !left.isEmpty(); left = scene->items()) {
         delete left.first()->topLevelItem();

@@ -25,6 +25,8 @@
 class CCircuitEditorElementItem;
 class CCircuitEditorNodeItem;
 class CCircuitEditorSelection;
+class CManualConnectorLineItem;
+class CSelectionRectangleItem;
 class CUndoRedoStack;
 class QGraphicsLineItem;
 class QLabel;
@@ -44,6 +46,14 @@ public:
     /// The first element whose "_UniqueId_" is the number, in circuit order; null if there is none.
     ICircuitElement* circuitElement(int id) const;
     QRectF visibleItemsBoundingRect() const;
+    /// The topmost item that contains the point, by its own account; null if there is none.
+    QGraphicsItem* itemAt(const QPoint& viewportPos);
+    /// Asks the solver to join two terminals or wires and records it. The node that now carries the
+    /// connection; null for a refusal and for items of any other kind.
+    ICircuitNode* makeConnection(QGraphicsItem* a, QGraphicsItem* b);
+    void hideConnectionLine();
+    /// Ends the connection under way, with nothing done.
+    void dropConnection();
 
     // Records: one XML element each, appended to the parent. All elements of a document are saved
     // before its first node, for the nodes name them by the numbers that saving gives out.
@@ -92,13 +102,23 @@ public:
     QMap<ICircuitElement*, CCircuitEditorElementItem*> elementItemMap;
     QMap<ICircuitNode*, CCircuitEditorNodeItem*> nodeItemMap;
     bool selectingNode = false;
+    QGraphicsItem* connectionStartItem = nullptr;
+    QGraphicsItem* connectionEndItem = nullptr;
+    CManualConnectorLineItem* manualConnectorItem = nullptr;
     QGraphicsLineItem* connectorLineItem = nullptr;
     double minZ = 0;
     double maxZ = 0;
     bool fitToView = false;
+    bool panning = false;
+    // In global screen coordinates.
+    QPoint lastPanPos;
     QString defaultPSPath;
     InterfacePointer<IClipboard> clipboard;
     InterfacePointer<IClipboardWidget> clipboardWidget;
+    CSelectionRectangleItem* selectionRectItem = nullptr;
+    bool selecting = false;
+    QPointF selectionStart;
+    QPointF selectionEnd;
     std::unique_ptr<CCircuitEditorSelection> selection;
     QPointF crosshairPoint;
     bool crosshairVisible = false;
@@ -106,6 +126,9 @@ public:
     bool readOnly = false;
 
 private:
+    ICircuitNode* joinTerminals(ICircuitElementNode* a, ICircuitElementNode* b);
+    ICircuitNode* joinTerminalToNode(ICircuitElementNode* terminal, ICircuitNode* node);
+    ICircuitNode* mergeNodes(CCircuitEditorNodeItem* a, CCircuitEditorNodeItem* b);
     ICircuitElementNode* storedTerminal(const QDomElement& record) const;
     void loadNodeShape(const QDomElement& record, CCircuitEditorNodeItem* item);
 

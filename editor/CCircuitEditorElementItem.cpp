@@ -3,14 +3,11 @@
 #include "CCircuitEditorElementItem.h"
 
 #include "CCircuitEditor.h"
-#include "CCircuitEditorComponent.h"
-#include "CCircuitEditorData.h"
 #include "CCircuitEditorElementItemData.h"
 #include "CCircuitEditorElementNodeItem.h"
 #include "CCircuitEditorNodeItem.h"
-#include "ICircuit.h"
+#include "CircuitGeometry.h"
 #include "ICircuitElement.h"
-#include "ICircuitElementDesc.h"
 #include "ICircuitElementNode.h"
 #include "ICircuitElementVisual.h"
 #include "QtSeries.h"
@@ -50,6 +47,9 @@ CCircuitEditorElementItem::~CCircuitEditorElementItem() {
             wire->setManuallyConnected(false);
         }
     }
+    for (CCircuitEditorNodeItem* wire : qAsConst(d->circuitNodeItems)) {
+        wire->setHeldBy(this, false);
+    }
     // The terminal items go before the data, which they look at.
     qDeleteAll(d->elementNodeItemMap);
     d->elementNodeItemMap.clear();
@@ -76,7 +76,7 @@ CCircuitEditorElementNodeItem* CCircuitEditorElementItem::nodeItem(const QString
 }
 
 void CCircuitEditorElementItem::clearElement() {
-    const double g = d->circuitEditor->gridSize();
+    const double g = CircuitGeometry::gridStep(d->circuitEditor->gridSize());
     d->pixmap = QPixmap();
     qDeleteAll(d->elementNodeItemMap);
     d->elementNodeItemMap.clear();
@@ -98,6 +98,9 @@ void CCircuitEditorElementItem::setElement(ICircuitElement* element) {
         return;
     }
     for (const QString& name : element->elementNodeNames()) {
+        if (d->elementNodeItemMap.contains(name)) {
+            continue;
+        }
         auto* terminal = new CCircuitEditorElementNodeItem(this);
         terminal->setElementNode(element->elementNode(name));
         terminal->setCursor(Qt::ArrowCursor);
@@ -200,12 +203,14 @@ void CCircuitEditorElementItem::addCircuitNodeItem(CCircuitEditorNodeItem* item)
         return;
     }
     d->circuitNodeItems.append(item);
-    item->setHeldBy(this);
+    item->setHeldBy(this, true);
     setCursor2(Qt::ArrowCursor);
 }
 
 void CCircuitEditorElementItem::removeCircuitNodeItem(CCircuitEditorNodeItem* item) {
-    d->circuitNodeItems.removeAll(item);
+    if (d->circuitNodeItems.removeAll(item) > 0) {
+        item->setHeldBy(this, false);
+    }
     if (d->circuitNodeItems.isEmpty()) {
         setCursor2(Qt::OpenHandCursor);
     }

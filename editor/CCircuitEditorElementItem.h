@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ItemTypes.h"
+
 #include <QGraphicsRectItem>
 #include <QObject>
 
@@ -20,7 +22,7 @@ class CCircuitEditorElementItem : public QObject, public QGraphicsRectItem {
     Q_OBJECT
 
 public:
-    enum { Type = 10001 };
+    enum { Type = ElementItemType };
 
     /// Adds itself to the editor's scene.
     explicit CCircuitEditorElementItem(CCircuitEditor* editor);
@@ -37,6 +39,8 @@ public:
     /// Reads picture, place of the terminals and rotation anew from the model.
     void reloadElement();
     void updateToolTip();
+    /// Opens the help file of the element's type, or tells that there is none.
+    void showHelpFile();
     /// The one way to change the item's cursor.
     void setCursor2(const QCursor& cursor);
 
@@ -62,6 +66,15 @@ signals:
     void moved(QPointF dp);
 
 protected:
+    void mousePressEvent(QGraphicsSceneMouseEvent* event) override;
+    void mouseMoveEvent(QGraphicsSceneMouseEvent* event) override;
+    void mouseReleaseEvent(QGraphicsSceneMouseEvent* event) override;
+    void mouseDoubleClickEvent(QGraphicsSceneMouseEvent* event) override;
+    void contextMenuEvent(QGraphicsSceneContextMenuEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void hoverEnterEvent(QGraphicsSceneHoverEvent* event) override;
+    void hoverMoveEvent(QGraphicsSceneHoverEvent* event) override;
+    void hoverLeaveEvent(QGraphicsSceneHoverEvent* event) override;
     QVariant itemChange(GraphicsItemChange change, const QVariant& value) override;
 
 protected slots:
@@ -69,6 +82,12 @@ protected slots:
 
 private:
     bool isLocked() const;
+    /// Records the move, then makes it: a locked element refuses, and the record stays.
+    void moveByCommand(const QPointF& step);
+    void finishDrag();
+    void connectAtDrop(CCircuitEditorElementNodeItem* terminal);
+    void setHoverCursor();
+    void askForMove(QWidget* parent);
     void clearElement();
     void paintSelection(QPainter* painter, const QStyleOptionGraphicsItem* option,
                         const QRectF& frame) const;

@@ -22,5 +22,8 @@ public:
     QList<CCircuitEditorNodeItem*> circuitNodeItems;
     // The item has changed position since the last finished drag.
     bool moved = false;
+    // Start and end of the drag, in scene coordinates.
+    QPointF oldPos;
+    QPointF newPos;
     bool internalMoveMode = false;
 };

@@ -2,14 +2,45 @@
 
 #include "CCircuitEditor.h"
 #include "CCircuitEditorComponent.h"
+#include "CCircuitEditorElementConfigDialog.h"
 #include "CCircuitEditorElementItem.h"
 #include "CCircuitEditorElementItemData.h"
+#include "CCircuitEditorElementNodeItem.h"
 #include "CCircuitEditorNodeItem.h"
+#include "CElementMoveCmd.h"
+#include "CUndoRedo.h"
+#include "CircuitGeometry.h"
 #include "ICircuit.h"
 #include "ICircuitElement.h"
 #include "ICircuitElementDesc.h"
+#include "ICircuitElementNode.h"
+#include "ICircuitSolver.h"
+#include "ui_CMoveElementDialog.h"
 
+#include <QDesktopServices>
+#include <QDialog>
 #include <QGraphicsScene>
+#include <QGraphicsSceneContextMenuEvent>
+#include <QGraphicsSceneMouseEvent>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QMessageBox>
+#include <QPointer>
+#include <QUrl>
+
+#include <cmath>
+
+namespace {
+
+constexpr double SamePosition = 1e-12;
+// The segment, in item coordinates, that stands for a connection made at a drop.
+const QPointF DropStub(0.1, 0.1);
+
+bool differ(const QPointF& a, const QPointF& b) {
+    return std::abs(a.x() - b.x()) > SamePosition || std::abs(a.y() - b.y()) > SamePosition;
+}
+
+}  // namespace
 
 bool CCircuitEditorElementItem::isLocked() const {
     // The main editor's flag counts for items of every editor.
@@ -19,6 +50,214 @@ bool CCircuitEditorElementItem::isLocked() const {
         mainEditor = d->circuitEditor;
     }
     return !d->internalMoveMode && !mainEditor->isInternalMove() && !d->circuitNodeItems.isEmpty();
+}
+
+void CCircuitEditorElementItem::mousePressEvent(QGraphicsSceneMouseEvent* event) {
+    if (isLocked()) {
+        return;
+    }
+    d->oldPos = pos();
+    d->newPos = pos();
+    QGraphicsRectItem::mousePressEvent(event);
+    setCursor2(Qt::ClosedHandCursor);
+}
+
+void CCircuitEditorElementItem::mouseMoveEvent(QGraphicsSceneMouseEvent* event) {
+    if (isLocked()) {
+        setCursor2(Qt::ForbiddenCursor);
+        return;
+    }
+    QGraphicsRectItem::mouseMoveEvent(event);
+}
+
+void CCircuitEditorElementItem::mouseReleaseEvent(QGraphicsSceneMouseEvent* event) {
+    if (isLocked()) {
+        setCursor2(Qt::ArrowCursor);
+        return;
+    }
+    setCursor2(Qt::OpenHandCursor);
+    QGraphicsRectItem::mouseReleaseEvent(event);
+    if (d->moved) {
+        finishDrag();
+    }
+    d->moved = false;
+    emit d->circuitEditor->elementClickEvent(d->element,
+                                             CircuitGeometry::roundedPoint(event->pos()),
+                                             event->button(), event->modifiers());
+}
+
+void CCircuitEditorElementItem::finishDrag() {
+    updateCircuitNodes();
+    d->newPos = pos();
+    if (differ(d->oldPos, d->newPos)) {
+        // The command holds the position from before the snap, which isn't recorded.
+        d->circuitEditor->undoStack()->push(new CElementMoveCmd(this, d->oldPos, d->newPos));
+        d->oldPos = QPointF();
+        d->newPos = QPointF();
+    }
+    d->circuitEditor->snapToGrid(this);
+    for (CCircuitEditorElementNodeItem* terminal : d->elementNodeItemMap.values()) {
+        connectAtDrop(terminal);
+    }
+}
+
+void CCircuitEditorElementItem::connectAtDrop(CCircuitEditorElementNodeItem* terminal) {
+    const QPointF place = mapToScene(terminal->pos());
+    QPainterPath stub(place);
+    stub.lineTo(mapToScene(terminal->pos() + DropStub));
+    for (QGraphicsItem* other : scene()->items(place)) {
+        ICircuitSolver* solver = d->circuitEditor->circuitSolver();
+        // A connection can dissolve nets, whose wires then are no longer there.
+        if (!solver || other == terminal || !scene()->items(place).contains(other)) {
+            continue;
+        }
+        if (auto* end = qgraphicsitem_cast<CCircuitEditorElementNodeItem*>(other)) {
+            ICircuitNode* node =
+                solver->makeConnection(end->elementNode(), terminal->elementNode());
+            if (CCircuitEditorNodeItem* wire = d->circuitEditor->nodeItem(node)) {
+                wire->addShape(wire->mapFromScene(stub), true);
+            }
+        } else if (auto* wire = qgraphicsitem_cast<CCircuitEditorNodeItem*>(other)) {
+            if (solver->makeConnection(terminal->elementNode(), wire->circuitNode())) {
+                wire->addShape(stub, false);
+            }
+        }
+    }
+}
+
+void CCircuitEditorElementItem::mouseDoubleClickEvent(QGraphicsSceneMouseEvent* event) {
+    QGraphicsRectItem::mouseDoubleClickEvent(event);
+    emit d->circuitEditor->elementDoubleClickEvent(d->element,
+                                                   CircuitGeometry::roundedPoint(event->pos()),
+                                                   event->button(), event->modifiers());
+}
+
+void CCircuitEditorElementItem::keyPressEvent(QKeyEvent* event) {
+    if (!isSelected()) {
+        return;
+    }
+    const bool isFine = event->modifiers() & Qt::ControlModifier;
+    const double step = isFine ? 1 : d->circuitEditor->gridSize();
+    QObject* object = d->element->containerObject();
+    switch (event->key()) {
+        case Qt::Key_F:
+            object->setProperty("Flip", (d->element->flip() + 1) % 3);
+            break;
+        case Qt::Key_R:
+            object->setProperty("Rotation", (d->element->rotation() + 1) % 4);
+            break;
+        case Qt::Key_F1:
+            showHelpFile();
+            break;
+        case Qt::Key_Left:
+            moveByCommand({-step, 0});
+            break;
+        case Qt::Key_Up:
+            moveByCommand({0, -step});
+            break;
+        case Qt::Key_Right:
+            moveByCommand({step, 0});
+            break;
+        case Qt::Key_Down:
+            moveByCommand({0, step});
+            break;
+        case Qt::Key_Delete:
+            // Deletes this item: nothing may follow.
+            d->circuitEditor->on_removeElementRequest(d->element);
+            return;
+        default:
+            QGraphicsRectItem::keyPressEvent(event);
+            break;
+    }
+}
+
+void CCircuitEditorElementItem::moveByCommand(const QPointF& step) {
+    const QPointF position = pos() + step;
+    if (differ(position, pos())) {
+        d->circuitEditor->undoStack()->push(new CElementMoveCmd(this, pos(), position));
+    }
+    setPos(position);
+    d->moved = true;
+    updateCircuitNodes();
+}
+
+void CCircuitEditorElementItem::setHoverCursor() {
+    setCursor2(d->circuitEditor->mode() == CCircuitEditor::ManualConnectionMode
+                   ? Qt::ArrowCursor
+                   : Qt::OpenHandCursor);
+}
+
+void CCircuitEditorElementItem::hoverEnterEvent(QGraphicsSceneHoverEvent* event) {
+    QGraphicsRectItem::hoverEnterEvent(event);
+    setHoverCursor();
+}
+
+void CCircuitEditorElementItem::hoverMoveEvent(QGraphicsSceneHoverEvent* event) {
+    QGraphicsRectItem::hoverMoveEvent(event);
+    setHoverCursor();
+}
+
+void CCircuitEditorElementItem::hoverLeaveEvent(QGraphicsSceneHoverEvent* event) {
+    QGraphicsRectItem::hoverLeaveEvent(event);
+    setCursor2(Qt::OpenHandCursor);
+}
+
+void CCircuitEditorElementItem::contextMenuEvent(QGraphicsSceneContextMenuEvent* event) {
+    const QPointer<CCircuitEditorElementItem> self(this);
+    const QPointer<QWidget> parent(event->widget());
+    ICircuitElement* element = d->element;
+    CCircuitEditor* editor = d->circuitEditor;
+    QMenu menu;
+    const QAction* outputVariables = menu.addAction(QStringLiteral("Output Variables"));
+    QAction* remove = menu.addAction(QStringLiteral("Delete Element"));
+    remove->setShortcut(QKeySequence::Delete);
+    QAction* help = menu.addAction(QStringLiteral("%1 Help").arg(element->desc()->elementType()));
+    help->setShortcut(QKeySequence::HelpContents);
+    QAction* move = menu.addAction(QStringLiteral("Move Element"));
+    move->setEnabled(d->circuitNodeItems.isEmpty());
+    menu.addSeparator();
+    emit editor->elementContextMenuEvent(element, &menu, event->modifiers());
+    const QAction* chosen = menu.exec(QCursor::pos());
+    // The menu ran its own event loop: the item may be gone.
+    if (!chosen || !self) {
+        return;
+    }
+    if (chosen == outputVariables) {
+        CCircuitEditorElementConfigDialog dialog(editor);
+        dialog.setCircuitElement(element);
+        dialog.exec();
+    } else if (chosen == remove) {
+        editor->on_removeElementRequest(element);
+    } else if (chosen == help) {
+        showHelpFile();
+    } else if (chosen == move) {
+        askForMove(parent);
+    }
+}
+
+void CCircuitEditorElementItem::askForMove(QWidget* parent) {
+    const QPointer<CCircuitEditorElementItem> self(this);
+    QDialog dialog(parent);
+    Ui_CMoveElementDialog form;
+    form.setupUi(&dialog);
+    dialog.setWindowTitle(QStringLiteral("Move %1").arg(d->element->caption()));
+    if (dialog.exec() == QDialog::Accepted && self) {
+        moveByCommand(QPointF(form.txtXDistance->value(), form.txtYDistance->value()) *
+                      d->circuitEditor->gridSize());
+    }
+}
+
+void CCircuitEditorElementItem::showHelpFile() {
+    const QString type = d->element->desc()->elementType();
+    const CCircuitEditorComponent* component = CCircuitEditorComponent::instance();
+    const QString file = component ? component->helpFileForElement(type) : QString();
+    if (file.isEmpty()) {
+        QMessageBox::information(d->circuitEditor, QStringLiteral("No help found"),
+                                 QStringLiteral("No help was found for element %1").arg(type),
+                                 QMessageBox::Ok);
+    } else {
+        QDesktopServices::openUrl(QUrl::fromLocalFile(file));
+    }
 }
 
 QVariant CCircuitEditorElementItem::itemChange(GraphicsItemChange change, const QVariant& value) {

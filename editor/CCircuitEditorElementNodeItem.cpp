@@ -2,6 +2,7 @@
 
 #include "CCircuitEditor.h"
 #include "CCircuitEditorElementItem.h"
+#include "CircuitGeometry.h"
 #include "ICircuitElement.h"
 #include "ICircuitElementNode.h"
 #include "IEditableProperties.h"
@@ -86,13 +87,16 @@ void CCircuitEditorElementNodeItem::reloadNode() {
     color.setAlpha(1);
     setPen(QtSeries::hairline(color));
     setToolTip(d->elementNodeNameProperty());
-    const int g = d->elementItem->circuitEditor()->gridSize();
+    const int g = CircuitGeometry::gridStep(d->elementItem->circuitEditor()->gridSize());
     setRect(-(g >> 1), -(g >> 1), g, g);
     setVisible(true);
 }
 
 void CCircuitEditorElementNodeItem::paint(QPainter* painter, const QStyleOptionGraphicsItem*,
                                           QWidget*) {
+    if (!d->elementNode) {
+        return;
+    }
     const QRectF r = boundingRect();
     const QPen oldPen = painter->pen();
     const QBrush oldBrush = painter->brush();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ItemTypes.h"
+
 #include <QGraphicsRectItem>
 
 #include <memory>
@@ -12,7 +14,7 @@ class ICircuitElementNode;
 /// of an element item, in whose unrotated coordinates it stands.
 class CCircuitEditorElementNodeItem : public QGraphicsRectItem {
 public:
-    enum { Type = 10002 };
+    enum { Type = ElementNodeItemType };
 
     explicit CCircuitEditorElementNodeItem(CCircuitEditorElementItem* parent);
     ~CCircuitEditorElementNodeItem() override;

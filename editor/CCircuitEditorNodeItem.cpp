@@ -16,6 +16,7 @@
 #include <QPainter>
 #include <QPainterPathStroker>
 #include <QPointer>
+#include <QSet>
 
 #include <algorithm>
 #include <cmath>
@@ -67,7 +68,7 @@ public:
     bool manuallyConnected = false;
     // The element items that list this wire: leaving them needs no look at the model, which may be
     // gone when the wire goes.
-    QList<QPointer<CCircuitEditorElementItem>> holders;
+    QSet<CCircuitEditorElementItem*> holders;
 
     void updateItemShape();
     NetOutline outline() const;
@@ -80,7 +81,7 @@ void CCircuitEditorNodeItemData::updateItemShape() {
         return;
     }
     QPainterPathStroker stroker;
-    stroker.setWidth(circuitEditor->gridSize() * 0.75);
+    stroker.setWidth(CircuitGeometry::gridStep(circuitEditor->gridSize()) * 0.75);
     itemShape = stroker.createStroke(internalShape);
 }
 
@@ -124,10 +125,8 @@ CCircuitEditorNodeItem::CCircuitEditorNodeItem(CCircuitEditor* editor)
 }
 
 CCircuitEditorNodeItem::~CCircuitEditorNodeItem() {
-    for (const QPointer<CCircuitEditorElementItem>& holder : qAsConst(d->holders)) {
-        if (holder) {
-            holder->removeCircuitNodeItem(this);
-        }
+    for (CCircuitEditorElementItem* holder : QSet<CCircuitEditorElementItem*>(d->holders)) {
+        holder->removeCircuitNodeItem(this);
     }
     if (d->circuitEditor) {
         d->circuitEditor->forgetItem(this);
@@ -169,6 +168,9 @@ void CCircuitEditorNodeItem::setCircuitNode(ICircuitNode* node) {
     d->color = Qt::blue;
     for (int i = 0; i < node->elementNodeCount(); ++i) {
         ICircuitElementNode* terminal = node->elementNode(i);
+        if (!terminal) {
+            continue;
+        }
         if (CCircuitEditorElementItem* item = d->circuitEditor->elementItem(terminal->element())) {
             item->addCircuitNodeItem(this);
         }
@@ -271,10 +273,11 @@ void CCircuitEditorNodeItem::moveNodeBy(double dx, double dy) {
     update();
 }
 
-void CCircuitEditorNodeItem::setHeldBy(CCircuitEditorElementItem* item) {
-    d->holders.removeAll(nullptr);
-    if (!d->holders.contains(item)) {
-        d->holders.append(item);
+void CCircuitEditorNodeItem::setHeldBy(CCircuitEditorElementItem* item, bool isHeld) {
+    if (isHeld) {
+        d->holders.insert(item);
+    } else {
+        d->holders.remove(item);
     }
 }
 

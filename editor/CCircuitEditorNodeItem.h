@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ItemTypes.h"
+
 #include <QGraphicsItem>
 
 #include <memory>
@@ -17,7 +19,7 @@ class ICircuitNode;
 /// as the item stands at the origin.
 class CCircuitEditorNodeItem : public QGraphicsItem {
 public:
-    enum { Type = 10003 };
+    enum { Type = NodeItemType };
 
     /// Adds itself to the editor's scene.
     explicit CCircuitEditorNodeItem(CCircuitEditor* editor);
@@ -46,8 +48,8 @@ public:
     bool removeShapeFor(ICircuitElementNode* elementNode);
     void moveNodeBy(double dx, double dy);
 
-    /// An element item has taken this wire into its list.
-    void setHeldBy(CCircuitEditorElementItem* item);
+    /// An element item has taken this wire into its list, or out of it.
+    void setHeldBy(CCircuitEditorElementItem* item, bool isHeld);
 
     // QGraphicsItem
     int type() const override { return Type; }

@@ -8,6 +8,7 @@
 #include "ICircuitElementDesc.h"
 #include "ICircuitElementNode.h"
 #include "ICircuitNode.h"
+#include "XmlText.h"
 
 using CircuitGeometry::finiteNumber;
 
@@ -80,11 +81,11 @@ void CCircuitEditorData::saveElement(QDomDocument document, QDomElement parent,
     const QPointF position = item ? item->pos() : QPointF();
     QDomElement record = document.createElement(QStringLiteral("CircuitElement"));
     parent.appendChild(record);
-    record.setAttribute(QStringLiteral("ElementType"), element->desc()->elementType());
+    record.setAttribute(QStringLiteral("ElementType"), xmlText(element->desc()->elementType()));
     record.setAttribute(QStringLiteral("ID"), QStringLiteral("%1").arg(qint64(id)));
     record.setAttribute(QStringLiteral("X"), twoDecimals(position.x()));
     record.setAttribute(QStringLiteral("Y"), twoDecimals(position.y()));
-    record.setAttribute(QStringLiteral("ModelName"), element->modelName());
+    record.setAttribute(QStringLiteral("ModelName"), xmlText(element->modelName()));
     element->containerObject()->setProperty(UniqueId, id);
     if (qobjectLoadSave) {
         qobjectLoadSave->save(element->containerObject(), document, record);
@@ -123,12 +124,12 @@ void CCircuitEditorData::saveNode(QDomDocument document, QDomElement parent, ICi
     const CCircuitEditorNodeItem* item = circuitEditor->nodeItem(node);
     QDomElement record = document.createElement(QStringLiteral("CircuitNode"));
     parent.appendChild(record);
-    record.setAttribute(QStringLiteral("Name"), node->name());
+    record.setAttribute(QStringLiteral("Name"), xmlText(node->name()));
     setStoredPosition(record, item ? item->pos() : QPointF());
     for (int i = 0; i < node->elementNodeCount(); ++i) {
         ICircuitElementNode* terminal = node->elementNode(i);
         QDomElement terminalRecord = document.createElement(QStringLiteral("ElementNode"));
-        terminalRecord.setAttribute(QStringLiteral("Name"), terminal->name());
+        terminalRecord.setAttribute(QStringLiteral("Name"), xmlText(terminal->name()));
         terminalRecord.setAttribute(
             QStringLiteral("ElementID"),
             terminal->element()->containerObject()->property(UniqueId).toString());
@@ -224,6 +225,9 @@ void CCircuitEditorData::loadRecords(const QDomElement& parent) {
     m_loadIndex = std::make_unique<QHash<int, ICircuitElement*>>();
     for (int i = 0; circuit && i < circuit->elementCount(); ++i) {
         ICircuitElement* element = circuit->element(i);
+        if (!element) {
+            continue;
+        }
         const int id = element->containerObject()->property(UniqueId).toInt();
         if (!m_loadIndex->contains(id)) {
             m_loadIndex->insert(id, element);

@@ -4,9 +4,16 @@
 #include "CCircuitEditorElementItem.h"
 #include "CCircuitEditorNodeItem.h"
 #include "CCircuitEditorSelection.h"
+#include "CCircuitNodeDeleteCmd.h"
+#include "CElementDeleteCmd.h"
+#include "CElementPropertyChangeCmd.h"
+#include "CUndoRedo.h"
 #include "ICircuitElement.h"
 #include "ICircuitElementNode.h"
 #include "ICircuitNode.h"
+#include "ui_CType23OutputVariablesDialog.h"
+
+#include <QDialog>
 
 void CCircuitEditor::setCircuitSolver(ICircuitSolver* solver) {
     if (d->circuitSolver) {
@@ -55,7 +62,8 @@ void CCircuitEditor::setCircuit(ICircuit* circuit) {
 
 void CCircuitEditor::on_elementAdded(ICircuitElement* element) {
     unhighlight();
-    if (d->elementItemMap.contains(element) || !element || element->circuit() != circuit()) {
+    if (!d->scene || d->elementItemMap.contains(element) || !element ||
+        element->circuit() != circuit()) {
         return;
     }
     auto* item = new CCircuitEditorElementItem(this);
@@ -79,7 +87,7 @@ void CCircuitEditor::on_elementRemoved(ICircuitElement* element) {
 
 void CCircuitEditor::on_nodeAdded(ICircuitNode* node) {
     unhighlight();
-    if (d->nodeItemMap.contains(node) || !node || node->circuit() != circuit()) {
+    if (!d->scene || d->nodeItemMap.contains(node) || !node || node->circuit() != circuit()) {
         return;
     }
     auto* item = new CCircuitEditorNodeItem(this);
@@ -110,6 +118,8 @@ void CCircuitEditor::hideRemovedFromPropertyEditor(QObject* object) {
         d->propertyEditor->setObject(nullptr, false);
     }
 }
+
+void CCircuitEditor::on_circuitElementChanged() {}
 
 void CCircuitEditor::on_elementChanged() {
     auto* element = qobject_cast<ICircuitElement*>(sender());
@@ -158,10 +168,59 @@ void CCircuitEditor::on_circuitElementNodeRemoved(ICircuitElementNode* elementNo
     }
 }
 
+void CCircuitEditor::on_propertyValueChanged(QObject* object, QString propertyName,
+                                             QVariant oldValue, QVariant newValue) {
+    if (!object || propertyName.isEmpty() || oldValue == newValue) {
+        return;
+    }
+    auto* ownCircuit = qobject_cast<ICircuit*>(object);
+    if (!ownCircuit || ownCircuit != circuit()) {
+        auto* element = qobject_cast<ICircuitElement*>(object);
+        auto* node = element ? nullptr : qobject_cast<ICircuitNode*>(object);
+        CCircuitEditorElementItem* item = elementItem(element);
+        CCircuitEditorNodeItem* wire = nodeItem(node);
+        if (!item && !wire) {
+            return;
+        }
+        d->undoStack->push(new CElementPropertyChangeCmd(object, propertyName, oldValue, newValue));
+        if (item) {
+            item->updateToolTip();
+        } else {
+            wire->updateToolTip();
+        }
+    }
+    emit projectPartModified();
+}
+
+void CCircuitEditor::on_removeElementRequest(ICircuitElement* element) {
+    unhighlight();
+    if (!d->circuitSolver || !element) {
+        return;
+    }
+    // Recorded while it is still whole.
+    d->undoStack->push(new CElementDeleteCmd(element));
+    d->circuitSolver->disconnectElement(element);
+    if (ICircuit* owner = circuit()) {
+        owner->removeElement(element);
+    }
+}
+
+void CCircuitEditor::on_editOutputVariables() {
+    QDialog dialog(this);
+    Ui_CType23OutputVariablesDialog form;
+    form.setupUi(&dialog);
+    dialog.exec();
+    emit projectPartModified();
+}
+
 void CCircuitEditor::on_removeNodeRequest(ICircuitNode* node) {
     unhighlight();
     if (!d->circuitSolver || !node) {
         return;
+    }
+    // Only a net of two terminals can come back.
+    if (node->elementNodeCount() == 2) {
+        d->undoStack->push(new CCircuitNodeDeleteCmd(node));
     }
     ICircuit* owner = circuit();
     d->circuitSolver->breakConnection(node);
@@ -224,9 +283,10 @@ void CCircuitEditor::clearEditor() {
             d->propertyEditor->setObject(nullptr, false);
         }
     }
+    // While the model is whole: listeners are told what is no longer selected.
+    unhighlight();
     if (bound) {
         bound->clear();
     }
-    unhighlight();
     d->deleteItems();
 }

@@ -24,9 +24,9 @@ const QString Dotted = QStringLiteral("dotted");
 /// Columns and rows of the grid that a rectangle needs, counted from the drawing area's edge.
 struct GridRange {
     GridRange(const QRectF& area, const QRectF& rect, int gridSize)
-        : step(std::max(1, gridSize)),
-          columnCount(CircuitGeometry::truncatedInt(area.width() / step) + 1),
-          rowCount(CircuitGeometry::truncatedInt(area.height() / step) + 1),
+        : step(CircuitGeometry::gridStep(gridSize)),
+          columnCount(CircuitGeometry::truncatedInt(area.width() / step + 1)),
+          rowCount(CircuitGeometry::truncatedInt(area.height() / step + 1)),
           firstColumn(std::max(0, CircuitGeometry::truncatedInt((rect.x() - area.x()) / step))),
           firstRow(std::max(0, CircuitGeometry::truncatedInt((rect.y() - area.y()) / step))) {}
 
@@ -170,6 +170,9 @@ void CCircuitEditor::zoomOne() {
 }
 
 void CCircuitEditor::zoomFit() {
+    if (!d->scene) {
+        return;
+    }
     fitInView(d->scene->itemsBoundingRect(), Qt::KeepAspectRatio);
     d->fitToView = true;
 }
@@ -201,7 +204,7 @@ void CCircuitEditor::snapToGrid(CCircuitEditorElementItem* item) {
     }
     // The terminal's own position, mapped by the terminal: on purpose not its scene position.
     const QPointF anchor = terminal->mapToScene(terminal->pos());
-    item->setPos(item->pos() + snapToGrid(anchor) - anchor);
+    item->setPos(item->pos() + (snapToGrid(anchor) - anchor));
     item->updateCircuitNodes();
 }
 
@@ -258,6 +261,9 @@ void CCircuitEditor::highlight(ICircuitElementNode* elementNode) {
 }
 
 void CCircuitEditor::unhighlight() {
+    if (!d->scene) {
+        return;
+    }
     d->scene->setHighlightedItem(nullptr);
     d->scene->clearSelection();
     updateViewport();

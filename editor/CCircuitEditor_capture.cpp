@@ -1,21 +1,20 @@
 // The drawing as a picture.
 
 #include "CCircuitEditorData.h"
+#include "CircuitGeometry.h"
 
 #include <QApplication>
 #include <QClipboard>
 #include <QFileDialog>
-#include <QFileInfo>
 #include <QMessageBox>
 #include <QPainter>
 #include <QPixmap>
+#include <QPointer>
 #include <QPrinter>
 #include <QProcess>
 #include <QScopedValueRollback>
 #include <QSvgGenerator>
 #include <QTemporaryDir>
-
-#include "CircuitGeometry.h"
 
 namespace {
 
@@ -116,21 +115,27 @@ bool CCircuitEditorData::writePicture(CCircuitEditor::CaptureFormat format,
 }
 
 void CCircuitEditor::captureTo(CaptureFormat format) {
+    // Dialogs run event loops of their own, in which the editor may be deleted.
+    const QPointer<CCircuitEditor> self(this);
     const QString name = QString::fromLatin1(Names[format].message);
     const QString fileName = QFileDialog::getSaveFileName(
         this, QStringLiteral("Choose a %1 file name to save").arg(name), d->defaultPSPath,
         QString::fromLatin1(Names[format].filter));
-    if (fileName.isEmpty()) {
+    if (fileName.isEmpty() || !self) {
         return;
     }
     // The grid stays away until the box has been answered.
-    const QScopedValueRollback<bool> gridOff(d->gridVisible, false);
+    const bool wasGridVisible = d->gridVisible;
+    d->gridVisible = false;
     d->scene->clearSelection();
     d->writePicture(format, fileName);
     QMessageBox::information(
         this, QStringLiteral("%1 saved").arg(name),
         QStringLiteral("The circuit diagram was saved into the %1 file").arg(name),
         QMessageBox::Ok);
+    if (self) {
+        d->gridVisible = wasGridVisible;
+    }
 }
 
 bool CCircuitEditor::captureToFile(int format, const QString& fileName) {
@@ -163,7 +168,9 @@ void CCircuitEditor::captureToSVG() {
 }
 
 void CCircuitEditor::captureToClipboard() {
-    const QScopedValueRollback<bool> gridOff(d->gridVisible, false);
+    const QPointer<CCircuitEditor> self(this);
+    const bool wasGridVisible = d->gridVisible;
+    d->gridVisible = false;
     d->scene->clearSelection();
     const QRectF source = d->scene->itemsBoundingRect();
     // Unlike a file, the clipboard's picture follows the present zoom.
@@ -176,4 +183,7 @@ void CCircuitEditor::captureToClipboard() {
     QMessageBox::information(this, QStringLiteral("Copied"),
                              QStringLiteral("The circuit diagram was copied into the clipboard"),
                              QMessageBox::Ok);
+    if (self) {
+        d->gridVisible = wasGridVisible;
+    }
 }

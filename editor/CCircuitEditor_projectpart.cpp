@@ -5,6 +5,7 @@
 #include "ICircuitElement.h"
 #include "ICircuitStringGlobalVariableSupport.h"
 #include "ICircuitTitle.h"
+#include "XmlText.h"
 
 #include <QFile>
 #include <QMetaObject>
@@ -57,7 +58,7 @@ bool CCircuitEditor::saveProjectPart(QDomDocument document, QDomElement element)
     }
     QObject* object = bound->containerObject();
     if (auto* title = qobject_cast<ICircuitTitle*>(object)) {
-        element.setAttribute(QStringLiteral("Title"), title->title());
+        element.setAttribute(QStringLiteral("Title"), xmlText(title->title()));
     }
     auto* strings = qobject_cast<ICircuitStringGlobalVariableSupport*>(object);
     appendComment(document, element, QStringLiteral("Circuit Element Information"));
@@ -71,8 +72,9 @@ bool CCircuitEditor::saveProjectPart(QDomDocument document, QDomElement element)
     appendComment(document, element, QStringLiteral("Global Variables Information"));
     for (int i = 0; i < bound->globalVariableCount(); ++i) {
         QDomElement record = document.createElement(QStringLiteral("GlobalVar"));
-        record.setAttribute(QStringLiteral("Name"), bound->globalVariableName(i));
-        record.setAttribute(QStringLiteral("Value"), bound->globalVariableValue(i).toString());
+        record.setAttribute(QStringLiteral("Name"), xmlText(bound->globalVariableName(i)));
+        record.setAttribute(QStringLiteral("Value"),
+                            xmlText(bound->globalVariableValue(i).toString()));
         record.setAttribute(QStringLiteral("IsReal"), qlonglong(bound->isRealGlobalVariable(i)));
         record.setAttribute(QStringLiteral("IsString"),
                             qlonglong(strings && strings->isStringGlobalVariable(i)));

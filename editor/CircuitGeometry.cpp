@@ -12,6 +12,7 @@ namespace {
 
 constexpr double SideTolerance = 15.0;
 constexpr double HitHalfSide = 10.0;
+constexpr double LeastSlope = 0.1;
 
 int clampedInt(double whole) {
     if (std::isnan(whole)) {
@@ -62,8 +63,12 @@ double finiteNumber(const QString& text) {
     return std::isfinite(value) ? value : 0.0;
 }
 
+int gridStep(int grid) {
+    return std::max(1, grid);
+}
+
 double snapped(double coordinate, int grid) {
-    const qint64 step = std::max(1, grid);
+    const qint64 step = gridStep(grid);
     const qint64 value = roundedInt(coordinate);
     const qint64 size = std::abs(value);
     qint64 steps = size / step;
@@ -82,11 +87,21 @@ QRectF snapped(const QRectF& rect, int grid) {
     const QRectF normal = rect.normalized();
     const QPointF topLeft = snapped(normal.topLeft(), grid);
     const QPointF bottomRight = snapped(normal.bottomRight(), grid);
-    const int step = std::max(1, grid);
+    const int step = gridStep(grid);
     if (truncatedInt(normal.width()) % step == 0 && truncatedInt(normal.height()) % step == 0) {
         return {topLeft, normal.size()};
     }
     return {topLeft, QSizeF(bottomRight.x() - topLeft.x(), bottomRight.y() - topLeft.y())};
+}
+
+QPointF straightened(const QPointF& point, const QPointF& last) {
+    const double dx = std::abs(point.x() - last.x());
+    const double dy = std::abs(point.y() - last.y());
+    // With both zero the ratio is no number, and no comparison with it holds.
+    if (dx <= dy) {
+        return {dx / dy >= LeastSlope ? point.x() : last.x(), point.y()};
+    }
+    return {point.x(), dy / dx >= LeastSlope ? point.y() : last.y()};
 }
 
 ExitDirection exitDirection(const QPointF& point, const QRectF& outline) {

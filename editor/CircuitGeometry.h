@@ -20,12 +20,18 @@ QPoint roundedPoint(const QPointF& point);
 /// The text as a finite number; 0 for anything else.
 double finiteNumber(const QString& text);
 
+/// The step of a grid in scene units: a grid under 1 counts as 1.
+int gridStep(int grid);
+
 /// Snaps to the nearest multiple of `grid`, after rounding to whole units; a tie goes away from
-/// zero. A grid under 1 counts as 1, here and below.
+/// zero.
 double snapped(double coordinate, int grid);
 QPointF snapped(const QPointF& point, int grid);
 /// Snaps both corners of the normalised rectangle; keeps its size if that is whole grid steps.
 QRectF snapped(const QRectF& rect, int grid);
+
+/// A point that lies within a slope of one tenth of an axis through `last` is put on that axis.
+QPointF straightened(const QPointF& point, const QPointF& last);
 
 /// Where a wire leaves its element.
 enum ExitDirection { ExitNone = 0, ExitRight = 1, ExitLeft = 2, ExitUp = 3, ExitDown = 4 };

@@ -9,7 +9,8 @@ template <class Interface>
 class InterfacePointer {
 public:
     InterfacePointer() = default;
-    InterfacePointer(Interface* pointer)  // NOLINT: meant to be assigned from a plain pointer
+    // Not explicit: meant to be assigned from a plain pointer.
+    InterfacePointer(Interface* pointer)
         : m_interface(pointer), m_object(pointer ? pointer->containerObject() : nullptr) {}
 
     Interface* get() const { return m_object ? m_interface : nullptr; }

@@ -32,6 +32,9 @@ public:
 
     QObject* shown = nullptr;
     int calls = 0;
+
+signals:
+    void propertyValueChanged(QObject* object, QString name, QVariant oldValue, QVariant newValue);
 };
 
 class Binding : public EditorTest {
@@ -43,6 +46,12 @@ protected:
         join("R1.n", "R2.p")->setName(QStringLiteral("mid"));
         solver.makeConnection(terminal(QStringLiteral("C1.p")), circuit.node(0));
         element(QStringLiteral("R2"))->setRotation(1);
+    }
+
+    /// As the items ask for it.
+    void requestRemoval(ICircuitNode* node) {
+        EXPECT_TRUE(QMetaObject::invokeMethod(editor.get(), "on_removeNodeRequest",
+                                              Q_ARG(ICircuitNode*, node)));
     }
 
     QDomElement savedPart() {
@@ -124,7 +133,7 @@ TEST_F(Binding, SurvivesASolverThatGoesAway) {
     doomedSolver.reset();
     EXPECT_EQ(editor->circuit(), nullptr);
     editor->clear();
-    editor->on_removeNodeRequest(circuit.node(0));
+    requestRemoval(circuit.node(0));
     EXPECT_EQ(circuit.nodeCount(), 1);
     editor.reset();
 }
@@ -144,8 +153,8 @@ TEST_F(Binding, FollowsTerminalsThatJoinAndLeave) {
 
 TEST_F(Binding, RemovesNetsByRequest) {
     addDivider();
-    editor->on_removeNodeRequest(nullptr);
-    editor->on_removeNodeRequest(circuit.node(0));
+    requestRemoval(nullptr);
+    requestRemoval(circuit.node(0));
     EXPECT_EQ(circuit.nodeCount(), 0);
     EXPECT_TRUE(invariantBreaches(*editor).isEmpty());
 }
@@ -379,6 +388,18 @@ TEST_F(Binding, LoadKeepsTheDrawingUnlessTheFileIsWellFormed) {
     EXPECT_EQ(circuit.elementCount(), 1);
     EXPECT_FALSE(editor->loadProjectPart(document, QDomElement()));
     EXPECT_EQ(circuit.elementCount(), 1);
+}
+
+TEST_F(Binding, NamesWithForbiddenCharactersDoNotSpoilTheFile) {
+    addDivider();
+    const QString nasty =
+        QString::fromUtf8("a\x01") + QChar(0) + QChar(0xd800) + QChar(0xffff) + QStringLiteral("b");
+    circuit.node(0)->setName(nasty);
+    const QString file = tempFile(QStringLiteral("c.ckt"));
+    editor->save(file);
+    editor->load(file);
+    ASSERT_EQ(circuit.nodeCount(), 1);
+    EXPECT_EQ(circuit.node(0)->name(), QStringLiteral("ab"));
 }
 
 TEST_F(Binding, DescribesTheDrawing) {

@@ -287,13 +287,19 @@ TEST_F(Canvas, OutlivesItsSceneAndItsSceneOutlivesIt) {
         child->setCircuitSolver(&solver);
         EXPECT_NE(child->elementItem(element(QStringLiteral("R1"))), nullptr);
     }
+    std::unique_ptr<CCircuitEditor> child;
     {
         // After a change of parent the scene stays with the first one.
         QWidget parent;
-        auto child = std::make_unique<CCircuitEditor>(&parent);
+        child = std::make_unique<CCircuitEditor>(&parent);
         child->setCircuitSolver(&solver);
         child->setParent(nullptr);
     }
+    // Without a scene the editor stays silent.
+    circuit.addElement(factory.createElement(QStringLiteral("Resistor.Basic")));
+    child->zoomFit();
+    child->unhighlight();
+    child.reset();
     auto stray = std::make_unique<CCircuitEditor>(nullptr);
     const QPointer<QGraphicsScene> scene = stray->scene();
     const QPointer<QLabel> label = stray->statusLabel();
@@ -301,7 +307,7 @@ TEST_F(Canvas, OutlivesItsSceneAndItsSceneOutlivesIt) {
     stray.reset();
     EXPECT_TRUE(scene.isNull());
     EXPECT_TRUE(label.isNull());
-    EXPECT_EQ(circuit.elementCount(), 2);
+    EXPECT_EQ(circuit.elementCount(), 3);
 }
 
 TEST_F(Canvas, ModeIsKeptShownAndTold) {

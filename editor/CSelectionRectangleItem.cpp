@@ -1,0 +1,201 @@
+#include "CSelectionRectangleItem.h"
+
+#include "CCircuitEditor.h"
+#include "CCircuitEditorElementItem.h"
+#include "CCircuitEditorNodeItem.h"
+#include "ICircuitElementNode.h"
+#include "ICircuitNode.h"
+#include "ItemTypes.h"
+#include "ui_CMoveElementDialog.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QGraphicsScene>
+#include <QGraphicsSceneContextMenuEvent>
+#include <QGraphicsSceneMouseEvent>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QPainter>
+
+#include <cmath>
+
+namespace {
+
+constexpr double FillAlpha = 0.4000000059604645;  // single precision, widened
+constexpr int ShiftFactor = 5;
+
+}  // namespace
+
+CSelectionRectangleItem::CSelectionRectangleItem(CCircuitEditor* editor) : m_editor(editor) {
+    // A new item counts as visible already, and would not get the focus when it is shown first.
+    setVisible(false);
+    editor->scene()->addItem(this);
+    QColor color = QApplication::palette().brush(QPalette::Current, QPalette::Highlight).color();
+    color.setAlphaF(FillAlpha);
+    setBrush(QBrush(color, Qt::SolidPattern));
+    color.setAlphaF(1.0);
+    setPen(QPen(QBrush(color), 2.0, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin));
+    setZValue(1500);
+    setFlags(ItemIsMovable | ItemIsSelectable | ItemIsFocusable);
+}
+
+CSelectionRectangleItem::~CSelectionRectangleItem() {
+    if (m_editor) {
+        m_editor->forgetItem(this);
+    }
+}
+
+void CSelectionRectangleItem::setItemList(const QList<QGraphicsItem*>& items) {
+    m_itemList.clear();
+    for (auto it = items.rbegin(); it != items.rend(); ++it) {
+        switch ((*it)->type()) {
+            case TextBoxItemType:
+                m_itemList.append(*it);
+                break;
+            case ElementItemType:
+                if (static_cast<CCircuitEditorElementItem*>(*it)->circuitNodeItemCount() == 0) {
+                    m_itemList.append(*it);
+                }
+                break;
+            case NodeItemType:
+                addNode(*it, items);
+                break;
+            default:
+                break;
+        }
+    }
+}
+
+void CSelectionRectangleItem::addNode(QGraphicsItem* item, const QList<QGraphicsItem*>& items) {
+    ICircuitNode* node = static_cast<CCircuitEditorNodeItem*>(item)->circuitNode();
+    QList<QGraphicsItem*> joined;
+    for (int i = 0; i < node->elementNodeCount(); ++i) {
+        QGraphicsItem* element = m_editor->elementItem(node->elementNode(i)->element());
+        if (!items.contains(element)) {
+            return;
+        }
+        if (!joined.contains(element)) {
+            joined.append(element);
+        }
+    }
+    if (!m_itemList.contains(item)) {
+        m_itemList.append(item);
+    }
+    for (QGraphicsItem* element : qAsConst(joined)) {
+        if (!m_itemList.contains(element)) {
+            m_itemList.append(element);
+        }
+    }
+}
+
+void CSelectionRectangleItem::forgetItem(QGraphicsItem* item) {
+    m_itemList.removeAll(item);
+}
+
+void CSelectionRectangleItem::moveGroup(const QPointF& step) {
+    const int grid = m_editor->gridSize();
+    if (m_itemList.isEmpty() || (std::abs(step.x()) < grid && std::abs(step.y()) < grid)) {
+        return;
+    }
+    const QPointF snapped = m_editor->snapToGrid(step);
+    m_editor->setInternalMove(true);
+    for (QGraphicsItem* item : QList<QGraphicsItem*>(m_itemList)) {
+        if (!m_itemList.contains(item)) {
+            continue;  // went with another one
+        }
+        item->setPos(item->pos() + snapped);
+        if (auto* wire = qgraphicsitem_cast<CCircuitEditorNodeItem*>(item)) {
+            wire->updateNode();
+        }
+    }
+    // Elements that came after their wire in the list have left its routing a step behind.
+    for (QGraphicsItem* item : qAsConst(m_itemList)) {
+        if (auto* wire = qgraphicsitem_cast<CCircuitEditorNodeItem*>(item)) {
+            wire->updateNode();
+        }
+    }
+    m_editor->setInternalMove(false);
+    setRect(rect().translated(snapped));
+}
+
+void CSelectionRectangleItem::mousePressEvent(QGraphicsSceneMouseEvent* event) {
+    if (!m_itemList.isEmpty()) {
+        m_lastPos = m_editor->snapToGrid(event->scenePos());
+    }
+}
+
+void CSelectionRectangleItem::mouseMoveEvent(QGraphicsSceneMouseEvent* event) {
+    if (m_itemList.isEmpty()) {
+        return;
+    }
+    moveGroup(event->scenePos() - m_lastPos);
+    m_lastPos = event->scenePos();
+}
+
+void CSelectionRectangleItem::mouseReleaseEvent(QGraphicsSceneMouseEvent*) {
+    m_lastPos = QPointF(0, 0);
+}
+
+void CSelectionRectangleItem::keyPressEvent(QKeyEvent* event) {
+    const bool isFast = event->modifiers() & Qt::ShiftModifier;
+    const double distance = m_editor->gridSize() * (isFast ? ShiftFactor : 1);
+    switch (event->key()) {
+        case Qt::Key_Left:
+            moveGroup({-distance, 0});
+            break;
+        case Qt::Key_Right:
+            moveGroup({distance, 0});
+            break;
+        case Qt::Key_Up:
+            moveGroup({0, -distance});
+            break;
+        case Qt::Key_Down:
+            moveGroup({0, distance});
+            break;
+        default:
+            break;
+    }
+}
+
+void CSelectionRectangleItem::contextMenuEvent(QGraphicsSceneContextMenuEvent* event) {
+    event->accept();
+    const QPointer<CCircuitEditor> editor = m_editor;
+    const QPointer<QWidget> parent = event->widget();
+    QMenu menu;
+    const QAction* move = menu.addAction(QStringLiteral("Move Group"));
+    if (menu.exec(QCursor::pos()) != move || !editor) {
+        return;
+    }
+    QDialog dialog(parent);
+    Ui_CMoveElementDialog form;
+    form.setupUi(&dialog);
+    const bool isAccepted = dialog.exec() == QDialog::Accepted;
+    // Both ran event loops of their own: the rectangle may be gone.
+    if (isAccepted && editor && editor->isSelectionRectangle(this)) {
+        moveGroup(QPointF(form.txtXDistance->value(), form.txtYDistance->value()) *
+                  editor->gridSize());
+    }
+}
+
+QVariant CSelectionRectangleItem::itemChange(GraphicsItemChange change, const QVariant& value) {
+    if (change == ItemVisibleHasChanged) {
+        if (value.toBool()) {
+            setFocus(Qt::OtherFocusReason);
+        } else {
+            clearFocus();
+        }
+    }
+    return value;
+}
+
+void CSelectionRectangleItem::paint(QPainter* painter, const QStyleOptionGraphicsItem*,
+                                    QWidget* widget) {
+    if (!widget) {
+        return;  // a picture, not the screen
+    }
+    painter->save();
+    painter->setBrush(brush());
+    painter->setPen(pen());
+    painter->drawRoundedRect(rect(), 5, 5, Qt::AbsoluteSize);
+    painter->restore();
+}

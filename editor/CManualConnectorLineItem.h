@@ -12,6 +12,7 @@ class CCircuitEditor;
 /// timer keeps the viewport painting it.
 class CManualConnectorLineItem : public QObject, public QGraphicsItem {
     Q_OBJECT
+    Q_INTERFACES(QGraphicsItem)
 
 public:
     /// Adds itself to the scene, if there is one.

@@ -104,14 +104,13 @@ void CSelectionRectangleItem::moveGroup(const QPointF& step) {
             continue;  // went with another one
         }
         item->setPos(item->pos() + snapped);
-        if (auto* wire = qgraphicsitem_cast<CCircuitEditorNodeItem*>(item)) {
-            wire->updateNode();
-        }
     }
-    // Elements that came after their wire in the list have left its routing a step behind.
-    for (QGraphicsItem* item : qAsConst(m_itemList)) {
+    // While an element moves its wires are routed from where it was.
+    for (QGraphicsItem* item : QList<QGraphicsItem*>(m_itemList)) {
         if (auto* wire = qgraphicsitem_cast<CCircuitEditorNodeItem*>(item)) {
             wire->updateNode();
+        } else if (auto* element = qgraphicsitem_cast<CCircuitEditorElementItem*>(item)) {
+            element->updateCircuitNodes();
         }
     }
     m_editor->setInternalMove(false);

@@ -4,9 +4,8 @@
 #include "CCircuitEditorNodeItem.h"
 #include "CUndoRedo.h"
 #include "ControlledElement.h"
+#include "DrawingTest.h"
 #include "DummyCircuitSolver.h"
-#include "EditorTest.h"
-#include "IPropertyEditor.h"
 
 #include <QFile>
 #include <QGraphicsScene>
@@ -17,25 +16,6 @@
 #include <QSignalSpy>
 
 namespace {
-
-class PanelStub : public QObject, public IPropertyEditor {
-    Q_OBJECT
-    Q_INTERFACES(IPropertyEditor)
-
-public:
-    QObject* containerObject() override { return this; }
-    void setObject(QObject* object, bool) override {
-        shown = object;
-        ++calls;
-    }
-    QObject* object() override { return shown; }
-
-    QObject* shown = nullptr;
-    int calls = 0;
-
-signals:
-    void propertyValueChanged(QObject* object, QString name, QVariant oldValue, QVariant newValue);
-};
 
 class Binding : public EditorTest {
 protected:
@@ -418,5 +398,3 @@ TEST_F(Binding, DescribesTheDrawing) {
               QStringLiteral("M"));
     EXPECT_EQ(editor->describe(), editor->describe());
 }
-
-#include "test_binding.moc"

@@ -3,17 +3,14 @@
 #include "CCircuitEditor.h"
 #include "CCircuitEditorCmds.h"
 #include "CCircuitEditorComponent.h"
-#include "CCircuitEditorComponent_Plugin.h"
 #include "Circuit.h"
 #include "CircuitSolver.h"
 #include "DialogDriver.h"
-#include "EditorTest.h"
-#include "IElementExplorer.h"
+#include "DrawingTest.h"
 #include "IProjectExt.h"
 #include "WarningGuard.h"
 
 #include <Plexa/AboutPerson.h>
-#include <Plexa/ComponentManager.h>
 
 #include <QAction>
 #include <QDesktopServices>
@@ -24,22 +21,7 @@
 
 #include <memory>
 
-using Plexa::AbstractComponent;
-using Plexa::ComponentManager;
-
 namespace {
-
-class ExplorerStub : public QObject, public IElementExplorer {
-    Q_OBJECT
-    Q_INTERFACES(IElementExplorer)
-
-public:
-    QObject* containerObject() override { return this; }
-    QString selectedElementName() override { return {}; }
-
-signals:
-    void elementRightClicked(QString name, QMenu* menu);
-};
 
 class ProjectStub : public QObject, public IProjectExt, public IProjectPart {
     Q_OBJECT
@@ -69,17 +51,6 @@ signals:
     void workspaceWidgetActivated(QWidget* widget);
 };
 
-/// A host that offers the objects of a test by name.
-class HostComponent : public AbstractComponent {
-public:
-    QObject* fetchObject(const QString& name) const override {
-        return offered.value(name.section(QLatin1Char('.'), -1));
-    }
-    static QHash<QString, QObject*> offered;
-};
-
-QHash<QString, QObject*> HostComponent::offered;
-
 class HelpOpener : public QObject {
     Q_OBJECT
 
@@ -94,57 +65,13 @@ public slots:
 
 class Component : public testing::Test {
 protected:
-    Component() {
-        auto* factory = Plexa::ComponentFactory::instance();
-        factory->registerComponentInfo(
-            QStringLiteral("Host"), []() -> AbstractComponent* { return new HostComponent; },
-            &AbstractComponent::staticMetaObject);
-        factory->registerComponentInfo(
-            QStringLiteral("CElementExplorerComponent"),
-            []() -> AbstractComponent* { return new HostComponent; },
-            &AbstractComponent::staticMetaObject);
-        const std::unique_ptr<IComponentPlugin> plugin(GetComponentPlugin());
-        EXPECT_EQ(plugin->buildKey(), QStringLiteral("Qm7#xP2w"));
-        plugin->registerComponent();
-    }
-    ~Component() override {
-        if (component) {
-            delete component->circuitEditor();
-        }
-        ComponentManager::instance()->shutdown();
-        ComponentManager::instance()->setMainWindow(nullptr);
-        HostComponent::offered.clear();
-    }
-
     void start(const QHash<QString, QObject*>& offered) {
-        HostComponent::offered = offered;
-        QStringList names;
-        for (const QString& name : offered.keys()) {
-            names << QStringLiteral("\"%1\"").arg(name);
-        }
-        names.sort();
-        Plexa::GuiDescription description;
-        QString error;
-        ASSERT_TRUE(description.parse(
-            QStringLiteral(
-                "{\"components\": [{\"name\": \"Host\", \"objects\": [%1]},"
-                "{\"name\": \"CElementExplorerComponent\", \"objects\": []},"
-                "{\"name\": \"CCircuitEditorComponent\", \"objects\": [\"circuitEditorGL\"],"
-                "\"properties\": {\"TextBoxColors\": {\"Fill\": {\"Default\": \"#ff0000\"}}}}]}")
-                .arg(names.join(QLatin1Char(',')))
-                .toUtf8(),
-            &error));
-        ComponentManager* manager = ComponentManager::instance();
-        manager->setMainWindow(&window);
-        manager->setGuiDescription(description);
-        ASSERT_TRUE(manager->createComponents(&error)) << qPrintable(error);
-        component = CCircuitEditorComponent::instance();
-        ASSERT_EQ(component, manager->component(QStringLiteral("CCircuitEditorComponent")));
-        manager->announceComponents();
-        manager->initializeComponents();
+        framework.start(offered, &window);
+        component = framework.component;
     }
 
     Window window;
+    FrameworkRun framework;
     CCircuitEditorComponent* component = nullptr;
     QTemporaryDir folder;
 };

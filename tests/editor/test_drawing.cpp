@@ -1,0 +1,252 @@
+// A whole circuit drawn from an empty canvas with pointer and keys alone.
+
+#include "CCircuitEditorElementItem.h"
+#include "CUndoRedo.h"
+#include "CircuitElementNode.h"
+#include "DrawingTest.h"
+
+#include <QMap>
+#include <QRandomGenerator>
+#include <QSet>
+
+namespace {
+
+/// Names, types and values, without places.
+QMap<QString, QString> elementsOf(Circuit& circuit) {
+    QMap<QString, QString> result;
+    for (int i = 0; i < circuit.elementCount(); ++i) {
+        CircuitElement* element = CircuitElement::from(circuit.element(i));
+        QStringList text{element->desc()->elementType(), QString::number(element->rotation()),
+                         QString::number(element->flip())};
+        for (int k = 0; k < element->propertyCount(); ++k) {
+            if (element->propertyGroup(k) == QLatin1String("rparams")) {
+                text << element->propertyName(k) + '=' + element->propertyValue(k).toString();
+            }
+        }
+        result.insert(element->name(), text.join(QLatin1Char(' ')));
+    }
+    return result;
+}
+
+/// Each net as its sorted terminals.
+QStringList netsOf(Circuit& circuit) {
+    QStringList result;
+    for (int i = 0; i < circuit.nodeCount(); ++i) {
+        QStringList terminals;
+        for (int k = 0; k < circuit.node(i)->elementNodeCount(); ++k) {
+            ICircuitElementNode* terminal = circuit.node(i)->elementNode(k);
+            terminals << terminal->element()->name() + '.' + terminal->name();
+        }
+        terminals.sort();
+        result << terminals.join(QLatin1Char(' '));
+    }
+    result.sort();
+    return result;
+}
+
+class Drawing : public DrawingTest {
+protected:
+    /// Does one step, and keeps what the drawing was before it if the step was recorded.
+    template <class Step>
+    void step(Step action) {
+        const QByteArray before = snapshot();
+        const int count = editor->undoStack()->count();
+        action();
+        snapshot();
+        if (editor->undoStack()->count() > count) {
+            history.append(before);
+        }
+    }
+
+    void place(const char* type, QPointF point) {
+        step([&] { create(type, point); });
+    }
+    void setValue(const char* name, const char* property, const char* value) {
+        step([&] {
+            itemOf(name)->setSelected(true);
+            panel.edit(QString::fromLatin1(property), QString::fromLatin1(value));
+        });
+    }
+    void turn(const char* name) {
+        click(itemOf(name)->pos() + QPointF(0, 5));
+        key(Qt::Key_R);
+    }
+    void wire(const std::vector<QPointF>& points) {
+        step([&] { layWire(points); });
+    }
+
+    QList<QByteArray> history;
+};
+
+}  // namespace
+
+TEST_F(Drawing, ASallenKeyFilterByHandEqualsTheExample) {
+    place("SignalVoltage.Sources", {-283, 102});
+    place("Ground.Basic", {-280, 220});
+    place("Resistor.Basic", {-180, 20});
+    place("Resistor.Basic", {-20, 20});
+    place("Capacitor.Basic", {61, -120});
+    place("Capacitor.Basic", {80, 110});
+    turn("C2");
+    place("Ground.Basic", {80, 220});
+    place("OpAmp.Analog", {200, 0});
+    place("Resistor.Basic", {300, 110});
+    // Dragged into its place, then turned and renamed.
+    step([&] { drag(itemOf("R3")->pos() + QPointF(0, 5), QPointF(380, 115)); });
+    turn("R3");
+    place("Ground.Basic", {380, 220});
+    setValue("R1", "R", "10k");
+    setValue("R2", "R", "10k");
+    setValue("C1", "C", "22n");
+    setValue("C2", "C", "11n");
+    setValue("R3", "R", "10k");
+    setValue("R3", "Name", "RL");
+
+    wire({placeOf("V1.p"), {-280, 20}, placeOf("R1.p")});
+    wire({placeOf("V1.n"), placeOf("GND1.gnd")});
+    wire({placeOf("R1.n"), placeOf("R2.p")});
+    wire({placeOf("C1.p"), {-100, -120}, {-100, 20}});  // onto the wire
+    wire({placeOf("R2.n"), placeOf("OP1.inp")});
+    // From the wire, dragged to the terminal.
+    step([&] { drag({90, 20}, placeOf("C2.p")); });
+    wire({placeOf("C2.n"), placeOf("GND2.gnd")});
+    wire({placeOf("OP1.out"), {300, 0}, {300, -60}, {130, -60}, {130, -20}, placeOf("OP1.inn")});
+    wire({placeOf("C1.n"), {300, -120}, {300, -55}});
+    wire({placeOf("RL.p"), {380, 0}, {300, 0}});
+    wire({placeOf("RL.n"), placeOf("GND3.gnd")});
+
+    const QMap<QString, QString> drawnElements = elementsOf(circuit);
+    const QStringList drawnNets = netsOf(circuit);
+    QMap<QString, QPointF> drawnPlaces;
+    for (const QString& name : drawnElements.keys()) {
+        drawnPlaces.insert(name, itemOf(name.toLatin1().constData())->pos());
+    }
+    ASSERT_EQ(editor->undoStack()->count(), history.size());
+
+    // Back to the empty canvas, through every drawing on the way.
+    for (int i = history.size() - 1; i >= 0; --i) {
+        editor->undo();
+        const QByteArray now = snapshot();
+        // Turning leaves no record: from the first one backward only the count can be compared.
+        if (circuit.elementCount() < 10) {
+            break;
+        }
+        EXPECT_EQ(now.count("\"caption\""), history.at(i).count("\"caption\"")) << i;
+        EXPECT_EQ(now.count("\"wireClearance\""), history.at(i).count("\"wireClearance\"")) << i;
+    }
+    while (circuit.elementCount() > 0) {
+        const int before = circuit.elementCount();
+        for (int i = 0; i < history.size() && circuit.elementCount() == before; ++i) {
+            editor->undo();
+        }
+        snapshot();
+        ASSERT_LT(circuit.elementCount(), before);
+    }
+    EXPECT_EQ(circuit.nodeCount(), 0);
+    // Forward again: every element comes back as it was made; what was done to the dead is lost.
+    for (int i = 0; i < history.size(); ++i) {
+        editor->redo();
+        snapshot();
+    }
+    EXPECT_EQ(circuit.elementCount(), 10);
+
+    editor->load(QStringLiteral(VORTEL_SOURCE_DIR "/examples/sallen-key.ckt"));
+    EXPECT_EQ(drawnElements, elementsOf(circuit));
+    EXPECT_EQ(drawnNets, netsOf(circuit));
+    for (auto it = drawnPlaces.begin(); it != drawnPlaces.end(); ++it) {
+        EXPECT_EQ(it.value(), itemOf(it.key().toLatin1().constData())->pos())
+            << qPrintable(it.key());
+    }
+}
+
+TEST_F(Drawing, EveryStepOfASmallDrawingIsUndoneExactly) {
+    place("Resistor.Basic", {-100, 0});
+    place("Capacitor.Basic", {100, 0});
+    setValue("R1", "R", "4.7k");
+    setValue("C1", "Rotation", "1");
+    step([&] { drag({100, 5}, {160, 45}); });
+    wire({placeOf("R1.n"), {0, 0}, placeOf("C1.p")});
+    place("Ground.Basic", {160, 150});
+    wire({placeOf("C1.n"), placeOf("GND1.gnd")});
+    step([&] {
+        itemOf("GND1")->setSelected(true);
+        key(Qt::Key_Delete);
+    });
+    ASSERT_EQ(history.size(), editor->undoStack()->count());
+    // The deletion brings the ground back without its wire.
+    editor->undo();
+    EXPECT_EQ(circuit.elementCount(), 3);
+    EXPECT_EQ(circuit.nodeCount(), 1);
+    // The wire and the ground of old are dead to their commands.
+    editor->undo();
+    editor->undo();
+    EXPECT_EQ(circuit.elementCount(), 3);
+    itemOf("GND1")->setSelected(true);
+    circuit.removeElement(element("GND1"));
+    for (int i = 5; i >= 0; --i) {
+        editor->undo();
+        EXPECT_EQ(snapshot(), history.at(i)) << i;
+    }
+    EXPECT_EQ(circuit.elementCount(), 0);
+}
+
+TEST_F(Drawing, ARestlessUserBreaksNothing) {
+    const char* const types[] = {"Resistor.Basic", "NPN.Semiconductors", "Ground.Basic",
+                                 "And.Digital",    "Fuse.Basic",         "No.Such"};
+    const Qt::Key keys[] = {Qt::Key_R,    Qt::Key_F,     Qt::Key_Delete, Qt::Key_Left,
+                            Qt::Key_Down, Qt::Key_Right, Qt::Key_Up};
+    QRandomGenerator random(20);
+    const auto point = [&random] {
+        return QPointF(random.bounded(-15, 16) * 20, random.bounded(-10, 11) * 20);
+    };
+    const auto terminalPoint = [&]() -> QPointF {
+        if (circuit.elementCount() == 0) {
+            return point();
+        }
+        ICircuitElement* element = circuit.element(random.bounded(circuit.elementCount()));
+        const QStringList names = element->elementNodeNames();
+        return editor->itemFor(element->elementNode(names.at(random.bounded(names.size()))))
+            ->mapToScene(QPointF(0, 0));
+    };
+    for (int i = 0; i < 400; ++i) {
+        switch (random.bounded(10)) {
+            case 0:
+            case 1:
+                explorer.selected = QString::fromLatin1(types[random.bounded(6)]);
+                doubleClick(point());
+                break;
+            case 2:
+                framework.component->setManualConnectionMode(true);
+                click(terminalPoint());
+                click(point());
+                click(terminalPoint());
+                framework.component->setManualConnectionMode(false);
+                break;
+            case 3:
+                drag(terminalPoint() + QPointF(15, 0), terminalPoint());
+                break;
+            case 4:
+                drag(point(), terminalPoint());
+                break;
+            case 5:
+                drag(point(), point(), Qt::ControlModifier);
+                key(keys[random.bounded(3, 7)], Qt::ShiftModifier);
+                break;
+            case 6:
+            case 7:
+                click(terminalPoint() + QPointF(12, 3));
+                key(keys[random.bounded(7)]);
+                break;
+            case 8:
+                editor->undo();
+                break;
+            default:
+                editor->redo();
+                break;
+        }
+        snapshot();
+        ASSERT_FALSE(HasFailure()) << "after step " << i;
+    }
+    framework.component->newCircuit();
+    EXPECT_TRUE(editor->scene()->items().isEmpty());
+}

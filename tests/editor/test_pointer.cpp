@@ -1,0 +1,453 @@
+// Gestures: what presses, drags, clicks, the wheel and the hovering pointer do in each mode.
+
+#include "CCircuitEditorData.h"
+#include "CCircuitEditorElementItem.h"
+#include "CCircuitEditorNodeItem.h"
+#include "CManualConnectorLineItem.h"
+#include "CSelectionRectangleItem.h"
+#include "CUndoRedo.h"
+#include "CircuitGeometry.h"
+#include "DialogDriver.h"
+#include "DrawingTest.h"
+
+#include <QApplication>
+#include <QCursor>
+#include <QGraphicsScene>
+#include <QHoverEvent>
+#include <QLabel>
+#include <QScrollBar>
+#include <QTest>
+#include <QWheelEvent>
+
+namespace {
+
+class Pointer : public DrawingTest {
+protected:
+    template <class Item>
+    QList<Item*> itemsOfClass() {
+        QList<Item*> found;
+        for (QGraphicsItem* item : editor->scene()->items()) {
+            if (auto* match = dynamic_cast<Item*>(item)) {
+                found.append(match);
+            }
+        }
+        return found;
+    }
+
+    CSelectionRectangleItem* rectangle() {
+        return itemsOfClass<CSelectionRectangleItem>().value(0);
+    }
+
+    void wheel(int delta) {
+        const QPointF place(at({0, 0}));
+        QWheelEvent event(place, editor->viewport()->mapToGlobal(place.toPoint()), QPoint(),
+                          QPoint(0, delta), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(editor->viewport(), &event);
+    }
+};
+
+}  // namespace
+
+TEST(Straightening, PutsNearlyStraightSegmentsOnTheirAxis) {
+    const QPointF last(100, 100);
+    const struct {
+        QPointF point;
+        QPointF result;
+    } rows[] = {{{200, 109.9}, {200, 100}}, {{200, 110}, {200, 110}}, {{109.9, 0}, {100, 0}},
+                {{110, 0}, {110, 0}},       {{150, 150}, {150, 150}}, {{100, 100}, {100, 100}}};
+    for (const auto& row : rows) {
+        EXPECT_EQ(CircuitGeometry::straightened(row.point, last), row.result) << row.point.x();
+    }
+}
+
+TEST_F(Pointer, DoubleClickMakesTheChosenElementOnTheGrid) {
+    QPoint told;
+    QObject::connect(editor, &CCircuitEditor::canvasDoubleClickEvent,
+                     [&told](ICanvas*, QPoint pos) { told = pos; });
+    create("Resistor.Basic", {103, -48});
+    EXPECT_EQ(itemOf("R1")->pos(), QPointF(100, -50));
+    EXPECT_EQ(told, QPoint(103, -48));
+    EXPECT_EQ(editor->undoStack()->count(), 1);
+    explorer.selected = QStringLiteral("Nothing.Known");
+    doubleClick({200, 200});
+    EXPECT_EQ(circuit.elementCount(), 1);
+    // On an item it is the item's business.
+    explorer.selected = QStringLiteral("Resistor.Basic");
+    ICircuitElement* clicked = nullptr;
+    QObject::connect(editor, &CCircuitEditor::elementDoubleClickEvent,
+                     [&clicked](ICircuitElement* element) { clicked = element; });
+    doubleClick({100, -50});
+    EXPECT_EQ(circuit.elementCount(), 1);
+    EXPECT_EQ(clicked, element("R1"));
+    // A read-only canvas still creates; without a palette nothing does.
+    editor->setReadOnly(true);
+    doubleClick({0, 200});
+    EXPECT_EQ(circuit.elementCount(), 2);
+    editor->setElementExplorer(nullptr);
+    doubleClick({0, -200});
+    EXPECT_EQ(circuit.elementCount(), 2);
+}
+
+TEST_F(Pointer, DoubleClickIsRefusedWhileVariablesArePicked) {
+    explorer.selected = QStringLiteral("Resistor.Basic");
+    editor->setMode(CCircuitEditor::OutVarSelectionMode);
+    DialogDriver driver;
+    driver.accept();
+    doubleClick({0, 0});
+    EXPECT_EQ(driver.titles, QStringList{"Error"});
+    EXPECT_EQ(driver.texts, QStringList{"Cannot create new items in \"Add Variable\" mode"});
+    editor->setMode(CCircuitEditor::ManualConnectionMode);
+    doubleClick({0, 0});
+    EXPECT_EQ(circuit.elementCount(), 0);
+    editor->setMode(CCircuitEditor::EditMode);
+}
+
+TEST_F(Pointer, DraggingTheCanvasPansByTheScreen) {
+    QCursor::setPos(300, 300);
+    const QPoint before(editor->horizontalScrollBar()->value(),
+                        editor->verticalScrollBar()->value());
+    int clicks = 0;
+    QObject::connect(editor, &CCircuitEditor::canvasClickEvent, [&clicks] { ++clicks; });
+    press({0, 0});
+    EXPECT_EQ(panel.shown, &circuit);
+    QCursor::setPos(320, 290);
+    moveTo({0, 0});  // the event's own place doesn't matter
+    EXPECT_EQ(editor->horizontalScrollBar()->value(), before.x() - 20);
+    EXPECT_EQ(editor->verticalScrollBar()->value(), before.y() + 10);
+    release({0, 0});
+    QCursor::setPos(400, 400);
+    moveTo({0, 0});
+    EXPECT_EQ(editor->horizontalScrollBar()->value(), before.x() - 20);
+    EXPECT_EQ(clicks, 0);
+}
+
+TEST_F(Pointer, OtherButtonsOnlyTellOfTheirRelease) {
+    create("Resistor.Basic", {0, 0});
+    QList<QPair<QPoint, Qt::MouseButton>> clicks;
+    QObject::connect(editor, &CCircuitEditor::canvasClickEvent,
+                     [&clicks](ICanvas*, QPoint pos, Qt::MouseButton button) {
+                         clicks.append({pos, button});
+                     });
+    itemOf("R1")->setSelected(true);
+    QTest::mousePress(editor->viewport(), Qt::RightButton, Qt::NoModifier, at({60, 70}));
+    EXPECT_TRUE(itemOf("R1")->isSelected());
+    release({60, 70}, Qt::RightButton);
+    ASSERT_EQ(clicks.size(), 1);
+    EXPECT_EQ(clicks.first(), qMakePair(QPoint(60, 70), Qt::RightButton));
+}
+
+TEST_F(Pointer, APressOnATerminalDoesNothingButClearTheSelection) {
+    create("Resistor.Basic", {0, 0});
+    create("Resistor.Basic", {200, 0});
+    itemOf("R2")->setSelected(true);
+    drag({30, 0}, {170, 0});
+    EXPECT_EQ(circuit.nodeCount(), 0);
+    EXPECT_EQ(itemOf("R1")->pos(), QPointF(0, 0));
+    EXPECT_TRUE(editor->scene()->selectedItems().isEmpty());
+}
+
+TEST_F(Pointer, AWireIsDraggedToATerminalOrAWire) {
+    create("Resistor.Basic", {-200, 0});
+    create("Resistor.Basic", {0, 0});
+    create("Resistor.Basic", {-200, 200});
+    create("Resistor.Basic", {0, 200});
+    create("Capacitor.Basic", {200, 100});
+    solver.makeConnection(terminal("R1.n"), terminal("R2.p"));
+    solver.makeConnection(terminal("R3.n"), terminal("R4.p"));
+    const int commands = editor->undoStack()->count();
+
+    press({-100, 2});
+    EXPECT_EQ(panel.shown, circuit.node(0)->containerObject());
+    const auto lines = itemsOfClass<QGraphicsLineItem>();
+    ASSERT_EQ(lines.size(), 1);
+    moveTo({100, 60});
+    EXPECT_TRUE(lines.first()->isVisible());
+    EXPECT_EQ(lines.first()->line(), QLineF(-100, 2, 100, 60));
+    release({170, 100});
+    EXPECT_FALSE(lines.first()->isVisible());
+    EXPECT_EQ(circuit.node(0)->elementNodeCount(), 3);
+    EXPECT_EQ(editor->undoStack()->count(), commands + 1);
+    // Gone, it doesn't count among the bounds of the drawing.
+    EXPECT_TRUE(lines.first()->sceneBoundingRect().isNull());
+
+    // Onto nothing, and onto itself: nothing.
+    drag({-120, 2}, {-100, -150});
+    drag({-150, 0}, {-150, 0});
+    EXPECT_EQ(editor->undoStack()->count(), commands + 1);
+
+    // Two wires become one, without a record; the drawing of the second is added.
+    const QPainterPath second = wireAt("R3.n")->internalShape();
+    drag({-150, 2}, {-150, 202});
+    EXPECT_EQ(circuit.nodeCount(), 1);
+    EXPECT_EQ(circuit.node(0)->elementNodeCount(), 5);
+    EXPECT_EQ(editor->undoStack()->count(), commands + 1);
+    EXPECT_TRUE(wireAt("R1.n")->isManuallyConnected());
+    const auto merged = pathPoints(wireAt("R1.n")->internalShape());
+    const auto added = pathPoints(second);
+    ASSERT_GE(merged.size(), added.size());
+    EXPECT_TRUE(std::equal(added.rbegin(), added.rend(), merged.rbegin()));
+}
+
+TEST_F(Pointer, ASolverThatRefusesLeavesEverythingAsItWas) {
+    class Refusing : public CircuitSolver {
+    public:
+        using CircuitSolver::CircuitSolver;
+        ICircuitNode* makeConnection(ICircuitElementNode*, ICircuitElementNode*) override {
+            return nullptr;
+        }
+        bool makeConnection(ICircuitElementNode*, ICircuitNode*) override { return false; }
+        bool makeConnection(ICircuitNode*, ICircuitNode*) override { return false; }
+    };
+    create("Resistor.Basic", {-200, 0});
+    create("Resistor.Basic", {0, 0});
+    create("Resistor.Basic", {-200, 200});
+    create("Resistor.Basic", {0, 200});
+    layWire({{-170, 0}, {-30, 0}});
+    const int commands = editor->undoStack()->count();
+    {
+        Circuit other;
+        Refusing refusing(&other);
+        for (int i = 0; i < 3; ++i) {
+            other.addElement(factory.createElement(QStringLiteral("Resistor.Basic")));
+        }
+        CircuitSolver real(&other);
+        real.makeConnection(other.element(0)->elementNode(QStringLiteral("n")),
+                            other.element(1)->elementNode(QStringLiteral("p")));
+        editor->setCircuitSolver(&refusing);
+        editor->elementItem(other.element(2))->setPos(0, 200);
+        const QByteArray before = editor->describe();
+        layWire({{-30, 200}, {30, 200}});
+        EXPECT_EQ(editor->describe(), before);
+        EXPECT_EQ(editor->undoStack()->count(), commands);
+        editor->setCircuitSolver(nullptr);
+    }
+    // With no solver the pointer still pans and tells of clicks.
+    drag({0, 0}, {50, 50});
+    EXPECT_EQ(editor->circuit(), nullptr);
+}
+
+TEST_F(Pointer, AHandLaidWireGoesThroughItsPoints) {
+    create("Resistor.Basic", {-200, 0});
+    create("Resistor.Basic", {200, 100});
+    framework.component->setManualConnectionMode(true);
+    click({0, 0});  // on empty canvas, before the first end: nothing
+    EXPECT_TRUE(itemsOfClass<CManualConnectorLineItem>().isEmpty());
+    click({-170, 0});
+    ASSERT_EQ(itemsOfClass<CManualConnectorLineItem>().size(), 1);
+    click({3, 4});       // snapped to (0, 0), on the axis
+    click({-200, -12});  // on an element's body: a way point, and selects it
+    EXPECT_TRUE(itemOf("R1")->isSelected());
+    click({2, 99});
+    click({170, 100});
+    EXPECT_EQ(editor->mode(), CCircuitEditor::EditMode);
+    EXPECT_TRUE(itemsOfClass<CManualConnectorLineItem>().isEmpty());
+    CCircuitEditorNodeItem* wire = wireAt("R1.n");
+    ASSERT_NE(wire, nullptr);
+    EXPECT_TRUE(wire->isManuallyConnected());
+    EXPECT_EQ(pathPoints(wire->internalShape()),
+              (std::vector<QPointF>{{-170, 0}, {0, 0}, {-200, 0}, {0, 100}, {170, 100}}));
+}
+
+TEST_F(Pointer, AHandLaidWireToAWireIsAddedToIt) {
+    create("Resistor.Basic", {-200, 0});
+    create("Resistor.Basic", {0, 0});
+    create("Capacitor.Basic", {0, 150});
+    ICircuitNode* node = solver.makeConnection(terminal("R1.n"), terminal("R2.p"));
+    const auto before = pathPoints(editor->nodeItem(node)->internalShape());
+    layWire({{-30, 150}, {-100, 150}, {-98, 3}});
+    EXPECT_EQ(node->elementNodeCount(), 3);
+    auto expected = before;
+    expected.insert(expected.end(), {{-30, 150}, {-100, 150}, {-100, 0}});
+    EXPECT_EQ(pathPoints(editor->nodeItem(node)->internalShape()), expected);
+}
+
+TEST_F(Pointer, AWireOntoItsOwnStartIsRefusedAndEndsTheMode) {
+    create("Resistor.Basic", {0, 0});
+    layWire({{30, 0}, {100, 0}, {30, 0}});
+    EXPECT_EQ(circuit.nodeCount(), 0);
+    EXPECT_TRUE(itemsOfClass<CManualConnectorLineItem>().isEmpty());
+}
+
+TEST_F(Pointer, GesturesEndWhenTheirEndDies) {
+    create("Resistor.Basic", {-200, 0});
+    create("Resistor.Basic", {0, 0});
+    solver.makeConnection(terminal("R1.n"), terminal("R2.p"));
+    press({-100, 2});
+    moveTo({-100, 60});
+    circuit.removeNode(circuit.node(0));
+    moveTo({-100, 70});
+    release({30, 0});
+    EXPECT_EQ(circuit.nodeCount(), 0);
+
+    framework.component->setManualConnectionMode(true);
+    click({-170, 0});
+    click({-100, 0});
+    circuit.removeElement(element("R1"));
+    EXPECT_TRUE(itemsOfClass<CManualConnectorLineItem>().isEmpty());
+    click({-30, 0});  // the first click of another one
+    EXPECT_EQ(itemsOfClass<CManualConnectorLineItem>().size(), 1);
+    editor->setMode(CCircuitEditor::EditMode);
+    EXPECT_TRUE(itemsOfClass<CManualConnectorLineItem>().isEmpty());
+    framework.component->setManualConnectionMode(true);
+    click({-30, 0});
+    framework.component->newCircuit();
+    editor->setMode(CCircuitEditor::EditMode);
+}
+
+TEST_F(Pointer, VariablesArePickedWhereTheUserPoints) {
+    create("Resistor.Basic", {-200, 0});
+    create("Resistor.Basic", {0, 0});
+    ICircuitNode* node = solver.makeConnection(terminal("R1.n"), terminal("R2.p"));
+    QStringList picked;
+    const auto text = [](ICircuitElement* e) { return e->name(); };
+    QObject::connect(editor,
+                     QOverload<ICircuitElement*, QString>::of(&CCircuitEditor::outvarSelected),
+                     [&](ICircuitElement* e, const QString& v) { picked << text(e) + ':' + v; });
+    QObject::connect(
+        editor,
+        QOverload<ICircuitElement*, ICircuitElementNode*>::of(&CCircuitEditor::outvarSelected),
+        [&](ICircuitElement* e, ICircuitElementNode* t) { picked << text(e) + '.' + t->name(); });
+    QObject::connect(editor, QOverload<ICircuitNode*>::of(&CCircuitEditor::outvarSelected),
+                     [&](ICircuitNode* n) { picked << n->name(); });
+    editor->setMode(CCircuitEditor::OutVarSelectionMode);
+    click({-230, 0});
+    click({-100, 2});
+    {
+        DialogDriver driver;
+        driver.chooseEntry(QStringLiteral("v"));
+        driver.closeMenu();
+        click({0, -12});
+        click({0, -12});
+        EXPECT_TRUE(driver.texts.first().contains(QStringLiteral("|i|")))
+            << qPrintable(driver.texts.first());
+    }
+    click({0, 300});
+    EXPECT_EQ(picked, (QStringList{"R1.p", node->name(), "R2:v"}));
+    editor->setMode(CCircuitEditor::EditMode);
+}
+
+TEST_F(Pointer, TheRectangleTakesAGroupAndMovesIt) {
+    create("Resistor.Basic", {-200, 0});
+    create("Resistor.Basic", {0, 0});
+    create("Resistor.Basic", {-200, 200});
+    create("Resistor.Basic", {200, 0});
+    solver.makeConnection(terminal("R1.n"), terminal("R2.p"));
+    solver.makeConnection(terminal("R2.n"), terminal("R4.p"));
+    drag({-250, -50}, {50, 250}, Qt::ControlModifier);
+    CSelectionRectangleItem* group = rectangle();
+    ASSERT_NE(group, nullptr);
+    EXPECT_EQ(group->rect(), QRectF(-250, -50, 300, 300));
+    EXPECT_EQ(panel.shown, &circuit);
+    // R1, R2 and their wire are inside; R2 is held by a wire to R4, but moves with the first one.
+    EXPECT_EQ(group->itemList().size(), 4);
+    const QByteArray before = snapshot();
+    key(Qt::Key_Right);
+    key(Qt::Key_Down, Qt::ShiftModifier);
+    EXPECT_EQ(itemOf("R1")->pos(), QPointF(-190, 50));
+    EXPECT_EQ(itemOf("R3")->pos(), QPointF(-190, 250));
+    EXPECT_EQ(itemOf("R4")->pos(), QPointF(200, 0));
+    EXPECT_EQ(group->rect(), QRectF(-240, 0, 300, 300));
+    key(Qt::Key_Left);
+    key(Qt::Key_Up, Qt::ShiftModifier);
+    EXPECT_EQ(snapshot(), before);
+    EXPECT_EQ(editor->undoStack()->count(), 4);  // groups move without a record
+
+    // By pointer: a step of 13 is one grid step, and the rest is lost.
+    press({-100, 100});
+    moveTo({-87, 100});
+    EXPECT_EQ(itemOf("R3")->pos(), QPointF(-190, 200));
+    for (int x = -86; x < -70; x += 4) {
+        moveTo({double(x), 100});  // slow: moves nothing
+    }
+    release({-70, 100});
+    EXPECT_EQ(itemOf("R3")->pos(), QPointF(-190, 200));
+
+    // Through the dialog, in grid points.
+    DialogDriver driver;
+    driver.chooseEntry(QStringLiteral("Move Group"));
+    driver.accept();
+    rightClick({-100, 100});
+    EXPECT_EQ(itemOf("R3")->pos(), QPointF(-180, 210));
+    // The next press elsewhere takes the rectangle away.
+    click({300, 300});
+    EXPECT_EQ(rectangle(), nullptr);
+}
+
+TEST_F(Pointer, AWireThatLeadsOutKeepsItsElementsInPlace) {
+    create("Resistor.Basic", {-200, 0});
+    create("Resistor.Basic", {200, 0});
+    solver.makeConnection(terminal("R1.n"), terminal("R2.p"));
+    drag({-250, -50}, {-100, 50}, Qt::ControlModifier);
+    ASSERT_NE(rectangle(), nullptr);
+    EXPECT_TRUE(rectangle()->itemList().isEmpty());
+    key(Qt::Key_Right);
+    EXPECT_EQ(itemOf("R1")->pos(), QPointF(-200, 0));
+}
+
+TEST_F(Pointer, TheRectangleStaysOutOfPicturesAndForgetsTheDead) {
+    create("Resistor.Basic", {0, 0});
+    drag({-50, -50}, {50, 50}, Qt::ControlModifier);
+    ASSERT_EQ(rectangle()->itemList().size(), 1);
+    QImage image(200, 200, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    editor->scene()->render(&painter, QRectF(), QRectF(-100, -100, 200, 200));
+    painter.end();
+    EXPECT_EQ(image.pixelColor(60, 60), QColor(Qt::white));
+    circuit.removeElement(element("R1"));
+    EXPECT_TRUE(rectangle()->itemList().isEmpty());
+    key(Qt::Key_Left);
+    // It goes while it is being drawn.
+    press({-50, -50}, Qt::ControlModifier);
+    delete rectangle();
+    moveTo({0, 0});
+    release({0, 0});
+}
+
+TEST_F(Pointer, ReadOnlyStillPansAndSelects) {
+    create("Resistor.Basic", {0, 0});
+    editor->setReadOnly(true);
+    drag({0, 0}, {100, 0});
+    EXPECT_TRUE(itemOf("R1")->isSelected());
+    EXPECT_EQ(itemOf("R1")->pos(), QPointF(0, 0));
+    QCursor::setPos(300, 300);
+    const int before = editor->horizontalScrollBar()->value();
+    press({0, 200});
+    QCursor::setPos(310, 300);
+    moveTo({0, 200});
+    release({0, 200});
+    EXPECT_EQ(editor->horizontalScrollBar()->value(), before - 10);
+    // A rectangle is shown at no size, and stays open until the next press.
+    drag({-100, -100}, {100, 100}, Qt::ControlModifier);
+    ASSERT_NE(rectangle(), nullptr);
+    EXPECT_TRUE(rectangle()->rect().isEmpty());
+    editor->setReadOnly(false);
+    moveTo({50, 50});
+    EXPECT_FALSE(rectangle()->rect().isEmpty());
+    click({300, 300});
+}
+
+TEST_F(Pointer, TheWheelZoomsAndNeverScrolls) {
+    const int before = editor->verticalScrollBar()->value();
+    wheel(120);
+    EXPECT_DOUBLE_EQ(editor->transform().m11(), 1.1);
+    wheel(-120);
+    wheel(0);
+    EXPECT_DOUBLE_EQ(editor->transform().m11(), 1.1 * 0.9 * 0.9);
+    editor->zoomOne();
+    EXPECT_NEAR(editor->verticalScrollBar()->value(), before, 60);
+}
+
+TEST_F(Pointer, TheStatusLabelShowsGridCoordinatesUpward) {
+    QLabel* label = editor->statusLabel();
+    const auto hover = [this](QEvent::Type type, QPointF point) {
+        QHoverEvent event(type, at(point), at(point));
+        QApplication::sendEvent(editor, &event);
+    };
+    hover(QEvent::HoverMove, {57, -38});
+    EXPECT_EQ(label->text(), QStringLiteral("5, 3"));
+    hover(QEvent::HoverEnter, {-9, 29});
+    EXPECT_EQ(label->text(), QStringLiteral("0, -2"));
+    hover(QEvent::HoverLeave, {0, 0});
+    EXPECT_TRUE(label->text().isEmpty());
+}

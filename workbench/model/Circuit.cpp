@@ -189,12 +189,7 @@ void Circuit::removeNode(ICircuitNode* node) {
 void Circuit::forget(CircuitNode* node) {
     const QPointer<CircuitNode> guard(node);
     node->m_dissolving = true;
-    while (guard && !node->m_terminals.isEmpty()) {
-        node->removeTerminal(node->m_terminals.size() - 1, CircuitNode::Naming::Keep);
-    }
-    if (guard) {
-        removeOutputVariablesOf(node);
-    }
+    removeOutputVariablesOf(node);
     // A listener may have removed the node meanwhile.
     if (!guard || !node->m_inCircuit) {
         return;
@@ -202,7 +197,12 @@ void Circuit::forget(CircuitNode* node) {
     m_nodes.removeAt(m_nodes.lastIndexOf(node));
     m_netNames.release(node->m_name);
     node->m_inCircuit = false;
+    // While the net is whole: whoever draws it takes the drawing away once, and doesn't draw it
+    // anew for each terminal that leaves.
     emit nodeRemoved(node);
+    while (guard && !node->m_terminals.isEmpty()) {
+        node->removeTerminal(node->m_terminals.size() - 1, CircuitNode::Naming::Keep);
+    }
 }
 
 int Circuit::nodeCount() {

@@ -14,6 +14,10 @@ CircuitNode::~CircuitNode() {
     if (m_inCircuit) {
         m_circuit->forget(this);
     }
+    // What a listener of the removal destroys at once still holds its terminals.
+    for (CircuitElementNode* terminal : qAsConst(m_terminals)) {
+        terminal->m_node = nullptr;
+    }
 }
 
 CircuitNode* CircuitNode::from(ICircuitNode* node) {

@@ -50,12 +50,12 @@ CCircuitEditor::~CCircuitEditor() {
     }
     delete d->undoStack;
     d->undoStack = nullptr;
-    d->deleteItems();
     if (d->scene) {
         QObject::disconnect(d->scene, nullptr, this, nullptr);
-        if (!d->scene->parent()) {
-            delete d->scene;
-        }
+    }
+    d->deleteItems();
+    if (d->scene && !d->scene->parent()) {
+        delete d->scene;
     }
 }
 

@@ -8,7 +8,9 @@
 #include "CircuitGeometry.h"
 #include "ICircuitElement.h"
 
+#include <QCoreApplication>
 #include <QDir>
+#include <QEvent>
 #include <QGraphicsLineItem>
 #include <QLabel>
 
@@ -121,6 +123,9 @@ void CCircuitEditorData::deleteItems() {
     if (!scene) {
         return;
     }
+    // The scene searches its list of new items for each one that goes; what it has put off until the
+    // event loop runs empties that list.
+    QCoreApplication::sendPostedEvents(scene, QEvent::MetaCall);
     connectorLineItem = nullptr;
     connectionStartItem = nullptr;
     connectionEndItem = nullptr;

@@ -188,6 +188,14 @@ void CCircuitEditor::paste() {}
 
 void CCircuitEditor::paste(QPointF) {}
 
+QString CCircuitEditor::undoText() const {
+    return d->undoStack->undoText();
+}
+
+QString CCircuitEditor::redoText() const {
+    return d->undoStack->redoText();
+}
+
 QGraphicsView* CCircuitEditor::graphicsView() {
     return this;
 }

@@ -93,6 +93,9 @@ public:
     Q_INVOKABLE bool captureToFile(int format, const QString& fileName);
     /// The drawing as one JSON object in UTF-8 with stable order, for comparing drawings.
     Q_INVOKABLE QByteArray describe() const;
+    /// What the next undo or redo is about; empty for a command without a text.
+    Q_INVOKABLE QString undoText() const;
+    Q_INVOKABLE QString redoText() const;
 
     Q_INVOKABLE void setGridColorRGB(int red, int green, int blue);
     Q_INVOKABLE void setBackgroundColorRGB(int red, int green, int blue);

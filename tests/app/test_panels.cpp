@@ -21,6 +21,7 @@
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
+#include <QToolTip>
 #include <QTreeWidget>
 
 #include <memory>
@@ -233,7 +234,11 @@ TEST_F(PropertyEditorTest, NamedValuesAreChosenFromAList) {
 TEST_F(PropertyEditorTest, RefusedEditIsNotReported) {
     panel.setObject(r1->containerObject(), false);
     type("Name", "R2");
+    QApplication::processEvents();
+    EXPECT_EQ(QToolTip::text(), "Name does not take \"R2\"");
     type("R", "plenty");
+    QApplication::processEvents();
+    EXPECT_EQ(QToolTip::text(), "R does not take \"plenty\"");
     type("R", "1k");
     type("p", "x");  // not connected: there is no net to name
     EXPECT_EQ(changes.count(), 0);

@@ -1,5 +1,6 @@
 #include "GuiBuilder.h"
 
+#include "ActionText.h"
 #include "Workbench.h"
 
 #include <Plexa/MethodCall.h>
@@ -79,13 +80,24 @@ bool GuiBuilder::build(QString* error) {
 }
 
 bool GuiBuilder::makeAction(const QString& id, const QVariantMap& description) {
-    auto* action = new QAction(text(description, "text"), m_window);
-    action->setObjectName(id);
+    const bool isComponents = description.contains(QStringLiteral("action"));
+    QAction* action = isComponents ? componentAction(description) : new QAction(m_window);
+    if (!action) {
+        return false;
+    }
+    if (!isComponents) {
+        action->setObjectName(id);
+    }
+    action->setText(text(description, "text"));
     const QString icon = text(description, "icon");
     if (!icon.isEmpty()) {
         action->setIcon(QIcon(icon));
     }
-    action->setShortcut(QKeySequence(text(description, "shortcut")));
+    QList<QKeySequence> shortcuts;
+    for (const QString& keys : description.value(QStringLiteral("shortcut")).toStringList()) {
+        shortcuts.append(QKeySequence(keys));
+    }
+    action->setShortcuts(shortcuts);
     const QString tip = text(description, "tip");
     const QString keys = action->shortcut().toString(QKeySequence::NativeText);
     action->setToolTip(keys.isEmpty() ? tip : QStringLiteral("%1 (%2)").arg(tip, keys));
@@ -93,9 +105,11 @@ bool GuiBuilder::makeAction(const QString& id, const QVariantMap& description) {
     m_actions.insert(id, action);
     m_window->addAction(action);
 
-    const QString call = text(description, "call");
-    if (!call.isEmpty()) {
-        return connectCall(action, call, text(description, "enabledBy"));
+    if (isComponents) {
+        return true;
+    }
+    if (description.contains(QStringLiteral("call"))) {
+        return connectCall(action, description);
     }
     const std::function<void()> handler = m_handlers.value(id);
     if (!handler) {
@@ -105,7 +119,28 @@ bool GuiBuilder::makeAction(const QString& id, const QVariantMap& description) {
     return true;
 }
 
-bool GuiBuilder::connectCall(QAction* action, const QString& call, const QString& enabledBy) {
+QAction* GuiBuilder::componentAction(const QVariantMap& description) {
+    const QString name = text(description, "action");
+    auto* action = qobject_cast<QAction*>(m_workbench.object(name));
+    if (!action) {
+        fail(QStringLiteral("there is no action \"%1\"").arg(name));
+        return nullptr;
+    }
+    const QString call = text(description, "toggles");
+    QObject* object = m_workbench.object(call.section(QLatin1Char('.'), 0, 1));
+    const QByteArray slot =
+        (call.section(QLatin1Char('.'), 2) + QStringLiteral("(bool)")).toLatin1();
+    if (!object || object->metaObject()->indexOfSlot(slot) < 0) {
+        fail(QStringLiteral("there is no \"%1\"").arg(call));
+        return nullptr;
+    }
+    // The number is the framework's mark for a slot, as the macro SLOT would set it.
+    QObject::connect(action, SIGNAL(toggled(bool)), object, ('1' + slot).constData());
+    return action;
+}
+
+bool GuiBuilder::connectCall(QAction* action, const QVariantMap& description) {
+    const QString call = text(description, "call");
     QObject* object = m_workbench.object(call.section(QLatin1Char('.'), 0, 1));
     const QString method = call.section(QLatin1Char('.'), 2);
     if (!object ||
@@ -114,16 +149,28 @@ bool GuiBuilder::connectCall(QAction* action, const QString& call, const QString
     }
     QObject::connect(action, &QAction::triggered, object,
                      [object, method] { Plexa::callMethod(object, {method}); });
-    if (enabledBy.isEmpty()) {
-        return true;
-    }
-    if (object->metaObject()->indexOfSignal(enabledBy.toLatin1()) < 0) {
-        return fail(QStringLiteral("there is no signal \"%1\"").arg(enabledBy));
+    return !description.contains(QStringLiteral("enabledBy")) ||
+           followState(action, object, description);
+}
+
+bool GuiBuilder::followState(QAction* action, QObject* object, const QVariantMap& description) {
+    const QByteArray enabledBy = text(description, "enabledBy").toLatin1();
+    const QByteArray textBy = text(description, "textBy").toLatin1();
+    const QMetaObject* meta = object->metaObject();
+    const int signal = meta->indexOfSignal(enabledBy);
+    if (signal < 0 || (!textBy.isEmpty() && meta->indexOfMethod(textBy + "()") < 0)) {
+        return fail(QStringLiteral("there is no signal \"%1\" or no text \"%2\"")
+                        .arg(QLatin1String(enabledBy), QLatin1String(textBy)));
     }
     action->setEnabled(false);
     // The number is the framework's mark for a signal, as the macro SIGNAL would set it.
-    QObject::connect(object, QByteArray('2' + enabledBy.toLatin1()).constData(), action,
-                     SLOT(setEnabled(bool)));
+    QObject::connect(object, ('2' + enabledBy).constData(), action, SLOT(setEnabled(bool)));
+    if (textBy.isEmpty()) {
+        return true;
+    }
+    // Told of the state anew with every command, so it knows when the text may be another.
+    auto* follower = new ActionText(action, object, textBy);
+    QObject::connect(object, ('2' + enabledBy).constData(), follower, SLOT(refresh()));
     return true;
 }
 

@@ -25,7 +25,11 @@ public:
 
 private:
     bool makeAction(const QString& id, const QVariantMap& description);
-    bool connectCall(QAction* action, const QString& call, const QString& enabledBy);
+    bool connectCall(QAction* action, const QVariantMap& description);
+    /// Greys the action by a signal of the object, and lets the object add to its text.
+    bool followState(QAction* action, QObject* object, const QVariantMap& description);
+    /// An action that a component offers, which switches something of that component.
+    QAction* componentAction(const QVariantMap& description);
     bool makeDock(const QVariantMap& description);
     bool fillMenu(QMenu* menu, const QVariantList& items);
     bool makeToolBar(const QVariantMap& description);

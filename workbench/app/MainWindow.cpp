@@ -6,10 +6,13 @@
 #include "Workbench.h"
 
 #include <QCloseEvent>
+#include <QCoreApplication>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QGraphicsScene>
 #include <QGraphicsView>
+#include <QKeyEvent>
 #include <QMessageBox>
 #include <QStatusBar>
 
@@ -28,11 +31,13 @@ MainWindow::MainWindow(Workbench* workbench) : m_workbench(workbench) {
 }
 
 bool MainWindow::build(QString* error) {
-    const GuiBuilder::Handlers handlers = {{QStringLiteral("new"), [this] { newCircuit(); }},
-                                           {QStringLiteral("open"), [this] { open(); }},
-                                           {QStringLiteral("save"), [this] { save(); }},
-                                           {QStringLiteral("saveAs"), [this] { saveAs(); }},
-                                           {QStringLiteral("quit"), [this] { close(); }}};
+    const GuiBuilder::Handlers handlers = {
+        {QStringLiteral("new"), [this] { newCircuit(); }},
+        {QStringLiteral("open"), [this] { open(); }},
+        {QStringLiteral("save"), [this] { save(); }},
+        {QStringLiteral("saveAs"), [this] { saveAs(); }},
+        {QStringLiteral("quit"), [this] { close(); }},
+        {QStringLiteral("elementHelp"), [this] { helpElement(); }}};
     if (!GuiBuilder(this, *m_workbench, handlers).build(error)) {
         return false;
     }
@@ -131,6 +136,17 @@ void MainWindow::showDocument() {
     setWindowFilePath(fileName);
     setWindowModified(false);
     statusBar()->clearMessage();
+}
+
+void MainWindow::helpElement() {
+    // The canvas knows what is selected, and how to find its help.
+    QGraphicsView* view = m_workbench->canvas()->graphicsView();
+    if (view->scene()->selectedItems().isEmpty()) {
+        statusBar()->showMessage(tr("Select an element to see its help"));
+        return;
+    }
+    QKeyEvent key(QEvent::KeyPress, Qt::Key_F1, Qt::NoModifier);
+    QCoreApplication::sendEvent(view, &key);
 }
 
 QString MainWindow::startFolder() const {

@@ -42,6 +42,7 @@ private:
     bool mayDiscard();
     /// After what is open has changed as a whole.
     void showDocument();
+    void helpElement();
     QString startFolder() const;
 
     Workbench* m_workbench;

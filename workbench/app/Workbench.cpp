@@ -70,6 +70,9 @@ bool Workbench::start(const QString& plugin, QWidget* window, QString* error) {
         return false;
     }
     collectWidgets();
+    if (QObject* controller = object(QStringLiteral("CCircuitEditorComponent.controller"))) {
+        controller->setProperty("ElementDocumentationPath", QStringLiteral(VORTEL_HELP_DIR));
+    }
     if (!manager->configureObjects(error)) {
         return false;
     }

@@ -8,12 +8,14 @@
 #include <QMetaProperty>
 #include <QStyledItemDelegate>
 #include <QTimer>
+#include <QToolTip>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
 namespace {
 
 constexpr int ValueColumn = 1;
+constexpr int RefusalTime = 4000;  // milliseconds
 /// Number of the row within the panel's list, on the value column.
 constexpr int RowRole = Qt::UserRole;
 
@@ -176,8 +178,25 @@ void PropertyEditor::commit(const PropertyRow& row, const QVariant& value) {
     const QVariant newValue = row.value(object);
     if (newValue != oldValue) {
         emit propertyValueChanged(object, row.name, oldValue, newValue);
+    } else if (value.toString() != oldValue.toString()) {
+        tellRefusal(row, value);
     }
     scheduleRefresh();
+}
+
+void PropertyEditor::tellRefusal(const PropertyRow& row, const QVariant& value) {
+    QTreeWidgetItem* item = m_items.value(m_rows.indexOf(row));
+    if (!item) {
+        return;
+    }
+    // At the field, and gone by itself: a box would stop the work. Later, because the end of the
+    // edit moves the focus, which takes any tip away.
+    const QRect field = m_tree->visualItemRect(item);
+    const QString text = tr("%1 does not take \"%2\"").arg(row.name, value.toString());
+    QTimer::singleShot(0, m_tree, [this, field, text] {
+        QToolTip::showText(m_tree->viewport()->mapToGlobal(field.bottomLeft()), text, m_tree, field,
+                           RefusalTime);
+    });
 }
 
 void PropertyEditor::scheduleRefresh() {

@@ -44,6 +44,7 @@ private slots:
 
 private:
     void watch(QObject* object);
+    void tellRefusal(const PropertyRow& row, const QVariant& value);
     void refresh();
     void rebuild();
 

@@ -1,0 +1,333 @@
+// The window with everything in it: the real plug-in, loaded as a file.
+
+#include "CircuitElement.h"
+#include "DialogDriver.h"
+#include "ICanvas.h"
+#include "ICircuit.h"
+#include "ICircuitElementFactory.h"
+#include "MainWindow.h"
+#include "ProjectManager.h"
+#include "WarningGuard.h"
+#include "Workbench.h"
+
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QDesktopServices>
+#include <QDockWidget>
+#include <QFile>
+#include <QFileInfo>
+#include <QGraphicsItem>
+#include <QGraphicsView>
+#include <QLabel>
+#include <QMenuBar>
+#include <QSignalSpy>
+#include <QStatusBar>
+#include <QTemporaryDir>
+#include <QToolBar>
+#include <QUrl>
+
+#include <memory>
+
+namespace {
+
+const QString Divider = QStringLiteral(VORTEL_SOURCE_DIR "/tests/data/divider.ckt");
+const QString NoCircuit = QStringLiteral(VORTEL_SOURCE_DIR "/tests/data/broken/wrong-root.ckt");
+const QString Partly = QStringLiteral(VORTEL_SOURCE_DIR "/tests/data/broken/partly-unknown.ckt");
+
+}  // namespace
+
+class UrlCatcher : public QObject {
+    Q_OBJECT
+
+public:
+    UrlCatcher() { QDesktopServices::setUrlHandler("file", this, "open"); }
+    ~UrlCatcher() override { QDesktopServices::unsetUrlHandler("file"); }
+    QStringList opened;
+
+public slots:
+    void open(const QUrl& url) { opened << url.toLocalFile(); }
+};
+
+class MainWindowTest : public testing::Test {
+protected:
+    void SetUp() override {
+        QString error;
+        ASSERT_TRUE(workbench.start(QStringLiteral(VORTEL_BIN_DIR "/libcircuiteditor.so"),
+                                    window.get(), &error))
+            << qPrintable(error);
+        ASSERT_TRUE(window->build(&error)) << qPrintable(error);
+        window->show();
+    }
+
+    QAction* action(const char* id) {
+        auto* found = window->findChild<QAction*>(QLatin1String(id));
+        EXPECT_NE(found, nullptr) << id;
+        return found;
+    }
+    void trigger(const char* id) { action(id)->trigger(); }
+    void open(const QString& file) {
+        QString message;
+        EXPECT_TRUE(window->openFile(file, &message));
+        EXPECT_EQ(message, QString());
+    }
+    ICircuit* circuit() {
+        return qobject_cast<ICircuit*>(workbench.object("CSimulatorComponent.circuit"));
+    }
+    QByteArray drawing() {
+        QString error;
+        return workbench.describe(&error);
+    }
+    /// As a user would do it, but for the pointer.
+    void addResistor() {
+        auto* factory = qobject_cast<ICircuitElementFactory*>(
+            workbench.object("CServicesComponent.elementFactory"));
+        circuit()->addElement(factory->createElement("Resistor.Basic"));
+    }
+    double scale() { return workbench.canvas()->graphicsView()->transform().m11(); }
+
+    Workbench workbench;
+    // Dies first, as its widgets use the components.
+    std::unique_ptr<MainWindow> window = std::make_unique<MainWindow>(&workbench);
+    QTemporaryDir folder;
+};
+
+TEST_F(MainWindowTest, ShowsWhatTheDescriptionLists) {
+    EXPECT_EQ(window->centralWidget(), workbench.editorWidget());
+    EXPECT_EQ(workbench.libraryProblems(), QStringList());
+    QStringList menus;
+    for (QAction* menu : window->menuBar()->actions()) {
+        menus.append(menu->text());
+        EXPECT_FALSE(menu->menu()->isEmpty());
+    }
+    EXPECT_EQ(menus, QStringList({"&File", "&Edit", "&View", "&Help"}));
+
+    QStringList shortcuts;
+    for (QToolBar* bar : window->findChildren<QToolBar*>()) {
+        for (QAction* button : bar->actions()) {
+            EXPECT_FALSE(button->icon().pixmap(32).isNull()) << qPrintable(button->objectName());
+            EXPECT_FALSE(button->statusTip().isEmpty()) << qPrintable(button->objectName());
+        }
+    }
+    for (const QAction* item : window->actions()) {
+        if (!item->shortcut().isEmpty()) {
+            shortcuts.append(item->shortcut().toString());
+        }
+    }
+    EXPECT_EQ(shortcuts.removeDuplicates(), 0);
+
+    auto* label = qobject_cast<QLabel*>(workbench.object("CCircuitEditorComponent.statusLabel"));
+    ASSERT_NE(label, nullptr);
+    EXPECT_TRUE(window->statusBar()->isAncestorOf(label));
+    for (const char* id : {"showElements", "showProperties"}) {
+        auto* dock = window->findChild<QDockWidget*>(QLatin1String(id));
+        ASSERT_NE(dock, nullptr) << id;
+        EXPECT_TRUE(dock->isVisible());
+        dock->toggleViewAction()->trigger();
+        EXPECT_FALSE(dock->isVisible());
+    }
+}
+
+TEST_F(MainWindowTest, ActionsCallTheEditor) {
+    open(Divider);
+    EXPECT_EQ(scale(), 1.0);  // a small drawing isn't blown up
+    trigger("zoomIn");
+    EXPECT_DOUBLE_EQ(scale(), 1.1);
+    trigger("zoomOne");
+    trigger("zoomOut");
+    EXPECT_DOUBLE_EQ(scale(), 0.9);
+    trigger("zoomFit");
+    EXPECT_GT(scale(), 2.0);
+
+    // What can be undone decides what can be chosen.
+    const char* const undoAndRedo[][2] = {{"undo", "canUndoChanged"}, {"redo", "canRedoChanged"}};
+    for (const auto& [id, signal] : undoAndRedo) {
+        EXPECT_FALSE(action(id)->isEnabled());
+        QMetaObject::invokeMethod(workbench.editorWidget(), signal, Q_ARG(bool, true));
+        EXPECT_TRUE(action(id)->isEnabled());
+        QMetaObject::invokeMethod(workbench.editorWidget(), signal, Q_ARG(bool, false));
+        EXPECT_FALSE(action(id)->isEnabled());
+    }
+
+    // Both keys redo, and the entry tells what.
+    EXPECT_EQ(action("redo")->shortcuts(),
+              (QList<QKeySequence>{QKeySequence("Ctrl+Y"), QKeySequence("Ctrl+Shift+Z")}));
+    DialogDriver dialogs;
+    const QString picture = folder.filePath("drawing.svg");
+    dialogs.chooseFile(picture);
+    dialogs.accept();
+    trigger("exportSvg");
+    EXPECT_TRUE(QFile::exists(picture));
+    EXPECT_EQ(dialogs.titles.last(), "SVG saved");
+    for (const char* id : {"exportPdf", "exportPs", "exportPng", "exportJpg"}) {
+        dialogs.reject();
+        trigger(id);
+        EXPECT_TRUE(dialogs.titles.last().startsWith("Choose a ")) << id;
+    }
+}
+
+TEST_F(MainWindowTest, LaysWiresAndOpensHelpFromTheMenu) {
+    open(Divider);
+    auto* manual =
+        qobject_cast<QAction*>(workbench.object("CCircuitEditorComponent.manualCtorMode"));
+    ASSERT_NE(manual, nullptr);
+    EXPECT_EQ(manual->shortcut(), QKeySequence("W"));
+    manual->trigger();
+    EXPECT_TRUE(manual->isChecked());
+    QGraphicsView* view = workbench.canvas()->graphicsView();
+    manual->trigger();
+    EXPECT_FALSE(manual->isChecked());
+
+    trigger("elementHelp");
+    EXPECT_EQ(window->statusBar()->currentMessage(), "Select an element to see its help");
+    for (QGraphicsItem* item : view->scene()->items()) {
+        if (!item->parentItem() && item->zValue() == 1000) {
+            item->setSelected(true);
+            break;
+        }
+    }
+    UrlCatcher catcher;
+    trigger("elementHelp");
+    ASSERT_EQ(catcher.opened.size(), 1);
+    EXPECT_GT(QFileInfo(catcher.opened.first()).size(), 1000);
+    EXPECT_TRUE(catcher.opened.first().endsWith(".pdf"));
+}
+
+TEST_F(MainWindowTest, TheUndoEntryTellsWhat) {
+    open(Divider);
+    EXPECT_EQ(action("undo")->text(), "&Undo");
+    QObject* element = circuit()->element(0)->containerObject();
+    // The panel reports an edit, which the canvas records.
+    QObject* panel = workbench.object("CPropertyEditorComponent.propertyEditor");
+    QMetaObject::invokeMethod(panel, "propertyValueChanged", Q_ARG(QObject*, element),
+                              Q_ARG(QString, "Caption"), Q_ARG(QVariant, "a"),
+                              Q_ARG(QVariant, "b"));
+    EXPECT_EQ(action("undo")->text(), "&Undo " + element->objectName() + " Property Change");
+    announceLog("Undo: ");
+    trigger("undo");
+    EXPECT_EQ(action("undo")->text(), "&Undo");
+    EXPECT_EQ(action("redo")->text(), "&Redo " + element->objectName() + " Property Change");
+}
+
+TEST_F(MainWindowTest, OpensThroughTheDialog) {
+    DialogDriver dialogs;
+    dialogs.chooseFile(Divider);
+    trigger("open");
+    EXPECT_EQ(window->windowTitle(), "divider.ckt[*] - Vortel Workbench");
+    EXPECT_FALSE(window->isWindowModified());
+    EXPECT_EQ(workbench.projectManager()->projectFileName(), Divider);
+    EXPECT_EQ(circuit()->elementCount(), 4);
+
+    // What can't be opened leaves what is open, and says why.
+    const QByteArray before = drawing();
+    dialogs.chooseFile(NoCircuit);
+    dialogs.accept();
+    trigger("open");
+    EXPECT_EQ(dialogs.titles.last(), "Cannot open");
+    EXPECT_TRUE(dialogs.texts.last().startsWith(NoCircuit + ": is not a circuit file"));
+    EXPECT_EQ(window->windowTitle(), "divider.ckt[*] - Vortel Workbench");
+    EXPECT_EQ(drawing(), before);
+
+    // What comes in part is shown, and told in the status bar.
+    dialogs.chooseFile(Partly);
+    trigger("open");
+    EXPECT_EQ(circuit()->elementCount(), 3);
+    EXPECT_TRUE(window->statusBar()->currentMessage().endsWith("could not be restored"));
+    dialogs.reject();
+    trigger("open");
+    EXPECT_EQ(circuit()->elementCount(), 3);
+}
+
+TEST_F(MainWindowTest, SavesWhereItShould) {
+    const QString file = folder.filePath("mine.ckt");
+    DialogDriver dialogs;
+    addResistor();
+    EXPECT_TRUE(window->isWindowModified());
+    dialogs.reject();
+    trigger("save");  // no name yet: it must ask
+    EXPECT_TRUE(window->isWindowModified());
+    dialogs.chooseFile(folder.filePath("mine"));
+    trigger("saveAs");
+    EXPECT_FALSE(window->isWindowModified());
+    EXPECT_EQ(window->windowTitle(), "mine.ckt[*] - Vortel Workbench");
+    EXPECT_TRUE(QFile::exists(file));
+
+    // From now on it knows its file.
+    const int asked = dialogs.titles.size();
+    addResistor();
+    trigger("save");
+    EXPECT_FALSE(window->isWindowModified());
+    const QByteArray saved = drawing();
+    open(Divider);
+    open(file);
+    EXPECT_EQ(drawing(), saved);
+    EXPECT_EQ(dialogs.titles.size(), asked);
+
+    ASSERT_TRUE(QFile::remove(file) && folder.remove());
+    addResistor();
+    dialogs.accept();
+    trigger("save");
+    EXPECT_EQ(dialogs.titles.last(), "Cannot save");
+    EXPECT_TRUE(dialogs.texts.last().startsWith("cannot write " + file + ": there is no folder"));
+    EXPECT_TRUE(window->isWindowModified());
+}
+
+TEST_F(MainWindowTest, AsksBeforeWorkIsLost) {
+    DialogDriver dialogs;
+    const auto answer = [&dialogs](const char* button) {
+        dialogs.queue([button](QWidget* box) {
+            for (auto* candidate : box->findChildren<QAbstractButton*>()) {
+                if (candidate->text().remove('&') == QLatin1String(button)) {
+                    candidate->click();
+                    return;
+                }
+            }
+            FAIL() << "no button " << button;
+        });
+    };
+    trigger("new");
+    EXPECT_EQ(dialogs.titles, QStringList());  // nothing to lose
+
+    addResistor();
+    answer("Cancel");
+    trigger("new");
+    EXPECT_EQ(circuit()->elementCount(), 1);
+    answer("Cancel");
+    trigger("open");
+    answer("Cancel");
+    EXPECT_FALSE(window->close());
+    EXPECT_TRUE(window->isVisible());
+
+    // Saving is offered; giving up on the name keeps everything.
+    answer("Save");
+    dialogs.reject();
+    trigger("quit");
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_TRUE(window->isWindowModified());
+
+    answer("Discard");
+    trigger("new");
+    EXPECT_EQ(circuit()->elementCount(), 0);
+    EXPECT_EQ(window->windowTitle(), "Untitled[*] - Vortel Workbench");
+    EXPECT_TRUE(window->close());
+    EXPECT_EQ(dialogs.titles.count("Unsaved changes"), 5);
+}
+
+TEST_F(MainWindowTest, EditorHearsOfWindowAndProject) {
+    // The project manager gets the folder of the file from the editor, which listens to it.
+    open(Divider);
+    EXPECT_EQ(workbench.projectManager()->property("DefaultProjectPath").toString(),
+              QStringLiteral(VORTEL_SOURCE_DIR "/tests/data"));
+    QSignalSpy activated(window.get(), SIGNAL(workspaceWidgetActivated(QWidget*)));
+    window->hide();
+    window->show();
+    EXPECT_EQ(activated.count(), 1);
+
+    DialogDriver dialogs;
+    dialogs.accept();
+    trigger("projectHelp");
+    EXPECT_EQ(dialogs.titles, QStringList("Project help not found"));
+}
+
+#include "test_main_window.moc"

@@ -57,6 +57,8 @@ protected:
                              {"Zener.Semi", "Zener diode", "Semi", "Breaks down.", picture}});
         explorer.show();
         explorer.activateWindow();
+        // Fades in and out by itself, for longer than a test takes.
+        filter()->setClearButtonEnabled(false);
     }
 
     QLineEdit* filter() { return explorer.findChild<QLineEdit*>(); }

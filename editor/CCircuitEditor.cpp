@@ -24,8 +24,9 @@ CCircuitEditor::CCircuitEditor(QWidget* parent)
     // The scene belongs to the widget that the editor was made for, and may go first: with nothing
     // to draw on, the editor lets go of the circuit.
     connect(d->scene, &QObject::destroyed, this, [this] {
-        if (ICircuit* bound = circuit()) {
-            QObject::disconnect(bound->containerObject(), nullptr, this, nullptr);
+        d->connectorLineItem = nullptr;
+        if (d->boundCircuit) {
+            QObject::disconnect(d->boundCircuit, nullptr, this, nullptr);
         }
     });
     setSceneRect(-4000, -4000, 8000, 8000);
@@ -45,8 +46,8 @@ CCircuitEditor::CCircuitEditor(QWidget* parent)
 CCircuitEditor::~CCircuitEditor() {
     // Items and commands reach the data while they die, so they go before it; the model is left as
     // it is, for it belongs to others.
-    if (ICircuit* bound = circuit()) {
-        QObject::disconnect(bound->containerObject(), nullptr, this, nullptr);
+    if (d->boundCircuit) {
+        QObject::disconnect(d->boundCircuit, nullptr, this, nullptr);
     }
     delete d->undoStack;
     d->undoStack = nullptr;

@@ -200,6 +200,8 @@ public slots:
     void captureToClipboard();
 
 signals:
+    // Sent from within the handling of an event of the item concerned: a listener that wants the
+    // item gone does so later, from the event loop.
     void zoomLevelChanged(int zl) override;
     void zoomScaleChanged(double zs) override;
     void canvasClickEvent(ICanvas* canvas, QPoint pos, Qt::MouseButton button,

@@ -5,9 +5,11 @@
 #include "CCircuitEditorNodeItem.h"
 #include "CElementConnectionCmd.h"
 #include "CManualConnectorLineItem.h"
+#include "ICircuitNode.h"
 #include "ICircuitSolverEx.h"
 
 #include <QGraphicsLineItem>
+#include <QPointer>
 
 ICircuitNode* CCircuitEditorData::makeConnection(QGraphicsItem* a, QGraphicsItem* b) {
     if (!a || !b || !circuitSolver) {
@@ -55,10 +57,17 @@ ICircuitNode* CCircuitEditorData::mergeNodes(CCircuitEditorNodeItem* a, CCircuit
     ICircuitNode* dissolved = b->circuitNode();
     // The drawing of the second net, before its item goes.
     const QPainterPath shape = b->mapToScene(b->internalShape());
+    // A solver may dissolve the emptied net by itself.
+    const QPointer<QObject> rest(dissolved->containerObject());
     if (!extended->makeConnection(kept, dissolved)) {
         return nullptr;
     }
-    circuitSolver->breakConnection(dissolved);
+    if (rest && circuitSolver) {
+        circuitSolver->breakConnection(dissolved);
+    }
+    if (circuitEditor->nodeItem(kept) != a) {
+        return nullptr;
+    }
     a->addShape(shape, false);
     return kept;
 }

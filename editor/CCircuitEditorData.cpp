@@ -123,8 +123,8 @@ void CCircuitEditorData::deleteItems() {
     if (!scene) {
         return;
     }
-    // The scene searches its list of new items for each one that goes; what it has put off until the
-    // event loop runs empties that list.
+    // The scene searches its list of new items for each one that goes; what it has put off until
+    // the event loop runs empties that list.
     QCoreApplication::sendPostedEvents(scene, QEvent::MetaCall);
     connectorLineItem = nullptr;
     connectionStartItem = nullptr;

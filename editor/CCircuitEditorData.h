@@ -77,6 +77,8 @@ public:
     QPointer<CCircuitEditorScene> scene;
     CCircuitEditor* circuitEditor = nullptr;
     InterfacePointer<ICircuitSolver> circuitSolver;
+    // The object whose signals the editor hears.
+    QPointer<QObject> boundCircuit;
     ICircuit* circuit = nullptr;
     InterfacePointer<ICircuitElementFactory> circuitElementFactory;
     InterfacePointer<IXmlUtils> xmlUtils;

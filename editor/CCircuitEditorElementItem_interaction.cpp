@@ -15,10 +15,9 @@
 #include "ICircuitElementDesc.h"
 #include "ICircuitElementNode.h"
 #include "ICircuitSolver.h"
-#include "ui_CMoveElementDialog.h"
+#include "MoveDialog.h"
 
 #include <QDesktopServices>
-#include <QDialog>
 #include <QGraphicsScene>
 #include <QGraphicsSceneContextMenuEvent>
 #include <QGraphicsSceneMouseEvent>
@@ -96,8 +95,11 @@ void CCircuitEditorElementItem::finishDrag() {
         d->newPos = QPointF();
     }
     d->circuitEditor->snapToGrid(this);
-    for (CCircuitEditorElementNodeItem* terminal : d->elementNodeItemMap.values()) {
-        connectAtDrop(terminal);
+    const QPointer<CCircuitEditorElementItem> self(this);
+    for (const QString& name : d->elementNodeItemMap.keys()) {
+        if (self && d->elementNodeItemMap.contains(name)) {
+            connectAtDrop(d->elementNodeItemMap.value(name));
+        }
     }
 }
 
@@ -105,22 +107,39 @@ void CCircuitEditorElementItem::connectAtDrop(CCircuitEditorElementNodeItem* ter
     const QPointF place = mapToScene(terminal->pos());
     QPainterPath stub(place);
     stub.lineTo(mapToScene(terminal->pos() + DropStub));
+    // Looked at while all of them live: a connection can dissolve nets, whose wires then go.
+    struct Target {
+        ICircuitElementNode* terminal;
+        CCircuitEditorNodeItem* wire;
+        ICircuitNode* node;
+    };
+    QList<Target> targets;
     for (QGraphicsItem* other : scene()->items(place)) {
-        ICircuitSolver* solver = d->circuitEditor->circuitSolver();
-        // A connection can dissolve nets, whose wires then are no longer there.
-        if (!solver || other == terminal || !scene()->items(place).contains(other)) {
-            continue;
+        const auto* end = qgraphicsitem_cast<CCircuitEditorElementNodeItem*>(other);
+        auto* wire = qgraphicsitem_cast<CCircuitEditorNodeItem*>(other);
+        if (end && end != terminal) {
+            targets.append({end->elementNode(), nullptr, nullptr});
+        } else if (wire) {
+            targets.append({nullptr, wire, wire->circuitNode()});
         }
-        if (auto* end = qgraphicsitem_cast<CCircuitEditorElementNodeItem*>(other)) {
-            ICircuitNode* node =
-                solver->makeConnection(end->elementNode(), terminal->elementNode());
-            if (CCircuitEditorNodeItem* wire = d->circuitEditor->nodeItem(node)) {
+    }
+    const QPointer<CCircuitEditor> editor(d->circuitEditor);
+    const QPointer<CCircuitEditorElementItem> self(this);
+    ICircuitElementNode* own = terminal->elementNode();
+    for (const Target& target : qAsConst(targets)) {
+        ICircuitSolver* solver = editor && self ? editor->circuitSolver() : nullptr;
+        if (!solver) {
+            return;
+        }
+        if (target.terminal) {
+            ICircuitNode* node = solver->makeConnection(target.terminal, own);
+            if (CCircuitEditorNodeItem* wire = editor->nodeItem(node)) {
                 wire->addShape(wire->mapFromScene(stub), true);
             }
-        } else if (auto* wire = qgraphicsitem_cast<CCircuitEditorNodeItem*>(other)) {
-            if (solver->makeConnection(terminal->elementNode(), wire->circuitNode())) {
-                wire->addShape(stub, false);
-            }
+        } else if (editor->nodeItem(target.node) == target.wire &&
+                   solver->makeConnection(own, target.node) &&
+                   editor->nodeItem(target.node) == target.wire) {
+            target.wire->addShape(stub, false);
         }
     }
 }
@@ -223,9 +242,12 @@ void CCircuitEditorElementItem::contextMenuEvent(QGraphicsSceneContextMenuEvent*
         return;
     }
     if (chosen == outputVariables) {
-        CCircuitEditorElementConfigDialog dialog(editor);
-        dialog.setCircuitElement(element);
-        dialog.exec();
+        // On the heap: the editor may go while the dialog is open, and takes it along.
+        const QPointer<CCircuitEditorElementConfigDialog> dialog(
+            new CCircuitEditorElementConfigDialog(editor));
+        dialog->setCircuitElement(element);
+        dialog->exec();
+        delete dialog;
     } else if (chosen == remove) {
         editor->on_removeElementRequest(element);
     } else if (chosen == help) {
@@ -237,13 +259,10 @@ void CCircuitEditorElementItem::contextMenuEvent(QGraphicsSceneContextMenuEvent*
 
 void CCircuitEditorElementItem::askForMove(QWidget* parent) {
     const QPointer<CCircuitEditorElementItem> self(this);
-    QDialog dialog(parent);
-    Ui_CMoveElementDialog form;
-    form.setupUi(&dialog);
-    dialog.setWindowTitle(QStringLiteral("Move %1").arg(d->element->caption()));
-    if (dialog.exec() == QDialog::Accepted && self) {
-        moveByCommand(QPointF(form.txtXDistance->value(), form.txtYDistance->value()) *
-                      d->circuitEditor->gridSize());
+    const QPoint distance =
+        askForDistance(parent, QStringLiteral("Move %1").arg(d->element->caption()));
+    if (self && !distance.isNull()) {
+        moveByCommand(QPointF(distance) * d->circuitEditor->gridSize());
     }
 }
 

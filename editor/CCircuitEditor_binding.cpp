@@ -7,6 +7,7 @@
 #include "CCircuitNodeDeleteCmd.h"
 #include "CElementDeleteCmd.h"
 #include "CElementPropertyChangeCmd.h"
+#include "CSelectionRectangleItem.h"
 #include "CUndoRedo.h"
 #include "ICircuitElement.h"
 #include "ICircuitElementNode.h"
@@ -14,20 +15,26 @@
 #include "ui_CType23OutputVariablesDialog.h"
 
 #include <QDialog>
+#include <QPointer>
 
 void CCircuitEditor::setCircuitSolver(ICircuitSolver* solver) {
+    // The circuit may have outlived the solver that brought it.
+    if (d->boundCircuit) {
+        QObject::disconnect(d->boundCircuit, nullptr, this, nullptr);
+    }
     if (d->circuitSolver) {
-        if (ICircuit* old = circuit()) {
-            QObject::disconnect(old->containerObject(), nullptr, this, nullptr);
-        }
         clear();
+    } else if (!d->elementItemMap.isEmpty() || !d->nodeItemMap.isEmpty()) {
+        unhighlight();
+        d->deleteItems();
     }
     d->circuitSolver = solver;
     ICircuit* bound = circuit();
+    d->boundCircuit = bound ? bound->containerObject() : nullptr;
     if (!bound) {
         return;
     }
-    const QObject* object = bound->containerObject();
+    const QObject* object = d->boundCircuit;
     connect(object, SIGNAL(elementAdded(ICircuitElement*)), this,
             SLOT(on_elementAdded(ICircuitElement*)));
     connect(object, SIGNAL(elementRemoved(ICircuitElement*)), this,
@@ -206,11 +213,16 @@ void CCircuitEditor::on_removeElementRequest(ICircuitElement* element) {
 }
 
 void CCircuitEditor::on_editOutputVariables() {
-    QDialog dialog(this);
+    // On the heap: the editor may go while the dialog is open, and takes it along.
+    const QPointer<CCircuitEditor> self(this);
+    const QPointer<QDialog> dialog(new QDialog(this));
     Ui_CType23OutputVariablesDialog form;
-    form.setupUi(&dialog);
-    dialog.exec();
-    emit projectPartModified();
+    form.setupUi(dialog);
+    dialog->exec();
+    delete dialog;
+    if (self) {
+        emit projectPartModified();
+    }
 }
 
 void CCircuitEditor::on_removeNodeRequest(ICircuitNode* node) {
@@ -240,7 +252,9 @@ void CCircuitEditor::on_elementSelected(ICircuitElement* element) {
     QObject* object = element->containerObject();
     d->propertyEditor->setObject(object, false);
     d->lastPropertyObject = object;
-    d->selection->initFromItem(elementItem(element));
+    if (CCircuitEditorElementItem* item = elementItem(element)) {
+        d->selection->initFromItem(item);
+    }
 }
 
 void CCircuitEditor::on_circuitNodeSelected(ICircuitNode* node) {
@@ -285,6 +299,7 @@ void CCircuitEditor::clearEditor() {
     }
     // While the model is whole: listeners are told what is no longer selected.
     unhighlight();
+    delete d->selectionRectItem;
     if (bound) {
         bound->clear();
     }

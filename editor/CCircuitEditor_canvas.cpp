@@ -209,12 +209,18 @@ void CCircuitEditor::snapToGrid(CCircuitEditorElementItem* item) {
 }
 
 void CCircuitEditor::snapToGrid() {
+    if (!d->scene) {
+        return;
+    }
     for (QGraphicsItem* item : d->scene->items()) {
         snapToGrid(qgraphicsitem_cast<CCircuitEditorElementItem*>(item));
     }
 }
 
 void CCircuitEditor::bringToCenter() {
+    if (!d->scene) {
+        return;
+    }
     const QPointF center = d->scene->itemsBoundingRect().center();
     for (QGraphicsItem* item : d->scene->items()) {
         if (auto* element = qgraphicsitem_cast<CCircuitEditorElementItem*>(item)) {

@@ -81,7 +81,12 @@ bool printPostScript(QGraphicsScene* scene, const QString& fileName, const QRect
     if (!folder.isValid() || !printPdf(scene, pdf, source)) {
         return false;
     }
-    return QProcess::execute(QStringLiteral("pdftops"), {pdf, fileName}) == 0;
+    QProcess converter;
+    // Its remarks are for nobody who draws circuits.
+    converter.setStandardErrorFile(QProcess::nullDevice());
+    converter.start(QStringLiteral("pdftops"), {pdf, fileName});
+    return converter.waitForStarted() && converter.waitForFinished(-1) &&
+           converter.exitStatus() == QProcess::NormalExit && converter.exitCode() == 0;
 }
 
 bool writeSvg(QGraphicsScene* scene, const QString& fileName, const QRectF& source) {

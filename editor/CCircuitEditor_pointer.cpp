@@ -24,9 +24,12 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QMouseEvent>
+#include <QPointer>
 #include <QScrollBar>
 #include <QWheelEvent>
 #include <QWidgetAction>
+
+#include <cstdlib>
 
 namespace {
 
@@ -79,7 +82,7 @@ QPoint CCircuitEditor::roundedScenePosition(const QPoint& viewportPos) const {
 }
 
 void CCircuitEditor::mousePressEvent(QMouseEvent* event) {
-    if (event->button() != Qt::LeftButton) {
+    if (event->button() != Qt::LeftButton || !d->scene) {
         return;
     }
     unhighlight();
@@ -172,7 +175,7 @@ void CCircuitEditor::pressOnItem(QMouseEvent* event, QGraphicsItem* item) {
 }
 
 void CCircuitEditor::mouseMoveEvent(QMouseEvent* event) {
-    if (d->readOnly && !d->panning) {
+    if ((d->readOnly && !d->panning) || !d->scene) {
         return;
     }
     if (d->selecting) {
@@ -211,6 +214,9 @@ void CCircuitEditor::pan() {
 }
 
 void CCircuitEditor::mouseReleaseEvent(QMouseEvent* event) {
+    if (!d->scene) {
+        return;
+    }
     const bool wasPanning = d->panning;
     if (d->selecting && (wasPanning || !d->readOnly)) {
         closeSelectionRectangle();
@@ -292,6 +298,7 @@ void CCircuitEditor::mouseDoubleClickEvent(QMouseEvent* event) {
 }
 
 void CCircuitEditor::pickOutputVariable(QGraphicsItem* item) {
+    const QPointer<CCircuitEditor> self(this);
     d->connectionStartItem = item;
     if (const auto* terminal = qgraphicsitem_cast<CCircuitEditorElementNodeItem*>(item)) {
         emit outvarSelected(terminal->elementItem()->element(), terminal->elementNode());
@@ -300,7 +307,9 @@ void CCircuitEditor::pickOutputVariable(QGraphicsItem* item) {
     } else if (const auto* element = qgraphicsitem_cast<CCircuitEditorElementItem*>(item)) {
         pickElementVariable(element->element());
     }
-    d->connectionStartItem = nullptr;
+    if (self) {
+        d->connectionStartItem = nullptr;
+    }
 }
 
 void CCircuitEditor::pickElementVariable(ICircuitElement* element) {
@@ -325,9 +334,10 @@ void CCircuitEditor::pickElementVariable(ICircuitElement* element) {
     if (menu.isEmpty()) {
         return;
     }
+    const QPointer<CCircuitEditor> self(this);
     QAction* chosen = menu.exec(QCursor::pos());
-    // The menu ran its own event loop: the element may be gone.
-    if (chosen && !qobject_cast<QWidgetAction*>(chosen) && elementItem(element)) {
+    // The menu ran its own event loop: the editor or the element may be gone.
+    if (self && chosen && !qobject_cast<QWidgetAction*>(chosen) && elementItem(element)) {
         emit outvarSelected(element, chosen->text());
     }
 }
@@ -395,7 +405,10 @@ bool CCircuitEditor::event(QEvent* event) {
 }
 
 void CCircuitEditor::wheelEvent(QWheelEvent* event) {
-    if (event->angleDelta().y() < 1) {
+    // The longer way of a wheel that turns in two directions.
+    const QPoint angle = event->angleDelta();
+    const int delta = std::abs(angle.x()) > std::abs(angle.y()) ? angle.x() : angle.y();
+    if (delta < 1) {
         zoomOut();
     } else {
         zoomIn();

@@ -59,7 +59,10 @@ void CElementExistenceCmd::recreateElement() {
 }
 
 void CElementExistenceCmd::removeElement() {
-    if (!m_element || !m_elementGuard || !CCircuitEditorCmds::Circuit) {
+    const CCircuitEditor* editor = CCircuitEditorCmds::CircuitEditor;
+    // An object that its model has dropped may live on until the event loop runs.
+    const bool isDropped = editor && !editor->elementItem(m_element);
+    if (!m_element || !m_elementGuard || isDropped || !CCircuitEditorCmds::Circuit) {
         return;
     }
     if (CCircuitEditorCmds::CircuitSolver) {

@@ -6,10 +6,9 @@
 #include "ICircuitElementNode.h"
 #include "ICircuitNode.h"
 #include "ItemTypes.h"
-#include "ui_CMoveElementDialog.h"
+#include "MoveDialog.h"
 
 #include <QApplication>
-#include <QDialog>
 #include <QGraphicsScene>
 #include <QGraphicsSceneContextMenuEvent>
 #include <QGraphicsSceneMouseEvent>
@@ -47,18 +46,20 @@ CSelectionRectangleItem::~CSelectionRectangleItem() {
 
 void CSelectionRectangleItem::setItemList(const QList<QGraphicsItem*>& items) {
     m_itemList.clear();
+    m_members.clear();
+    const QSet<QGraphicsItem*> given(items.begin(), items.end());
     for (auto it = items.rbegin(); it != items.rend(); ++it) {
         switch ((*it)->type()) {
             case TextBoxItemType:
-                m_itemList.append(*it);
+                add(*it);
                 break;
             case ElementItemType:
                 if (static_cast<CCircuitEditorElementItem*>(*it)->circuitNodeItemCount() == 0) {
-                    m_itemList.append(*it);
+                    add(*it);
                 }
                 break;
             case NodeItemType:
-                addNode(*it, items);
+                addNode(*it, given);
                 break;
             default:
                 break;
@@ -66,30 +67,37 @@ void CSelectionRectangleItem::setItemList(const QList<QGraphicsItem*>& items) {
     }
 }
 
-void CSelectionRectangleItem::addNode(QGraphicsItem* item, const QList<QGraphicsItem*>& items) {
+void CSelectionRectangleItem::add(QGraphicsItem* item) {
+    m_itemList.append(item);
+    m_members.insert(item);
+}
+
+void CSelectionRectangleItem::addNode(QGraphicsItem* item, const QSet<QGraphicsItem*>& given) {
     ICircuitNode* node = static_cast<CCircuitEditorNodeItem*>(item)->circuitNode();
     QList<QGraphicsItem*> joined;
     for (int i = 0; i < node->elementNodeCount(); ++i) {
         QGraphicsItem* element = m_editor->elementItem(node->elementNode(i)->element());
-        if (!items.contains(element)) {
+        if (!given.contains(element)) {
             return;
         }
         if (!joined.contains(element)) {
             joined.append(element);
         }
     }
-    if (!m_itemList.contains(item)) {
-        m_itemList.append(item);
+    if (!m_members.contains(item)) {
+        add(item);
     }
     for (QGraphicsItem* element : qAsConst(joined)) {
-        if (!m_itemList.contains(element)) {
-            m_itemList.append(element);
+        if (!m_members.contains(element)) {
+            add(element);
         }
     }
 }
 
 void CSelectionRectangleItem::forgetItem(QGraphicsItem* item) {
-    m_itemList.removeAll(item);
+    if (m_members.remove(item)) {
+        m_itemList.removeAll(item);
+    }
 }
 
 void CSelectionRectangleItem::moveGroup(const QPointF& step) {
@@ -100,7 +108,7 @@ void CSelectionRectangleItem::moveGroup(const QPointF& step) {
     const QPointF snapped = m_editor->snapToGrid(step);
     m_editor->setInternalMove(true);
     for (QGraphicsItem* item : QList<QGraphicsItem*>(m_itemList)) {
-        if (!m_itemList.contains(item)) {
+        if (!m_members.contains(item)) {
             continue;  // went with another one
         }
         item->setPos(item->pos() + snapped);
@@ -162,17 +170,14 @@ void CSelectionRectangleItem::contextMenuEvent(QGraphicsSceneContextMenuEvent* e
     const QPointer<QWidget> parent = event->widget();
     QMenu menu;
     const QAction* move = menu.addAction(QStringLiteral("Move Group"));
-    if (menu.exec(QCursor::pos()) != move || !editor) {
+    // Menu and dialog run event loops of their own: the rectangle may be gone after each.
+    const auto isAlive = [this, &editor] { return editor && editor->isSelectionRectangle(this); };
+    if (menu.exec(QCursor::pos()) != move || !isAlive()) {
         return;
     }
-    QDialog dialog(parent);
-    Ui_CMoveElementDialog form;
-    form.setupUi(&dialog);
-    const bool isAccepted = dialog.exec() == QDialog::Accepted;
-    // Both ran event loops of their own: the rectangle may be gone.
-    if (isAccepted && editor && editor->isSelectionRectangle(this)) {
-        moveGroup(QPointF(form.txtXDistance->value(), form.txtYDistance->value()) *
-                  editor->gridSize());
+    const QPoint distance = askForDistance(parent, QString());
+    if (isAlive()) {
+        moveGroup(QPointF(distance) * editor->gridSize());
     }
 }
 

@@ -3,6 +3,7 @@
 #include <QGraphicsRectItem>
 #include <QList>
 #include <QPointer>
+#include <QSet>
 
 class CCircuitEditor;
 
@@ -33,10 +34,13 @@ protected:
     QVariant itemChange(GraphicsItemChange change, const QVariant& value) override;
 
 private:
-    void addNode(QGraphicsItem* item, const QList<QGraphicsItem*>& items);
+    void add(QGraphicsItem* item);
+    void addNode(QGraphicsItem* item, const QSet<QGraphicsItem*>& given);
     void moveGroup(const QPointF& step);
 
     QList<QGraphicsItem*> m_itemList;
+    // The same items, for looking up.
+    QSet<QGraphicsItem*> m_members;
     // Scene position of the last pointer step; the origin at rest.
     QPointF m_lastPos;
     QPointer<CCircuitEditor> m_editor;

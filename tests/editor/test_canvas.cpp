@@ -299,6 +299,9 @@ TEST_F(Canvas, OutlivesItsSceneAndItsSceneOutlivesIt) {
     circuit.addElement(factory.createElement(QStringLiteral("Resistor.Basic")));
     child->zoomFit();
     child->unhighlight();
+    child->bringToCenter();
+    QTest::mousePress(child->viewport(), Qt::LeftButton, Qt::ControlModifier);
+    QTest::mouseRelease(child->viewport(), Qt::LeftButton);
     child.reset();
     auto stray = std::make_unique<CCircuitEditor>(nullptr);
     const QPointer<QGraphicsScene> scene = stray->scene();

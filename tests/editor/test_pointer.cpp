@@ -38,10 +38,11 @@ protected:
         return itemsOfClass<CSelectionRectangleItem>().value(0);
     }
 
-    void wheel(int delta) {
+    void wheel(int delta, int sideways = 0) {
         const QPointF place(at({0, 0}));
         QWheelEvent event(place, editor->viewport()->mapToGlobal(place.toPoint()), QPoint(),
-                          QPoint(0, delta), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+                          QPoint(sideways, delta), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,
+                          false);
         QApplication::sendEvent(editor->viewport(), &event);
     }
 };
@@ -433,7 +434,8 @@ TEST_F(Pointer, TheWheelZoomsAndNeverScrolls) {
     EXPECT_DOUBLE_EQ(editor->transform().m11(), 1.1);
     wheel(-120);
     wheel(0);
-    EXPECT_DOUBLE_EQ(editor->transform().m11(), 1.1 * 0.9 * 0.9);
+    wheel(0, 120);
+    EXPECT_DOUBLE_EQ(editor->transform().m11(), 1.1 * 0.9 * 0.9 * 1.1);
     editor->zoomOne();
     EXPECT_NEAR(editor->verticalScrollBar()->value(), before, 60);
 }

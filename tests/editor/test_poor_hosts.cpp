@@ -100,6 +100,23 @@ TEST_F(PoorHost, WiresAreNotMergedWithoutTheAbility) {
     Host().run();
 }
 
+TEST_F(PoorHost, ACircuitIsLetGoOfAlsoWhenItsSolverHasGone) {
+    auto doomed = std::make_unique<CircuitSolver>(&circuit);
+    editor->setCircuitSolver(doomed.get());
+    add("Resistor.Basic", {0, 0});
+    doomed.reset();
+    Circuit second;
+    CircuitSolver secondSolver(&second);
+    editor->setCircuitSolver(&secondSolver);
+    EXPECT_TRUE(editor->scene()->items().isEmpty());
+    int modified = 0;
+    QObject::connect(editor.get(), &CCircuitEditor::projectPartModified,
+                     [&modified] { ++modified; });
+    circuit.addElement(factory.createElement(QStringLiteral("Resistor.Basic")));
+    EXPECT_EQ(modified, 0);
+    editor->setCircuitSolver(nullptr);
+}
+
 TEST_F(PoorHost, ASolverThatOnlyCutsGetsTheNodeRemovedByTheCircuit) {
     CuttingSolver cutting(&circuit);
     editor->setCircuitSolver(&cutting);

@@ -2,6 +2,7 @@
 
 #include "GuiBuilder.h"
 #include "ICanvas.h"
+#include "ICircuitEditorExt.h"
 #include "ProjectManager.h"
 #include "Workbench.h"
 
@@ -15,6 +16,8 @@
 #include <QKeyEvent>
 #include <QMessageBox>
 #include <QStatusBar>
+
+#include <algorithm>
 
 namespace {
 
@@ -141,7 +144,10 @@ void MainWindow::showDocument() {
 void MainWindow::helpElement() {
     // The canvas knows what is selected, and how to find its help.
     QGraphicsView* view = m_workbench->canvas()->graphicsView();
-    if (view->scene()->selectedItems().isEmpty()) {
+    const auto* items = qobject_cast<ICircuitEditorExt*>(m_workbench->editorWidget());
+    const QList<QGraphicsItem*> selected = view->scene()->selectedItems();
+    const auto isElement = [items](QGraphicsItem* item) { return items->typeOfItem(item) == 1; };
+    if (!items || std::none_of(selected.begin(), selected.end(), isElement)) {
         statusBar()->showMessage(tr("Select an element to see its help"));
         return;
     }

@@ -178,7 +178,8 @@ void PropertyEditor::commit(const PropertyRow& row, const QVariant& value) {
     const QVariant newValue = row.value(object);
     if (newValue != oldValue) {
         emit propertyValueChanged(object, row.name, oldValue, newValue);
-    } else if (value.toString() != oldValue.toString()) {
+    } else if (value.toString().trimmed() != oldValue.toString() &&
+               oldValue.type() != QVariant::Bool) {
         tellRefusal(row, value);
     }
     scheduleRefresh();

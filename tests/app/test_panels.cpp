@@ -19,6 +19,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QSignalSpy>
+#include <QSpinBox>
 #include <QTest>
 #include <QTimer>
 #include <QToolTip>
@@ -270,6 +271,12 @@ TEST_F(PropertyEditorTest, FollowsTheModel) {
     panel.setObject(node->containerObject(), false);
     EXPECT_EQ(panel.findChild<QLabel*>()->text(), "Node mid");
     EXPECT_EQ(shown("WireClearance"), "20");
+    auto* number = openEditor<QSpinBox>("WireClearance");
+    ASSERT_NE(number, nullptr);
+    number->setValue(40);
+    QTest::keyClick(number, Qt::Key_Return);
+    QApplication::processEvents();  // an edit ends in the event loop
+    EXPECT_EQ(node->wireClearance(), 40);
     panel.setObject(&circuit, false);
     type("Title", "Divider");
     EXPECT_EQ(circuit.title(), "Divider");

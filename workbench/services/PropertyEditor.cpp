@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMetaProperty>
+#include <QSpinBox>
 #include <QStyledItemDelegate>
 #include <QTimer>
 #include <QToolTip>
@@ -15,11 +16,14 @@
 namespace {
 
 constexpr int ValueColumn = 1;
+/// Whole numbers of the model are distances in scene units.
+constexpr int LargestNumber = 10000;
 constexpr int RefusalTime = 4000;  // milliseconds
 /// Number of the row within the panel's list, on the value column.
 constexpr int RowRole = Qt::UserRole;
 
-/// Makes the in-place editor of a value: a list for named values and flags, else a line of text.
+/// Makes the in-place editor of a value: a list for named values and flags, a spin box for whole
+/// numbers, else a line of text.
 class ValueDelegate : public QStyledItemDelegate {
 public:
     explicit ValueDelegate(PropertyEditor* panel) : QStyledItemDelegate(panel), m_panel(panel) {}
@@ -31,6 +35,11 @@ public:
             return nullptr;
         }
         const QStringList choices = choicesOf(*row);
+        if (choices.isEmpty() && row->value(m_panel->object()).type() == QVariant::Int) {
+            auto* number = new QSpinBox(parent);
+            number->setRange(0, LargestNumber);
+            return number;
+        }
         if (choices.isEmpty()) {
             return new QLineEdit(parent);
         }
@@ -48,6 +57,9 @@ public:
         const PropertyRow* row = m_panel->rowAt(index);
         if (auto* box = qobject_cast<QComboBox*>(editor)) {
             box->setCurrentText(index.data(Qt::DisplayRole).toString());
+        } else if (auto* number = qobject_cast<QSpinBox*>(editor);
+                   number && row && m_panel->object()) {
+            number->setValue(row->value(m_panel->object()).toInt());
         } else if (auto* line = qobject_cast<QLineEdit*>(editor);
                    line && row && m_panel->object()) {
             // The value itself, which the line shows with its unit.
@@ -65,6 +77,8 @@ public:
         const PropertyRow edited = *row;
         if (auto* box = qobject_cast<QComboBox*>(editor)) {
             m_panel->commit(edited, box->currentIndex());
+        } else if (auto* number = qobject_cast<QSpinBox*>(editor)) {
+            m_panel->commit(edited, number->value());
         } else if (auto* line = qobject_cast<QLineEdit*>(editor)) {
             m_panel->commit(edited, line->text());
         }

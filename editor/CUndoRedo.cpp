@@ -3,6 +3,8 @@
 #include <QMap>
 #include <QVector>
 
+#include <algorithm>
+
 class CUndoRedoStackData {
 public:
     // The last command of each is its top.
@@ -137,6 +139,16 @@ QString CUndoRedoStack::undoText() const {
 
 QString CUndoRedoStack::redoText() const {
     return d->redoStack.isEmpty() || !d->redoStack.last() ? QString() : d->redoStack.last()->text();
+}
+
+bool CUndoRedoStack::watchesOwnCommandsOnly() const {
+    const auto isOwn = [this](CUndoRedoCmdBase* cmd) {
+        return d->undoStack.contains(cmd) || d->redoStack.contains(cmd);
+    };
+    return std::all_of(d->objectCommandMap.begin(), d->objectCommandMap.end(),
+                       [&isOwn](const QList<CUndoRedoCmdBase*>& commands) {
+                           return std::all_of(commands.begin(), commands.end(), isOwn);
+                       });
 }
 
 void CUndoRedoStack::notifyObjectPointerChange(QObject* old, QObject* now) {

@@ -50,6 +50,10 @@ public:
     QString undoText() const;
     QString redoText() const;
 
+    /// Whether objects are watched for commands on one of the two stacks only: it always holds, and
+    /// checkers ask.
+    bool watchesOwnCommandsOnly() const;
+
     /// Hands on the pointer of an object that a command has just re-created. Works only for an
     /// `old` that is still watched.
     void notifyObjectPointerChange(QObject* old, QObject* now);

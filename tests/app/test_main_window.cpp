@@ -173,6 +173,8 @@ TEST_F(MainWindowTest, LaysWiresAndOpensHelpFromTheMenu) {
         qobject_cast<QAction*>(workbench.object("CCircuitEditorComponent.manualCtorMode"));
     ASSERT_NE(manual, nullptr);
     EXPECT_EQ(manual->shortcut(), QKeySequence("W"));
+    // A letter of the palette's search elsewhere.
+    EXPECT_EQ(manual->associatedWidgets().contains(window.get()), false);
     manual->trigger();
     EXPECT_TRUE(manual->isChecked());
     QGraphicsView* view = workbench.canvas()->graphicsView();

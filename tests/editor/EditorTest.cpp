@@ -3,6 +3,7 @@
 #include "CCircuitEditorElementItem.h"
 #include "CCircuitEditorElementNodeItem.h"
 #include "CCircuitEditorNodeItem.h"
+#include "CUndoRedo.h"
 
 #include <QGraphicsScene>
 #include <QSet>
@@ -150,6 +151,9 @@ QStringList invariantBreaches(const CCircuitEditor& editor) {
     for (const QGraphicsItem* item : editor.scene()->items()) {
         elementItems += item->type() == CCircuitEditorElementItem::Type;
         wires += item->type() == CCircuitEditorNodeItem::Type;
+    }
+    if (!editor.undoStack()->watchesOwnCommandsOnly()) {
+        breaches << QStringLiteral("the history watches objects for commands that it doesn't hold");
     }
     ICircuit* circuit = editor.circuit();
     if (!circuit) {

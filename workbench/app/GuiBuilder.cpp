@@ -103,7 +103,16 @@ bool GuiBuilder::makeAction(const QString& id, const QVariantMap& description) {
     action->setToolTip(keys.isEmpty() ? tip : QStringLiteral("%1 (%2)").arg(tip, keys));
     action->setStatusTip(tip);
     m_actions.insert(id, action);
-    m_window->addAction(action);
+    const QString place = text(description, "shortcutOn");
+    QWidget* listener = place.isEmpty() ? m_window : widget(place);
+    if (!listener) {
+        return false;
+    }
+    // A plain letter is a command on the canvas only, and text everywhere else.
+    if (listener != m_window) {
+        action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    }
+    listener->addAction(action);
 
     if (isComponents) {
         return true;

@@ -1,6 +1,5 @@
 // The drawing as a picture.
 
-#include "CCircuitEditorData.h"
 #include "CCircuitEditorElementItem.h"
 #include "DialogDriver.h"
 #include "EditorTest.h"

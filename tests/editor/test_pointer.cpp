@@ -1,6 +1,5 @@
 // Gestures: what presses, drags, clicks, the wheel and the hovering pointer do in each mode.
 
-#include "CCircuitEditorData.h"
 #include "CCircuitEditorElementItem.h"
 #include "CCircuitEditorNodeItem.h"
 #include "CManualConnectorLineItem.h"
@@ -12,9 +11,11 @@
 
 #include <QApplication>
 #include <QCursor>
+#include <QGraphicsLineItem>
 #include <QGraphicsScene>
 #include <QHoverEvent>
 #include <QLabel>
+#include <QPainter>
 #include <QScrollBar>
 #include <QTest>
 #include <QWheelEvent>

@@ -1,9 +1,12 @@
 // The window with everything in it: the real plug-in, loaded as a file.
 
 #include "CircuitElement.h"
+#include "Clipboard.h"
 #include "DialogDriver.h"
 #include "ICanvas.h"
 #include "ICircuit.h"
+#include "ICircuitEditorExt.h"
+#include "ICircuitEditorExt2.h"
 #include "ICircuitElementFactory.h"
 #include "MainWindow.h"
 #include "ProjectManager.h"
@@ -14,6 +17,7 @@
 
 #include <QAbstractButton>
 #include <QAction>
+#include <QApplication>
 #include <QDesktopServices>
 #include <QDockWidget>
 #include <QFile>
@@ -126,6 +130,42 @@ TEST_F(MainWindowTest, ShowsWhatTheDescriptionLists) {
         EXPECT_TRUE(dock->isVisible());
         dock->toggleViewAction()->trigger();
         EXPECT_FALSE(dock->isVisible());
+    }
+    auto* clipboard = window->findChild<QDockWidget*>("showClipboard");
+    ASSERT_NE(clipboard, nullptr);
+    EXPECT_FALSE(clipboard->isVisible());
+    clipboard->toggleViewAction()->trigger();
+    EXPECT_TRUE(clipboard->isVisible());
+}
+
+TEST_F(MainWindowTest, TheClipboardServesTheCanvas) {
+    auto* editor = qobject_cast<ICircuitEditorExt2*>(workbench.editorWidget());
+    auto* clipboard = qobject_cast<Clipboard*>(workbench.object("CClipboardComponent.clipboard"));
+    ASSERT_NE(clipboard, nullptr);
+    EXPECT_EQ(editor->clipboard(), static_cast<IClipboard*>(clipboard));
+    EXPECT_NE(editor->clipboardWidget(), nullptr);
+    EXPECT_EQ(clipboard->activeContext(), "CircuitEditor");
+    clipboard->addData({{}, "text", "R1"});
+    open(Divider);
+    EXPECT_EQ(clipboard->dataCount(), 1);
+
+    // Ctrl+C in a text field copies text.
+    for (const char* id : {"cut", "copy", "paste", "pasteFromSystem", "selectAll"}) {
+        EXPECT_FALSE(action(id)->associatedWidgets().contains(window.get())) << id;
+        EXPECT_TRUE(action(id)->associatedWidgets().contains(workbench.editorWidget())) << id;
+        EXPECT_EQ(action(id)->shortcutContext(), Qt::WidgetWithChildrenShortcut) << id;
+    }
+    EXPECT_TRUE(action("paste")->isEnabled());
+    ICircuitElement* element = circuit()->element(0);
+    QGraphicsItem* item =
+        qobject_cast<ICircuitEditorExt*>(workbench.editorWidget())->itemFor(element);
+    for (const bool selected : {false, true, false}) {
+        item->setSelected(selected);
+        QApplication::processEvents();
+        for (const char* id : {"cut", "copy", "delete"}) {
+            // Not every editor can do all of them.
+            EXPECT_EQ(action(id)->isEnabled(), selected && action(id)->isVisible()) << id;
+        }
     }
 }
 

@@ -1,5 +1,6 @@
 #include "Components.h"
 
+#include "ClipboardWidget.h"
 #include "ElementExplorer.h"
 #include "PropertyEditor.h"
 
@@ -54,6 +55,7 @@ void registerBuiltInComponents() {
     registerComponent<CServicesComponent>("CServicesComponent");
     registerComponent<CElementExplorerComponent>("CElementExplorerComponent");
     registerComponent<CPropertyEditorComponent>("CPropertyEditorComponent");
+    registerComponent<CClipboardComponent>("CClipboardComponent");
 }
 
 QObject* CProjectManagerComponent::fetchObject(const QString& name) const {
@@ -136,4 +138,19 @@ QWidget* CPropertyEditorComponent::fetchWidget(const QString& name) const {
 
 QWidget* CPropertyEditorComponent::createWidget(const QString& name) const {
     return lastPiece(name) == QLatin1String("propertyEditor") ? new PropertyEditor : nullptr;
+}
+
+QObject* CClipboardComponent::fetchObject(const QString& name) const {
+    return lastPiece(name) == QLatin1String("clipboard") ? &m_clipboard : nullptr;
+}
+
+QWidget* CClipboardComponent::fetchWidget(const QString& name) const {
+    if (lastPiece(name) != QLatin1String("clipboardWidget")) {
+        return nullptr;
+    }
+    if (!m_panel) {
+        m_panel = new ClipboardWidget;
+        m_panel->setClipboard(&m_clipboard);
+    }
+    return m_panel;
 }

@@ -2,6 +2,7 @@
 
 #include "Circuit.h"
 #include "CircuitSolver.h"
+#include "Clipboard.h"
 #include "ElementFactory.h"
 #include "ElementLibrary.h"
 #include "MathUtils.h"
@@ -14,6 +15,7 @@
 #include <QPointer>
 #include <QWidget>
 
+class ClipboardWidget;
 class ElementExplorer;
 class PropertyEditor;
 
@@ -89,4 +91,18 @@ public:
 private:
     /// Owned by whoever fetched it, as all widgets of components.
     mutable QPointer<PropertyEditor> m_editor;
+};
+
+/// Serves "clipboard" and its panel, the widget "clipboardWidget".
+class CClipboardComponent : public Plexa::AbstractComponent {
+    Q_OBJECT
+
+public:
+    QObject* fetchObject(const QString& name) const override;
+    QWidget* fetchWidget(const QString& name) const override;
+
+private:
+    mutable Clipboard m_clipboard;
+    /// Owned by whoever fetched it, as all widgets of components.
+    mutable QPointer<ClipboardWidget> m_panel;
 };

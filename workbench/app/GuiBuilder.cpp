@@ -1,6 +1,8 @@
 #include "GuiBuilder.h"
 
 #include "ActionText.h"
+#include "CanvasSelection.h"
+#include "ICanvas.h"
 #include "Workbench.h"
 
 #include <Plexa/MethodCall.h>
@@ -103,17 +105,13 @@ bool GuiBuilder::makeAction(const QString& id, const QVariantMap& description) {
     action->setToolTip(keys.isEmpty() ? tip : QStringLiteral("%1 (%2)").arg(tip, keys));
     action->setStatusTip(tip);
     m_actions.insert(id, action);
-    const QString place = text(description, "shortcutOn");
-    QWidget* listener = place.isEmpty() ? m_window : widget(place);
-    if (!listener) {
+    if (!listenForShortcut(action, description)) {
         return false;
     }
-    // A plain letter is a command on the canvas only, and text everywhere else.
-    if (listener != m_window) {
-        action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    const QString kind = text(description, "enabledWhile");
+    if (!kind.isEmpty() && !followSelection(action, kind)) {
+        return false;
     }
-    listener->addAction(action);
-
     if (isComponents) {
         return true;
     }
@@ -125,6 +123,42 @@ bool GuiBuilder::makeAction(const QString& id, const QVariantMap& description) {
         return fail(QStringLiteral("nothing performs the action \"%1\"").arg(id));
     }
     QObject::connect(action, &QAction::triggered, m_window, handler);
+    return true;
+}
+
+bool GuiBuilder::listenForShortcut(QAction* action, const QVariantMap& description) {
+    const QStringList places = description.value(QStringLiteral("shortcutOn")).toStringList();
+    if (places.isEmpty()) {
+        m_window->addAction(action);
+        return true;
+    }
+    // What is a command on the canvas is text, or a command on text, everywhere else.
+    action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    for (const QString& place : places) {
+        QWidget* listener = widget(place);
+        if (!listener) {
+            return false;
+        }
+        listener->addAction(action);
+    }
+    return true;
+}
+
+bool GuiBuilder::followSelection(QAction* action, const QString& kind) {
+    if (!m_selection) {
+        m_selection = new CanvasSelection(m_workbench.canvas()->graphicsScene(),
+                                          m_workbench.editorWidget(), m_window);
+    }
+    action->setEnabled(false);
+    if (kind == QLatin1String("selected")) {
+        QObject::connect(m_selection, &CanvasSelection::selectedChanged, action,
+                         &QAction::setEnabled);
+    } else if (kind == QLatin1String("copyable")) {
+        QObject::connect(m_selection, &CanvasSelection::copyableChanged, action,
+                         &QAction::setEnabled);
+    } else {
+        return fail(QStringLiteral("there is no selection \"%1\"").arg(kind));
+    }
     return true;
 }
 
@@ -154,6 +188,10 @@ bool GuiBuilder::connectCall(QAction* action, const QVariantMap& description) {
     const QString method = call.section(QLatin1Char('.'), 2);
     if (!object ||
         object->metaObject()->indexOfMethod((method + QStringLiteral("()")).toLatin1()) < 0) {
+        if (object && description.value(QStringLiteral("optional")).toBool()) {
+            action->setVisible(false);
+            return true;
+        }
         return fail(QStringLiteral("there is no \"%1\"").arg(call));
     }
     QObject::connect(action, &QAction::triggered, object,
@@ -195,6 +233,7 @@ bool GuiBuilder::makeDock(const QVariantMap& description) {
     m_window->addDockWidget(onTheLeft ? Qt::LeftDockWidgetArea : Qt::RightDockWidgetArea, dock);
     m_window->resizeDocks({dock}, {description.value(QStringLiteral("width")).toInt()},
                           Qt::Horizontal);
+    dock->setVisible(!description.value(QStringLiteral("closed")).toBool());
     m_actions.insert(dock->objectName(), dock->toggleViewAction());
     return true;
 }

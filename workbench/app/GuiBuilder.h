@@ -6,6 +6,7 @@
 
 #include <functional>
 
+class CanvasSelection;
 class QAction;
 class QMainWindow;
 class QMenu;
@@ -25,9 +26,13 @@ public:
 
 private:
     bool makeAction(const QString& id, const QVariantMap& description);
+    /// Where the action's shortcut is heard: on the widgets named, else in the whole window.
+    bool listenForShortcut(QAction* action, const QVariantMap& description);
     bool connectCall(QAction* action, const QVariantMap& description);
     /// Greys the action by a signal of the object, and lets the object add to its text.
     bool followState(QAction* action, QObject* object, const QVariantMap& description);
+    /// Greys the action while the canvas has no selection of the kind that the action works on.
+    bool followSelection(QAction* action, const QString& kind);
     /// An action that a component offers, which switches something of that component.
     QAction* componentAction(const QVariantMap& description);
     bool makeDock(const QVariantMap& description);
@@ -41,6 +46,7 @@ private:
     QMainWindow* m_window;
     const Workbench& m_workbench;
     Handlers m_handlers;
+    CanvasSelection* m_selection = nullptr;
     QHash<QString, QAction*> m_actions;
     QString m_mistake;
 };

@@ -8,6 +8,7 @@
 
 #include <QCloseEvent>
 #include <QCoreApplication>
+#include <QCursor>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -40,6 +41,7 @@ bool MainWindow::build(QString* error) {
         {QStringLiteral("save"), [this] { save(); }},
         {QStringLiteral("saveAs"), [this] { saveAs(); }},
         {QStringLiteral("quit"), [this] { close(); }},
+        {QStringLiteral("paste"), [this] { paste(); }},
         {QStringLiteral("elementHelp"), [this] { helpElement(); }}};
     if (!GuiBuilder(this, *m_workbench, handlers).build(error)) {
         return false;
@@ -153,6 +155,17 @@ void MainWindow::helpElement() {
     }
     QKeyEvent key(QEvent::KeyPress, Qt::Key_F1, Qt::NoModifier);
     QCoreApplication::sendEvent(view, &key);
+}
+
+void MainWindow::paste() {
+    // From the toolbar, or over a panel, the pointer would put it where nobody sees it.
+    ICanvas* canvas = m_workbench->canvas();
+    const QWidget* page = canvas->graphicsView()->viewport();
+    if (page->rect().contains(page->mapFromGlobal(QCursor::pos()))) {
+        canvas->paste();
+    } else {
+        canvas->paste(canvas->graphicsView()->mapToScene(page->rect().center()));
+    }
 }
 
 QString MainWindow::startFolder() const {

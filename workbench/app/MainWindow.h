@@ -43,6 +43,8 @@ private:
     /// After what is open has changed as a whole.
     void showDocument();
     void helpElement();
+    /// At the pointer, or in the middle of the view if the pointer is elsewhere.
+    void paste();
     QString startFolder() const;
 
     Workbench* m_workbench;

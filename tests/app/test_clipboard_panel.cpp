@@ -1,0 +1,194 @@
+// The clipboard's panel, used by keyboard and mouse, and what greys the actions that need a
+// selection.
+
+#include "CanvasSelection.h"
+#include "Clipboard.h"
+#include "ClipboardWidget.h"
+#include "ICircuitEditorExt.h"
+
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QGraphicsRectItem>
+#include <QGraphicsScene>
+#include <QListWidget>
+#include <QTest>
+
+#include <memory>
+
+class ClipboardPanel : public testing::Test {
+protected:
+    ClipboardPanel() {
+        clipboard.addContext("Drawing");
+        panel.setClipboard(&clipboard);
+        QObject::connect(
+            &panel, &ClipboardWidget::dataClicked,
+            [this](const QString& context, const ClipboardData& data, int index) {
+                log << QString("%1 %2 %3").arg(context, data.data.toString()).arg(index);
+            });
+        panel.show();
+        panel.activateWindow();
+    }
+    void copy(const QString& text, const QString& description) {
+        QPixmap picture(8, 8);
+        picture.fill(Qt::red);
+        clipboard.addData({picture, text, description});
+    }
+    QListWidget* list() { return panel.findChild<QListWidget*>(); }
+    void click(int row) {
+        QTest::mouseClick(list()->viewport(), Qt::LeftButton, {},
+                          list()->visualItemRect(list()->item(row)).center());
+    }
+    /// The rows, the highlighted ones marked.
+    QStringList rows() {
+        QStringList result;
+        for (int i = 0; i < list()->count(); ++i) {
+            const QModelIndex index = list()->model()->index(i, 0);
+            result << (list()->selectionModel()->isSelected(index) ? "*" : "") +
+                          list()->item(i)->text();
+        }
+        return result;
+    }
+
+    Clipboard clipboard;
+    ClipboardWidget panel;
+    QStringList log;
+};
+
+TEST_F(ClipboardPanel, AClickHoldsUntilTheNextCopy) {
+    copy("<r1/>", "Resistor");
+    copy("<g/>", "Group of <b>3</b>\nelements");
+    copy("<t/>", "");
+    EXPECT_EQ(rows(), QStringList({"(no description)", "Group of <b>3</b> elements", "Resistor"}));
+    EXPECT_TRUE(list()->item(1)->toolTip().contains("&lt;b&gt;3"));
+    EXPECT_FALSE(list()->item(2)->icon().isNull());
+
+    click(2);
+    EXPECT_EQ(rows().last(), "*Resistor");
+    click(1);
+    EXPECT_EQ(rows().filter("*"), QStringList("*Group of <b>3</b> elements"));
+    // Keys move without choosing; Return chooses.
+    QTest::keyClick(list(), Qt::Key_Up);
+    EXPECT_EQ(panel.chosenIndex(), 1);
+    QTest::keyClick(list(), Qt::Key_Return);
+    EXPECT_EQ(panel.chosenIndex(), 0);
+    EXPECT_EQ(log, QStringList({"Drawing <r1/> 2", "Drawing <g/> 1", "Drawing <t/> 0"}));
+
+    log.clear();
+    copy("<r2/>", "Capacitor");
+    EXPECT_EQ(rows().filter("*"), QStringList());
+    EXPECT_EQ(log, QStringList("Drawing  -1"));
+    copy("<r3/>", "Diode");
+    EXPECT_EQ(log.size(), 1);  // there was no choice left to drop
+}
+
+TEST_F(ClipboardPanel, FollowsTheServiceAndClearsIt) {
+    QAction* clear = list()->actions().value(0);
+    ASSERT_NE(clear, nullptr);
+    EXPECT_FALSE(clear->isEnabled());
+    QTest::keyClick(list(), Qt::Key_Return);
+    copy("<r1/>", "Resistor");
+    click(0);
+    clipboard.setActiveContext("Text");
+    EXPECT_EQ(rows(), QStringList());
+    EXPECT_EQ(panel.chosenIndex(), -1);
+    copy("abc", "Three letters");
+    clipboard.setActiveContext("Drawing");
+    EXPECT_EQ(rows(), QStringList("*Resistor"));
+    clear->trigger();
+    EXPECT_EQ(rows(), QStringList());
+    EXPECT_EQ(log, QStringList({"Drawing <r1/> 0", "Drawing  -1"}));
+    clipboard.setActiveContext("Text");
+    EXPECT_EQ(rows(), QStringList("Three letters"));
+
+    auto other = std::make_unique<Clipboard>();
+    panel.setClipboard(other.get());
+    EXPECT_EQ(rows(), QStringList());
+    other->addContext("Sound");
+    other->addData({{}, 1, "Beep"});
+    EXPECT_EQ(rows(), QStringList("Beep"));
+    other.reset();
+    EXPECT_EQ(rows(), QStringList());
+    clear->trigger();
+}
+
+/// Of a canvas, what concerns its selection.
+class SelectionStub : public QObject, public ICircuitEditorExt {
+    Q_OBJECT
+    Q_INTERFACES(ICircuitEditorExt)
+
+public:
+    QGraphicsScene scene;
+
+    Q_INVOKABLE bool hasSelection() const { return hasGroup; }
+    void setGroup(bool on) {
+        hasGroup = on;
+        emit selectionStateChanged();
+    }
+    QGraphicsItem* add(int kind) {
+        QGraphicsItem* item = scene.addRect(0, 0, 10, 10);
+        item->setFlag(QGraphicsItem::ItemIsSelectable);
+        item->setData(0, kind);
+        return item;
+    }
+
+    QObject* containerObject() override { return this; }
+    int typeOfItem(QGraphicsItem* item) const override { return item->data(0).toInt(); }
+
+    ICircuitElement* elementFromItem(QGraphicsItem*) const override { return nullptr; }
+    ICircuitElementNode* elementNodeFromItem(QGraphicsItem*) const override { return nullptr; }
+    ICircuitNode* circuitNodeFromItem(QGraphicsItem*) const override { return nullptr; }
+    QGraphicsItem* itemFor(ICircuitElement*) override { return nullptr; }
+    QGraphicsItem* itemFor(ICircuitElementNode*) override { return nullptr; }
+    QGraphicsItem* itemFor(ICircuitNode*) override { return nullptr; }
+
+signals:
+    void selectionStateChanged();
+
+private:
+    bool hasGroup = false;
+};
+
+TEST(CanvasSelection, TellsWhatCanBeCopiedAndDeleted) {
+    auto canvas = std::make_unique<SelectionStub>();
+    QStringList log;
+    CanvasSelection selection(&canvas->scene, canvas.get(), nullptr);
+    QObject::connect(&selection, &CanvasSelection::selectedChanged,
+                     [&](bool on) { log << (on ? "selected" : "nothing"); });
+    QObject::connect(&selection, &CanvasSelection::copyableChanged,
+                     [&](bool on) { log << (on ? "copyable" : "not copyable"); });
+    const auto told = [&] {
+        QApplication::processEvents();
+        const QString result = log.join(", ");
+        log.clear();
+        return result;
+    };
+    EXPECT_EQ(told(), "nothing, not copyable");
+    const struct {
+        int kind;
+        const char* told;
+    } kinds[] = {{0, "selected, copyable"},       // an annotation
+                 {1, "selected, copyable"},       // an element
+                 {2, "selected, not copyable"},   // a terminal
+                 {3, "selected, not copyable"}};  // a wire
+    for (const auto& row : kinds) {
+        QGraphicsItem* item = canvas->add(row.kind);
+        item->setSelected(true);
+        EXPECT_EQ(told(), row.told) << row.kind;
+        delete item;
+        EXPECT_EQ(told(), "nothing, not copyable");
+    }
+    // A group is no item's selection; a swarm of changes is told of once.
+    canvas->add(3)->setSelected(true);
+    canvas->setGroup(true);
+    EXPECT_EQ(told(), "selected, copyable");
+    canvas->setGroup(false);
+    EXPECT_EQ(told(), "selected, not copyable");
+    // The canvas may go with a change still untold.
+    canvas->setGroup(true);
+    canvas.reset();
+    EXPECT_EQ(told(), "");
+}
+
+#include "test_clipboard_panel.moc"

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+
+class QGraphicsScene;
+
+/// Whether there is anything on a canvas to delete or to copy, for the actions that need it. Looks
+/// only at what is selected, never at a clipboard: what another program has put there may be huge.
+/// Looks once after a swarm of changes, from the event loop, where no change is half done.
+class CanvasSelection : public QObject {
+    Q_OBJECT
+
+public:
+    /// `canvas`, which shows the scene, may have `bool hasSelection()` and the signal
+    /// `selectionStateChanged()` for what is selected otherwise than as an item, such as a group.
+    CanvasSelection(QGraphicsScene* scene, QObject* canvas, QObject* parent);
+
+signals:
+    /// Anything is selected.
+    void selectedChanged(bool selected);
+    /// More than wires and terminals, which can't be copied, is selected.
+    void copyableChanged(bool copyable);
+
+private slots:
+    void scheduleRefresh();
+    void refresh();
+
+private:
+    QPointer<QGraphicsScene> m_scene;
+    QPointer<QObject> m_canvas;
+    bool m_scheduled = false;
+};

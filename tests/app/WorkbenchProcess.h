@@ -39,6 +39,10 @@ protected:
     /// Everything in the folder, hidden files too.
     QStringList files() const;
 
+    /// What the program keeps for its user: in a folder of the test's own, too.
+    QString homePath(const QString& name) const { return m_home.filePath(name); }
+
+    /// The status is that of a shell: 128 and the signal if one ended the program.
     Outcome run(const QStringList& arguments) const;
     /// The same where no file may grow beyond so many bytes, as on a disk that is full.
     Outcome runOnFullDisk(const QStringList& arguments, int bytes) const;
@@ -49,4 +53,5 @@ private:
     Outcome start(const QString& program, const QStringList& arguments) const;
 
     QTemporaryDir m_folder;
+    QTemporaryDir m_home;
 };

@@ -55,8 +55,8 @@ TEST_F(CommandLineTest, BadUseTellsTheUsage) {
         {{"describe", Divider, "x"}, "too many file names: x"},
         {{"describe", Divider, "-o", "x.svg"}, "-o belongs to export"},
         {{"convert", Divider}, "convert needs a file name"},
-        {{"convert", Divider, "x.vprj"}, "x.vprj: convert writes circuit files"},
-        {{"convert", Divider, "x.svg"}, "x.svg: convert writes circuit files"},
+        {{"convert", Divider, "x.svg"},
+         "x.svg: convert writes files whose names end in .vprj or .ckt"},
         {{"--colour"}, "unknown option --colour"},
         {{"--plugin"}, "--plugin needs a file name"},
         {{Divider, Divider}, "too many file names"},
@@ -120,6 +120,39 @@ TEST_F(CommandLineTest, RefusesWhatIsNoCircuitFile) {
                 << qPrintable(outcome.errorLines.first());
             EXPECT_EQ(outcome.output, "");
         }
+    }
+    EXPECT_EQ(files(), before);
+}
+
+TEST_F(CommandLineTest, RefusesWhatIsNoProjectFile) {
+    const QList<QPair<QString, QString>> cases = {
+        {write("nested.vprj",
+               QByteArray("<a>").repeated(100000) + QByteArray("</a>").repeated(100000)),
+         "is nested too deeply"},
+        {write("empty.vprj", ""), "is empty"},
+        {write("garbage.vprj", QByteArray::fromHex("89504e470d0a1a0a")), "is not UTF-8 text"},
+        {write("nul.vprj", QByteArray("<VortelProject Format='1'/>\0", 28)), "is not UTF-8 text"},
+        {write("circuit.vprj", contentOf(Divider)), "is not a project file: its root element is"},
+        {write("half.vprj", "<VortelProject Format=\"1\"><ProjectPart"), "is not well-formed XML"},
+        {write("entities.vprj",
+               "<!DOCTYPE a SYSTEM '>' [<!ENTITY x 'y'>]><VortelProject Format='1'/>"),
+         "declares entities"},
+        {write("hidden.vprj",
+               "<!DOCTYPE a [<!ATTLIST b c CDATA '<!--'> <!ENTITY x 'y'>]><a/> <!-- -->"),
+         "declares entities"},
+        {write("newer.vprj", "<VortelProject Format='2'/>"),
+         "was written by a newer version of the program: it is of format 2, and this version "
+         "reads up to 1"},
+        {write("unknown.vprj", "<VortelProject/>"), "does not tell the number of its format"}};
+    const QStringList before = files();
+    for (const auto& [file, reason] : cases) {
+        SCOPED_TRACE(qPrintable(file));
+        const Outcome outcome = run({"convert", file, path("out.vprj")});
+        EXPECT_EQ(outcome.status, 1);
+        ASSERT_EQ(outcome.errorLines.size(), 1) << testing::PrintToString(outcome.errorLines);
+        EXPECT_TRUE(outcome.errorLines.first().startsWith(file + ": "));
+        EXPECT_TRUE(outcome.errorLines.first().contains(reason))
+            << qPrintable(outcome.errorLines.first());
     }
     EXPECT_EQ(files(), before);
 }
@@ -208,6 +241,37 @@ TEST_F(CommandLineTest, ConvertedFileHoldsTheSameDrawing) {
     EXPECT_EQ(files(), QStringList("a.ckt"));
 }
 
+TEST_F(CommandLineTest, ProjectHoldsTheSameDrawing) {
+    const QByteArray drawing = run({"describe", Divider}).output;
+    EXPECT_EQ(run({"convert", Divider, path("a.vprj")}).status, 0);
+    const QByteArray bytes = contentOf(path("a.vprj"));
+    EXPECT_TRUE(bytes.startsWith("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<VortelProject "));
+    EXPECT_EQ(run({"describe", path("a.vprj")}).output, drawing);
+    EXPECT_EQ(run({"convert", path("a.vprj"), path("a.vprj")}).status, 0);
+    EXPECT_EQ(contentOf(path("a.vprj")), bytes);
+    const Outcome back = run({"convert", path("a.vprj"), path("a.CKT")});
+    EXPECT_EQ(back.errorLines, QStringList());
+    EXPECT_EQ(run({"describe", path("a.CKT")}).output, drawing);
+    EXPECT_EQ(run({"export", path("a.vprj"), "-o", path("a.svg")}).status, 0);
+
+    // What a circuit file can't hold is told; what no program of today knows is kept.
+    const QString rich =
+        write("rich.vprj",
+              "<VortelProject Format='1'><ProjectPart ID='VortelCircuit' Title='T'>"
+              "<CircuitElement ElementType='Resistor.Basic' ID='7' X='0' Y='0'>"
+              "<Property Name='Name' Value='R\xce\xa9'/></CircuitElement>"
+              "<GlobalVar Name='a' Value='1' IsReal='1'/><GlobalVar Name='b' Value='2' IsReal='1'/>"
+              "</ProjectPart><ProjectPart ID='Future'><New/></ProjectPart></VortelProject>");
+    EXPECT_EQ(run({"convert", rich, path("poor.ckt")}).errorLines,
+              QStringList(path("poor.ckt") +
+                          ": a circuit file cannot hold the title, 2 parameters, 1 foreign part "
+                          "and letters that Latin-1 lacks"));
+    EXPECT_EQ(run({"convert", rich, path("again.vprj")}).errorLines, QStringList());
+    EXPECT_TRUE(contentOf(path("again.vprj")).contains("<New/>"));
+    EXPECT_TRUE(contentOf(path("again.vprj")).contains("ID=\"0\""));
+    EXPECT_TRUE(contentOf(path("again.vprj")).contains("R\xce\xa9"));
+}
+
 TEST_F(CommandLineTest, TargetThatCannotBeWritten) {
     ASSERT_TRUE(QDir().mkdir(path("folder.svg")));
     ASSERT_TRUE(QDir().mkdir(path("folder.ckt")));
@@ -241,13 +305,13 @@ TEST_F(CommandLineTest, TargetThatCannotBeWritten) {
 
 TEST_F(CommandLineTest, FullDiskLeavesTheOldFile) {
     QStringList expected;
-    for (const QString& suffix : Suffixes + QStringList("ckt")) {
+    for (const QString& suffix : Suffixes + QStringList({"ckt", "vprj"})) {
         SCOPED_TRACE(qPrintable(suffix));
         const QString target = write("x." + suffix, "old");
         expected.append("x." + suffix);
         const Outcome outcome =
-            runOnFullDisk(suffix == "ckt" ? QStringList{"convert", Divider, target}
-                                          : QStringList{"export", Divider, "-o", target},
+            runOnFullDisk(Suffixes.contains(suffix) ? QStringList{"export", Divider, "-o", target}
+                                                    : QStringList{"convert", Divider, target},
                           1024);
         EXPECT_EQ(outcome.status, 1);
         ASSERT_FALSE(outcome.errorLines.isEmpty());

@@ -25,6 +25,7 @@
 #include <QGraphicsItem>
 #include <QGraphicsView>
 #include <QLabel>
+#include <QMenu>
 #include <QMenuBar>
 #include <QSignalSpy>
 #include <QStatusBar>
@@ -88,6 +89,18 @@ protected:
         auto* factory = qobject_cast<ICircuitElementFactory*>(
             workbench.object("CServicesComponent.elementFactory"));
         circuit()->addElement(factory->createElement("Resistor.Basic"));
+    }
+    /// The next message box: the button with this text.
+    static void answer(DialogDriver& dialogs, const char* button) {
+        dialogs.queue([button](QWidget* box) {
+            for (auto* candidate : box->findChildren<QAbstractButton*>()) {
+                if (candidate->text().remove('&') == QLatin1String(button)) {
+                    candidate->click();
+                    return;
+                }
+            }
+            FAIL() << "no button " << button;
+        });
     }
     double scale() { return workbench.canvas()->graphicsView()->transform().m11(); }
 
@@ -271,6 +284,18 @@ TEST_F(MainWindowTest, OpensThroughTheDialog) {
     EXPECT_EQ(window->windowTitle(), "divider.ckt[*] - Vortel Workbench");
     EXPECT_EQ(drawing(), before);
 
+    const QString newer = folder.filePath("newer.vprj");
+    QFile file(newer);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("<VortelProject Format=\"2\"/>");
+    file.close();
+    dialogs.chooseFile(newer);
+    dialogs.accept();
+    trigger("open");
+    EXPECT_TRUE(dialogs.texts.last().startsWith(newer + ": was written by a newer version"));
+    EXPECT_EQ(drawing(), before);
+    EXPECT_EQ(workbench.projectManager()->projectFileName(), Divider);
+
     // What comes in part is shown, and told in the status bar.
     dialogs.chooseFile(Partly);
     trigger("open");
@@ -282,7 +307,7 @@ TEST_F(MainWindowTest, OpensThroughTheDialog) {
 }
 
 TEST_F(MainWindowTest, SavesWhereItShould) {
-    const QString file = folder.filePath("mine.ckt");
+    const QString file = folder.filePath("mine.vprj");
     DialogDriver dialogs;
     addResistor();
     EXPECT_TRUE(window->isWindowModified());
@@ -292,7 +317,7 @@ TEST_F(MainWindowTest, SavesWhereItShould) {
     dialogs.chooseFile(folder.filePath("mine"));
     trigger("saveAs");
     EXPECT_FALSE(window->isWindowModified());
-    EXPECT_EQ(window->windowTitle(), "mine.ckt[*] - Vortel Workbench");
+    EXPECT_EQ(window->windowTitle(), "mine.vprj[*] - Vortel Workbench");
     EXPECT_TRUE(QFile::exists(file));
 
     // From now on it knows its file.
@@ -315,19 +340,98 @@ TEST_F(MainWindowTest, SavesWhereItShould) {
     EXPECT_TRUE(window->isWindowModified());
 }
 
+TEST_F(MainWindowTest, SavesByTheEnding) {
+    DialogDriver dialogs;
+    addResistor();
+    circuit()->addGlobalVariable("gain", 3, true);
+    dialogs.chooseFile(folder.filePath("x.txt"));
+    dialogs.accept();
+    trigger("saveAs");
+    EXPECT_EQ(dialogs.texts.last(),
+              "cannot write " + folder.filePath("x.txt") + ": its name must end in .vprj or .ckt");
+
+    // What a circuit file can't hold is said before it is written.
+    const QString circuitFile = folder.filePath("x.ckt");
+    const QString loss = circuitFile + ": a circuit file cannot hold 1 parameter. Save the rest?";
+    dialogs.chooseFile(circuitFile);
+    answer(dialogs, "Cancel");
+    trigger("saveAs");
+    EXPECT_EQ(dialogs.texts.last(), loss);
+    EXPECT_TRUE(window->isWindowModified());
+    EXPECT_FALSE(QFile::exists(circuitFile));
+    dialogs.chooseFile(circuitFile);
+    answer(dialogs, "Save");
+    trigger("saveAs");
+    EXPECT_FALSE(window->isWindowModified());
+    EXPECT_TRUE(QFile::exists(circuitFile));
+
+    const QString project = folder.filePath("x.vprj");
+    dialogs.chooseFile(project);
+    trigger("saveAs");
+    trigger("new");
+    EXPECT_EQ(circuit()->globalVariableCount(), 0);
+    open(project);
+    EXPECT_EQ(circuit()->globalVariableCount(), 1);
+    EXPECT_FALSE(window->isWindowModified());
+    QFile file(project);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray bytes = file.readAll();
+    file.close();
+    trigger("save");
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.readAll(), bytes);
+}
+
+TEST_F(MainWindowTest, SavingDoesNotMakeLossesFinalUnasked) {
+    const QString file = folder.filePath("partly.ckt");
+    ASSERT_TRUE(QFile::copy(Partly, file));
+    QString message;
+    EXPECT_TRUE(window->openFile(file, &message));
+    DialogDriver dialogs;
+    answer(dialogs, "Cancel");
+    trigger("save");
+    EXPECT_TRUE(dialogs.texts.last().contains("could not be restored. Save the rest?"));
+    answer(dialogs, "Save");
+    trigger("save");
+    trigger("save");  // there is nothing left to lose
+}
+
+TEST_F(MainWindowTest, OpensRecentFiles) {
+    auto* menu = window->findChild<QMenu*>("openRecent");
+    ASSERT_NE(menu, nullptr);
+    QStringList files;
+    for (int i = 0; i < 12; ++i) {
+        files.prepend(folder.filePath(QString("%1 & co.ckt").arg(i)));
+        ASSERT_TRUE(QFile::copy(Divider, files.first()));
+        open(files.first());
+    }
+    open(files.at(3));
+    files.move(3, 0);
+    ASSERT_TRUE(QFile::remove(files.at(1)));
+    emit menu->aboutToShow();
+    QStringList entries;
+    for (QAction* entry : menu->actions()) {
+        entries.append(entry->text().mid(3).replace("&&", "&"));
+    }
+    files.removeAt(1);
+    EXPECT_EQ(entries, files.mid(0, 9));  // ten are kept, and one is gone
+
+    DialogDriver dialogs;
+    addResistor();
+    answer(dialogs, "Discard");
+    menu->actions().at(1)->trigger();
+    EXPECT_EQ(workbench.projectManager()->projectFileName(), files.at(1));
+    // One that goes while the menu is open.
+    ASSERT_TRUE(QFile::remove(files.at(2)));
+    dialogs.accept();
+    menu->actions().at(2)->trigger();
+    EXPECT_EQ(dialogs.texts.last(), files.at(2) + ": does not exist");
+    EXPECT_EQ(circuit()->elementCount(), 4);
+}
+
 TEST_F(MainWindowTest, AsksBeforeWorkIsLost) {
     DialogDriver dialogs;
-    const auto answer = [&dialogs](const char* button) {
-        dialogs.queue([button](QWidget* box) {
-            for (auto* candidate : box->findChildren<QAbstractButton*>()) {
-                if (candidate->text().remove('&') == QLatin1String(button)) {
-                    candidate->click();
-                    return;
-                }
-            }
-            FAIL() << "no button " << button;
-        });
-    };
+    const auto answer = [&dialogs](const char* button) { MainWindowTest::answer(dialogs, button); };
     trigger("new");
     EXPECT_EQ(dialogs.titles, QStringList());  // nothing to lose
 

@@ -3,9 +3,16 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QFile>
+#include <QTemporaryDir>
 
 int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);
+    // What the application remembers for its user isn't the tests' to read or change.
+    const QTemporaryDir home;
+    for (const char* folder : {"XDG_CONFIG_HOME", "XDG_DATA_HOME"}) {
+        qputenv(folder, QFile::encodeName(home.filePath(QLatin1String(folder))));
+    }
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("vortel-workbench-tests"));
     QApplication::setQuitOnLastWindowClosed(false);

@@ -29,8 +29,16 @@ bool run(const CommandLine& line, Workbench& workbench, QString* error) {
                 }
             }
             return true;
-        case CommandLine::Command::Convert:
-            return workbench.save(line.convertedFile, error);
+        case CommandLine::Command::Convert: {
+            const QString losses = workbench.lossesOnSaving(line.convertedFile);
+            if (!workbench.save(line.convertedFile, error)) {
+                return false;
+            }
+            if (!losses.isEmpty()) {
+                printError(losses);
+            }
+            return true;
+        }
         case CommandLine::Command::Describe: {
             const QByteArray text = workbench.describe(error);
             return !text.isEmpty() && print(text, error);

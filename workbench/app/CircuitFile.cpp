@@ -4,130 +4,18 @@
 #include "ICircuitElement.h"
 #include "ICircuitElementNode.h"
 #include "ICircuitNode.h"
+#include "ProjectFile.h"
+#include "XmlFile.h"
 
-#include <QDomDocument>
-#include <QFile>
-#include <QFileInfo>
 #include <QHash>
 #include <QStringList>
+#include <QTextStream>
 
 #include <algorithm>
 
 namespace {
 
-constexpr char RootTag[] = "VortelCircuit";
-
-/// The records of a circuit file lie four levels deep. The XML reader recurses and would run out of
-/// stack on a file that is nested without end.
-constexpr int DeepestNesting = 1000;
-
-/// Position after the tag that opens at `start`; a `>` within quotes doesn't end it.
-int endOfTag(const QString& text, int start) {
-    QChar quote;
-    for (int i = start; i < text.size(); ++i) {
-        const QChar c = text.at(i);
-        if (!quote.isNull()) {
-            if (c == quote) {
-                quote = QChar();
-            }
-        } else if (c == QLatin1Char('"') || c == QLatin1Char('\'')) {
-            quote = c;
-        } else if (c == QLatin1Char('>')) {
-            return i + 1;
-        }
-    }
-    return text.size();
-}
-
-int skipPast(const QString& text, const char* end, int from) {
-    const int found = text.indexOf(QLatin1String(end), from);
-    return found < 0 ? text.size() : found + static_cast<int>(qstrlen(end));
-}
-
-bool isNestedTooDeeply(const QString& text) {
-    int depth = 0;
-    int i = 0;
-    while ((i = text.indexOf(QLatin1Char('<'), i)) >= 0) {
-        const QStringView rest = QStringView(text).mid(i, 9);
-        if (rest.startsWith(QLatin1String("<!--"))) {
-            i = skipPast(text, "-->", i + 4);
-        } else if (rest.startsWith(QLatin1String("<![CDATA["))) {
-            i = skipPast(text, "]]>", i + 9);
-        } else if (rest.startsWith(QLatin1String("<?"))) {
-            i = skipPast(text, "?>", i + 2);
-        } else if (rest.startsWith(QLatin1String("<!"))) {
-            i += 2;
-        } else if (rest.startsWith(QLatin1String("</"))) {
-            --depth;
-            i += 2;
-        } else {
-            const int end = endOfTag(text, i + 1);
-            const bool closesItself = end - i > 2 && text.at(end - 2) == QLatin1Char('/');
-            if (!closesItself && ++depth > DeepestNesting) {
-                return true;
-            }
-            i = end;
-        }
-    }
-    return false;
-}
-
-/// The whole text up to the first NUL, as the editor reads it.
-std::optional<QString> readText(const QString& fileName, QString* reason) {
-    const QFileInfo info(fileName);
-    if (!info.exists()) {
-        *reason = QStringLiteral("does not exist");
-        return {};
-    }
-    if (info.isDir()) {
-        *reason = QStringLiteral("is a folder");
-        return {};
-    }
-    if (!info.isFile()) {
-        *reason = QStringLiteral("is not a regular file");
-        return {};
-    }
-    QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly)) {
-        *reason = QStringLiteral("cannot be read: %1").arg(file.errorString());
-        return {};
-    }
-    const QByteArray bytes = file.readAll();
-    if (file.error() != QFileDevice::NoError) {
-        *reason = QStringLiteral("cannot be read: %1").arg(file.errorString());
-        return {};
-    }
-    const int end = bytes.indexOf('\0');
-    return QString::fromLatin1(end < 0 ? bytes : bytes.left(end));
-}
-
-bool parse(const QString& text, QDomDocument* document, QString* reason) {
-    if (text.trimmed().isEmpty()) {
-        *reason = QStringLiteral("is empty");
-        return false;
-    }
-    if (text.contains(QLatin1String("<!ENTITY"))) {
-        *reason = QStringLiteral("declares entities, which a circuit file never does");
-        return false;
-    }
-    if (isNestedTooDeeply(text)) {
-        *reason = QStringLiteral("is nested too deeply");
-        return false;
-    }
-    QString error;
-    int line = 0;
-    if (!document->setContent(text, &error, &line)) {
-        *reason = QStringLiteral("is not well-formed XML: %1 in line %2").arg(error).arg(line);
-        return false;
-    }
-    const QString tag = document->documentElement().tagName();
-    if (tag != QLatin1String(RootTag)) {
-        *reason = QStringLiteral("is not a circuit file: its root element is \"%1\", not \"%2\"")
-                      .arg(tag, QLatin1String(RootTag));
-        return false;
-    }
-    return true;
-}
+constexpr XmlKind CircuitKind = {"circuit file", "VortelCircuit"};
 
 QVector<CircuitRecords::Terminal> terminalsOf(const QDomElement& node) {
     QVector<CircuitRecords::Terminal> terminals;
@@ -139,9 +27,39 @@ QVector<CircuitRecords::Terminal> terminalsOf(const QDomElement& node) {
     return terminals;
 }
 
-QString counted(int count, const char* noun) {
-    return QStringLiteral("%1 %2%3").arg(count).arg(QLatin1String(noun),
-                                                    count == 1 ? QString() : QStringLiteral("s"));
+QString counted(int count, const char* noun, const char* plural = "s") {
+    return QStringLiteral("%1 %2%3").arg(QString::number(count), QLatin1String(noun),
+                                         QLatin1String(count == 1 ? "" : plural));
+}
+
+/// "a, b and c".
+QString joined(QStringList parts) {
+    const QString last = parts.isEmpty() ? QString() : parts.takeLast();
+    return parts.isEmpty() ? last : parts.join(QLatin1String(", ")) + QLatin1String(" and ") + last;
+}
+
+int countOf(const QDomElement& parent, std::initializer_list<const char*> tags) {
+    int count = 0;
+    for (const char* tag : tags) {
+        for (QDomElement e = parent.firstChildElement(QLatin1String(tag)); !e.isNull();
+             e = e.nextSiblingElement(QLatin1String(tag))) {
+            ++count;
+        }
+    }
+    return count;
+}
+
+/// Circuit files are written in Latin-1.
+bool hasLettersBeyondLatin1(const QDomElement& circuit) {
+    QString text;
+    QTextStream out(&text);
+    for (const char* tag : {"CircuitElement", "CircuitNode"}) {
+        for (QDomElement e = circuit.firstChildElement(QLatin1String(tag)); !e.isNull();
+             e = e.nextSiblingElement(QLatin1String(tag))) {
+            e.save(out, 0, QDomNode::EncodingFromTextStream);
+        }
+    }
+    return std::any_of(text.begin(), text.end(), [](QChar c) { return c.unicode() > 0xFF; });
 }
 
 /// The elements of the circuit by the numbers that the file gave them; of several with one number
@@ -186,15 +104,9 @@ int lostNodes(const CircuitRecords& records, ICircuit& circuit) {
 
 }  // namespace
 
-std::optional<CircuitRecords> readCircuitFile(const QString& fileName, QString* reason) {
-    const std::optional<QString> text = readText(fileName, reason);
-    QDomDocument document;
-    if (!text || !parse(*text, &document, reason)) {
-        return {};
-    }
+CircuitRecords circuitRecords(const QDomElement& parent) {
     CircuitRecords records;
-    for (QDomElement e = document.documentElement().firstChildElement(); !e.isNull();
-         e = e.nextSiblingElement()) {
+    for (QDomElement e = parent.firstChildElement(); !e.isNull(); e = e.nextSiblingElement()) {
         if (e.tagName() == QLatin1String("CircuitElement")) {
             ++records.elementCount;
         } else if (e.tagName() == QLatin1String("CircuitNode")) {
@@ -202,6 +114,21 @@ std::optional<CircuitRecords> readCircuitFile(const QString& fileName, QString* 
         }
     }
     return records;
+}
+
+std::optional<CircuitRecords> readCircuitFile(const QString& fileName, QString* reason) {
+    const std::optional<QByteArray> bytes = readRegularFile(fileName, reason);
+    if (!bytes) {
+        return {};
+    }
+    // Up to the first NUL, as the editor reads it.
+    const int end = bytes->indexOf('\0');
+    const std::optional<QDomDocument> document =
+        parseXmlFile(QString::fromLatin1(end < 0 ? *bytes : bytes->left(end)), CircuitKind, reason);
+    if (!document) {
+        return {};
+    }
+    return circuitRecords(document->documentElement());
 }
 
 QString lossesOf(const CircuitRecords& records, ICircuit& circuit) {
@@ -213,7 +140,33 @@ QString lossesOf(const CircuitRecords& records, ICircuit& circuit) {
     if (const int lost = lostNodes(records, circuit)) {
         parts.append(counted(lost, "node"));
     }
-    return parts.isEmpty()
-               ? QString()
-               : parts.join(QStringLiteral(" and ")) + QStringLiteral(" could not be restored");
+    return parts.isEmpty() ? QString() : joined(parts) + QStringLiteral(" could not be restored");
+}
+
+QString beyondCircuitFile(const ProjectFile& project) {
+    QStringList parts;
+    const auto count = [&parts](int number, const char* noun, const char* plural) {
+        if (number > 0) {
+            parts.append(counted(number, noun, plural));
+        }
+    };
+    const QString circuitId = QLatin1String(ProjectFile::CircuitPart);
+    const QDomElement circuit = project.part(circuitId);
+    if (!circuit.attribute(QStringLiteral("Title")).isEmpty()) {
+        parts.append(QStringLiteral("the title"));
+    }
+    count(countOf(circuit, {"TextBox", "EPTextBox", "GlobalParamTextBox"}), "text box", "es");
+    count(countOf(circuit, {"GlobalVar"}), "parameter", "s");
+    int strangers = 0;
+    for (QDomElement e = project.root().firstChildElement(); !e.isNull();
+         e = e.nextSiblingElement()) {
+        const int outputs = countOf(e, {"OutputVar"});
+        count(outputs, "output variable", "s");
+        strangers += e != circuit && outputs == 0 && e.hasChildNodes() ? 1 : 0;
+    }
+    count(strangers, "foreign part", "s");
+    if (hasLettersBeyondLatin1(circuit)) {
+        parts.append(QStringLiteral("letters that Latin-1 lacks"));
+    }
+    return joined(parts);
 }

@@ -6,9 +6,10 @@
 #include <optional>
 
 class ICircuit;
+class ProjectFile;
+class QDomElement;
 
-/// What the records of a circuit file say, as far as it takes to tell afterwards what became of
-/// them.
+/// What the records of a circuit say, as far as it takes to tell afterwards what became of them.
 struct CircuitRecords {
     struct Terminal {
         int elementId = 0;
@@ -20,6 +21,9 @@ struct CircuitRecords {
     QVector<QVector<Terminal>> nodes;
 };
 
+/// The records among the children of the element.
+CircuitRecords circuitRecords(const QDomElement& parent);
+
 /// Reads a circuit file's records. The editor itself skips in silence what it can't use; this finds
 /// out beforehand whether the file is one at all. Nothing if it isn't, with the reason.
 std::optional<CircuitRecords> readCircuitFile(const QString& fileName, QString* reason);
@@ -28,3 +32,6 @@ std::optional<CircuitRecords> readCircuitFile(const QString& fileName, QString* 
 /// not be restored", or nothing if all are there. A node that lacks one of its terminals counts as
 /// not restored.
 QString lossesOf(const CircuitRecords& records, ICircuit& circuit);
+
+/// What of the project a circuit file can't hold: "2 text boxes and 1 parameter", or nothing.
+QString beyondCircuitFile(const ProjectFile& project);

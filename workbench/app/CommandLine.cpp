@@ -71,9 +71,10 @@ bool takePictures(const QStringList& outputs, CommandLine* line, QString* error)
 }
 
 bool takeConvertedFile(const QString& name, CommandLine* line, QString* error) {
-    if (QFileInfo(name).suffix().compare(QLatin1String("ckt"), Qt::CaseInsensitive) != 0) {
+    const QString suffix = QFileInfo(name).suffix().toLower();
+    if (suffix != QLatin1String("ckt") && suffix != QLatin1String("vprj")) {
         *error =
-            QStringLiteral("%1: convert writes circuit files, whose names end in .ckt").arg(name);
+            QStringLiteral("%1: convert writes files whose names end in .vprj or .ckt").arg(name);
         return false;
     }
     line->convertedFile = name;
@@ -147,6 +148,6 @@ bool isBatchCommand(int argc, const char* const* argv) {
 QString usage() {
     return QStringLiteral(
                "usage: vortel-workbench [--plugin FILE] [FILE] | export FILE -o OUT.(%1)... | "
-               "describe FILE | convert FILE OUT.ckt")
+               "describe FILE | convert FILE OUT.(vprj|ckt)")
         .arg(pictureSuffixes().join(QLatin1Char('|')).remove(QLatin1Char('.')));
 }

@@ -13,7 +13,7 @@ struct CommandLine {
     enum class Command { Window, Export, Describe, Convert, Help, Version };
 
     Command command = Command::Window;
-    /// The circuit to read; may be empty for the window only.
+    /// The project or circuit to read; may be empty for the window only.
     QString file;
     QList<PictureOutput> pictures;
     QString convertedFile;

@@ -241,8 +241,11 @@ bool GuiBuilder::makeDock(const QVariantMap& description) {
 bool GuiBuilder::fillMenu(QMenu* menu, const QVariantList& items) {
     for (const QVariant& item : items) {
         if (item.type() == QVariant::Map) {
-            const QVariantMap submenu = item.toMap();
-            if (!fillMenu(menu->addMenu(text(submenu, "title")), list(submenu, "items"))) {
+            const QVariantMap description = item.toMap();
+            QMenu* submenu = menu->addMenu(text(description, "title"));
+            // By its name the window finds a menu that it fills itself.
+            submenu->setObjectName(text(description, "name"));
+            if (!fillMenu(submenu, list(description, "items"))) {
                 return false;
             }
         } else if (item.toString() == QLatin1String("-")) {

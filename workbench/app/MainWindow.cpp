@@ -1,9 +1,12 @@
 #include "MainWindow.h"
 
+#include "Autosave.h"
 #include "GuiBuilder.h"
 #include "ICanvas.h"
 #include "ICircuitEditorExt.h"
 #include "ProjectManager.h"
+#include "Questions.h"
+#include "RecentFiles.h"
 #include "Workbench.h"
 
 #include <QCloseEvent>
@@ -15,6 +18,7 @@
 #include <QGraphicsScene>
 #include <QGraphicsView>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QMessageBox>
 #include <QStatusBar>
 
@@ -22,7 +26,16 @@
 
 namespace {
 
-constexpr char FileFilter[] = "VORTEL Circuit (*.ckt)";
+constexpr char ProjectFilter[] = "VORTEL Project (*.vprj)";
+constexpr char CircuitFilter[] = "VORTEL Circuit (*.ckt)";
+constexpr char BothFilter[] = "VORTEL Files (*.vprj *.ckt)";
+
+/// "&1 name", and so on; an ampersand in the name is no mark of a key.
+QString recentEntry(int number, const QString& fileName) {
+    QString name = fileName;
+    name.replace(QLatin1Char('&'), QLatin1String("&&"));
+    return QStringLiteral("&%1 %2").arg(QString::number(number % 10), name);
+}
 
 /// A drawing of few elements isn't blown up beyond this when it is opened.
 constexpr double LargestFittingScale = 2.0;
@@ -36,7 +49,7 @@ MainWindow::MainWindow(Workbench* workbench) : m_workbench(workbench) {
 
 bool MainWindow::build(QString* error) {
     const GuiBuilder::Handlers handlers = {
-        {QStringLiteral("new"), [this] { newCircuit(); }},
+        {QStringLiteral("new"), [this] { newProject(); }},
         {QStringLiteral("open"), [this] { open(); }},
         {QStringLiteral("save"), [this] { save(); }},
         {QStringLiteral("saveAs"), [this] { saveAs(); }},
@@ -46,25 +59,73 @@ bool MainWindow::build(QString* error) {
     if (!GuiBuilder(this, *m_workbench, handlers).build(error)) {
         return false;
     }
-    connect(m_workbench->editorWidget(), SIGNAL(projectPartModified()), this, SLOT(markModified()));
+    if ((m_recentMenu = findChild<QMenu*>(QStringLiteral("openRecent")))) {
+        connect(m_recentMenu, &QMenu::aboutToShow, this, &MainWindow::fillRecentMenu);
+    }
+    ProjectManager* manager = m_workbench->projectManager();
+    connect(manager, &ProjectManager::modifiedChanged, this, &MainWindow::setWindowModified);
+    connect(manager, &ProjectManager::autosaveFailed, statusBar(),
+            [this](const QString& message) { statusBar()->showMessage(message); });
     m_workbench->editorWidget()->setFocus();
     showDocument();
     return true;
 }
 
 bool MainWindow::openFile(const QString& fileName, QString* message) {
-    if (!m_workbench->open(fileName, message)) {
+    bool recovered = false;
+    if (!recoverFirst(Autosave::abandoned(fileName), &recovered, message)) {
         return false;
     }
+    if (!recovered && !m_workbench->open(fileName, message)) {
+        return false;
+    }
+    if (QFileInfo::exists(fileName)) {
+        RecentFiles::add(fileName);
+    }
     showDocument();
+    fitDrawing();
+    statusBar()->showMessage(*message);
+    return true;
+}
+
+void MainWindow::offerRecovery() {
+    bool recovered = false;
+    QString message;
+    if (!recoverFirst(Autosave::abandoned({}), &recovered, &message)) {
+        if (!message.isEmpty()) {
+            QMessageBox::information(this, tr("Cannot recover"), message);
+        }
+    } else if (recovered) {
+        showDocument();
+        fitDrawing();
+        statusBar()->showMessage(message);
+    }
+}
+
+bool MainWindow::recoverFirst(std::vector<std::unique_ptr<Autosave>> abandoned, bool* recovered,
+                              QString* message) {
+    for (std::unique_ptr<Autosave>& autosave : abandoned) {
+        switch (askToRecover(this, *autosave)) {
+            case RecoverAnswer::Recover:
+                *recovered = m_workbench->recover(std::move(autosave), message);
+                return *recovered;
+            case RecoverAnswer::Discard:
+                autosave->discard();
+                break;
+            case RecoverAnswer::Cancel:
+                return false;
+        }
+    }
+    return true;
+}
+
+void MainWindow::fitDrawing() {
     ICanvas* canvas = m_workbench->canvas();
     canvas->zoomFit();
     if (canvas->graphicsView()->transform().m11() > LargestFittingScale) {
         canvas->zoomOne();
         canvas->graphicsView()->centerOn(canvas->graphicsScene()->itemsBoundingRect().center());
     }
-    statusBar()->showMessage(*message);
-    return true;
 }
 
 void MainWindow::showEvent(QShowEvent* event) {
@@ -74,13 +135,12 @@ void MainWindow::showEvent(QShowEvent* event) {
 
 void MainWindow::closeEvent(QCloseEvent* event) {
     event->setAccepted(mayDiscard());
+    if (event->isAccepted()) {
+        m_workbench->projectManager()->close();
+    }
 }
 
-void MainWindow::markModified() {
-    setWindowModified(true);
-}
-
-void MainWindow::newCircuit() {
+void MainWindow::newProject() {
     if (mayDiscard()) {
         m_workbench->clear();
         m_workbench->canvas()->zoomOne();
@@ -92,11 +152,35 @@ void MainWindow::open() {
     if (!mayDiscard()) {
         return;
     }
-    const QString fileName = QFileDialog::getOpenFileName(this, tr("Open circuit"), startFolder(),
-                                                          QLatin1String(FileFilter));
+    const QStringList filters = {QLatin1String(BothFilter), QLatin1String(ProjectFilter),
+                                 QLatin1String(CircuitFilter)};
+    const QString fileName = QFileDialog::getOpenFileName(this, tr("Open project"), startFolder(),
+                                                          filters.join(QLatin1String(";;")));
+    if (!fileName.isEmpty()) {
+        openAndTell(fileName);
+    }
+}
+
+void MainWindow::openAndTell(const QString& fileName) {
     QString message;
-    if (!fileName.isEmpty() && !openFile(fileName, &message)) {
+    if (!openFile(fileName, &message) && !message.isEmpty()) {
         QMessageBox::information(this, tr("Cannot open"), message);
+    }
+}
+
+void MainWindow::fillRecentMenu() {
+    m_recentMenu->clear();
+    const QStringList files = RecentFiles::list();
+    for (int i = 0; i < files.size(); ++i) {
+        QAction* entry = m_recentMenu->addAction(recentEntry(i + 1, files.at(i)));
+        connect(entry, &QAction::triggered, this, [this, file = files.at(i)] {
+            if (mayDiscard()) {
+                openAndTell(file);
+            }
+        });
+    }
+    if (files.isEmpty()) {
+        m_recentMenu->addAction(tr("No Recent Files"))->setEnabled(false);
     }
 }
 
@@ -106,40 +190,81 @@ bool MainWindow::save() {
 }
 
 bool MainWindow::saveAs() {
-    QFileDialog dialog(this, tr("Save circuit"), startFolder(), QLatin1String(FileFilter));
+    const QString fileName = m_workbench->projectManager()->projectFileName();
+    const bool isProject =
+        fileName.isEmpty() || documentFormatOf(fileName) == DocumentFormat::Project;
+    QFileDialog dialog(this, tr("Save project"), startFolder());
     dialog.setAcceptMode(QFileDialog::AcceptSave);
-    // The dialog's to add, so that its question before overwriting is about the right file.
-    dialog.setDefaultSuffix(QStringLiteral("ckt"));
-    return dialog.exec() == QDialog::Accepted && saveTo(dialog.selectedFiles().first());
+    dialog.setNameFilters({QLatin1String(ProjectFilter), QLatin1String(CircuitFilter)});
+    // The ending is the dialog's to add, so that its question before overwriting is about the right
+    // file.
+    const auto followFilter = [&dialog](const QString& filter) {
+        const bool isCircuit = filter == QLatin1String(CircuitFilter);
+        dialog.setDefaultSuffix(isCircuit ? QStringLiteral("ckt") : QStringLiteral("vprj"));
+    };
+    connect(&dialog, &QFileDialog::filterSelected, &dialog, followFilter);
+    dialog.selectNameFilter(QLatin1String(isProject ? ProjectFilter : CircuitFilter));
+    followFilter(dialog.selectedNameFilter());
+    if (!fileName.isEmpty()) {
+        dialog.selectFile(QFileInfo(fileName).fileName());
+    }
+    if (dialog.exec() != QDialog::Accepted) {
+        return false;
+    }
+    const QString chosen = dialog.selectedFiles().first();
+    const QString suffix = QFileInfo(chosen).suffix().toLower();
+    if (suffix != QLatin1String("vprj") && suffix != QLatin1String("ckt")) {
+        QMessageBox::information(
+            this, tr("Cannot save"),
+            tr("cannot write %1: its name must end in .vprj or .ckt").arg(chosen));
+        return false;
+    }
+    return saveTo(chosen);
 }
 
 bool MainWindow::saveTo(const QString& fileName) {
+    const QString losses = m_workbench->lossesOnSaving(fileName);
+    if (!losses.isEmpty() && !askToSaveDespite(this, losses)) {
+        return false;
+    }
     QString error;
     if (!m_workbench->save(fileName, &error)) {
         QMessageBox::information(this, tr("Cannot save"), error);
         return false;
     }
-    m_workbench->projectManager()->setProjectFileName(fileName);
+    // What a crash has left of the file that this one replaces.
+    for (const auto& autosave : Autosave::abandoned(fileName)) {
+        autosave->discard();
+    }
+    RecentFiles::add(fileName);
     showDocument();
     return true;
 }
 
 bool MainWindow::mayDiscard() {
-    if (!isWindowModified()) {
+    if (!m_workbench->projectManager()->isModified()) {
         return true;
     }
-    const QMessageBox::StandardButton answer = QMessageBox::question(
-        this, tr("Unsaved changes"), tr("The circuit has changed. Save it?"),
-        QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save);
-    return answer == QMessageBox::Discard || (answer == QMessageBox::Save && save());
+    switch (askToSave(this, documentName())) {
+        case SaveAnswer::Save:
+            return save();
+        case SaveAnswer::Discard:
+            return true;
+        default:
+            return false;
+    }
+}
+
+QString MainWindow::documentName() const {
+    const QString fileName = m_workbench->projectManager()->projectFileName();
+    return fileName.isEmpty() ? tr("Untitled") : QFileInfo(fileName).fileName();
 }
 
 void MainWindow::showDocument() {
-    const QString fileName = m_workbench->projectManager()->projectFileName();
-    const QString name = fileName.isEmpty() ? tr("Untitled") : QFileInfo(fileName).fileName();
-    setWindowTitle(tr("%1[*] - Vortel Workbench").arg(name));
-    setWindowFilePath(fileName);
-    setWindowModified(false);
+    ProjectManager* manager = m_workbench->projectManager();
+    setWindowTitle(tr("%1[*] - Vortel Workbench").arg(documentName()));
+    setWindowFilePath(manager->projectFileName());
+    setWindowModified(manager->isModified());
     statusBar()->clearMessage();
 }
 

@@ -3,6 +3,11 @@
 #include <QMainWindow>
 #include <QString>
 
+#include <memory>
+#include <vector>
+
+class Autosave;
+class QMenu;
 class Workbench;
 
 /// The window: the canvas with the element palette and the property panel beside it. Asks before
@@ -17,35 +22,48 @@ public:
     /// Fills the window once the components have started. False, with one sentence, if the GUI
     /// description asks for what isn't there.
     bool build(QString* error);
-    /// Opens the file without a question; false, with the reason, if it can't be opened. What could
-    /// not be restored shows in the status bar and is told in `*message`.
+    /// Opens the file; asks only if a crash has left changes of it. False, with the reason, if it
+    /// can't be opened, and without one if the user doesn't want it any more. What could not be
+    /// restored shows in the status bar and is told in `*message`.
     bool openFile(const QString& fileName, QString* message);
 
 signals:
     /// A page of the workspace comes to the front: this window has one, the canvas.
     void workspaceWidgetActivated(QWidget* widget);
 
+public slots:
+    /// Asks whether to go on with what a crash has left, if it has.
+    void offerRecovery();
+
 protected:
     void showEvent(QShowEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
-private slots:
-    void markModified();
-
 private:
-    void newCircuit();
+    void newProject();
     void open();
+    /// As the user asked for it: tells what goes wrong in a box.
+    void openAndTell(const QString& fileName);
+    void fillRecentMenu();
     bool save();
     bool saveAs();
     bool saveTo(const QString& fileName);
     /// True if nothing would be lost, or if the user has saved it or gives it up.
     bool mayDiscard();
+    /// Asks for each of the autosaves until the user recovers one, or cancels. True if nothing
+    /// stands in the way of opening the file itself.
+    bool recoverFirst(std::vector<std::unique_ptr<Autosave>> abandoned, bool* recovered,
+                      QString* message);
     /// After what is open has changed as a whole.
     void showDocument();
+    /// The whole drawing, once another one is open.
+    void fitDrawing();
+    QString documentName() const;
     void helpElement();
     /// At the pointer, or in the middle of the view if the pointer is elsewhere.
     void paste();
     QString startFolder() const;
 
     Workbench* m_workbench;
+    QMenu* m_recentMenu = nullptr;
 };

@@ -1,13 +1,15 @@
 #include "Workbench.h"
 
+#include "Autosave.h"
 #include "CircuitFile.h"
 #include "Components.h"
 #include "ICanvas.h"
 #include "ICircuit.h"
 #include "ICircuitEditor.h"
 #include "ICircuitEditorExt2.h"
-#include "IProjectPart.h"
+#include "ICircuitTitle.h"
 #include "PendingFile.h"
+#include "ProjectFile.h"
 #include "ProjectManager.h"
 
 #include <Plexa/AbstractComponent.h>
@@ -16,6 +18,7 @@
 #include <Plexa/PluginLoader.h>
 
 #include <QFile>
+#include <QFileInfo>
 #include <QMetaObject>
 
 using Plexa::ComponentManager;
@@ -40,11 +43,21 @@ bool readGuiDescription(QString* error) {
     return true;
 }
 
+QString about(const QString& fileName, const QString& remark) {
+    return QStringLiteral("%1: %2").arg(fileName, remark);
+}
+
 QString cannotWrite(const QString& fileName, const QString& reason) {
     return QStringLiteral("cannot write %1: %2").arg(fileName, reason);
 }
 
 }  // namespace
+
+DocumentFormat documentFormatOf(const QString& fileName) {
+    return QFileInfo(fileName).suffix().compare(QLatin1String("vprj"), Qt::CaseInsensitive) == 0
+               ? DocumentFormat::Project
+               : DocumentFormat::Circuit;
+}
 
 Workbench::~Workbench() {
     // The editor's drawing goes while the circuit behind it still lives.
@@ -82,6 +95,8 @@ bool Workbench::start(const QString& plugin, QWidget* window, QString* error) {
         *error = QStringLiteral("the plug-in %1 offers no circuit editor").arg(plugin);
         return false;
     }
+    projectManager()->collectParts();
+    clear();
     return true;
 }
 
@@ -134,44 +149,123 @@ ProjectManager* Workbench::projectManager() const {
 }
 
 void Workbench::clear() {
-    if (auto* part = qobject_cast<IProjectPart*>(editorObject())) {
-        part->newProjectPart();
+    m_openLosses.clear();
+    projectManager()->newProject({}, [this] { clearTitle(); });
+}
+
+void Workbench::clearTitle() {
+    // The one thing that stays with a circuit that is cleared.
+    if (auto* title = qobject_cast<ICircuitTitle*>(circuit()->containerObject())) {
+        title->setTitle({});
     }
-    projectManager()->setProjectFileName({});
 }
 
 bool Workbench::open(const QString& fileName, QString* message) {
+    return documentFormatOf(fileName) == DocumentFormat::Project ? openProject(fileName, message)
+                                                                 : openCircuit(fileName, message);
+}
+
+bool Workbench::openProject(const QString& fileName, QString* message) {
+    QString reason;
+    const std::optional<ProjectFile> file = ProjectFile::read(fileName, &reason);
+    if (!file) {
+        *message = about(fileName, reason);
+        return false;
+    }
+    return load(*file, fileName, fileName, message);
+}
+
+bool Workbench::load(const ProjectFile& file, const QString& fileName, const QString& source,
+                     QString* message) {
+    QString reason;
+    if (!projectManager()->load(file, fileName, &reason)) {
+        *message = about(source, reason);
+        return false;
+    }
+    const CircuitRecords records =
+        circuitRecords(file.part(QLatin1String(ProjectFile::CircuitPart)));
+    *message = noteLosses(source, lossesOf(records, *circuit()));
+    return true;
+}
+
+bool Workbench::openCircuit(const QString& fileName, QString* message) {
     QString reason;
     const std::optional<CircuitRecords> records = readCircuitFile(fileName, &reason);
     if (!records) {
-        *message = QStringLiteral("%1: %2").arg(fileName, reason);
+        *message = about(fileName, reason);
         return false;
     }
-    clear();
-    editor()->load(fileName);
-    projectManager()->setProjectFileName(fileName);
-    const QString losses = lossesOf(*records, *circuit());
-    *message = losses.isEmpty() ? QString() : QStringLiteral("%1: %2").arg(fileName, losses);
+    projectManager()->newProject(fileName, [this, &fileName] {
+        clearTitle();
+        editor()->load(fileName);
+    });
+    *message = noteLosses(fileName, lossesOf(*records, *circuit()));
+    return true;
+}
+
+QString Workbench::noteLosses(const QString& source, const QString& losses) {
+    m_openLosses = losses;
+    return losses.isEmpty() ? QString() : about(source, losses);
+}
+
+bool Workbench::recover(std::unique_ptr<Autosave> autosave, QString* message) {
+    QString reason;
+    const std::optional<ProjectFile> file = ProjectFile::read(autosave->fileName(), &reason);
+    if (!file) {
+        *message = about(autosave->fileName(), reason);
+        return false;
+    }
+    if (!load(*file, autosave->projectFile(), autosave->fileName(), message)) {
+        return false;
+    }
+    projectManager()->adopt(std::move(autosave));
     return true;
 }
 
 bool Workbench::save(const QString& fileName, QString* error) {
-    PendingFile file(fileName);
-    QString reason = file.obstacle();
-    if (reason.isEmpty()) {
-        // The editor doesn't report a failure; the file tells.
-        editor()->save(file.temporaryName());
-        const std::optional<CircuitRecords> written =
-            readCircuitFile(file.temporaryName(), &reason);
-        if (!written || written->elementCount != circuit()->elementCount() ||
-            written->nodes.size() != circuit()->nodeCount()) {
-            reason = QStringLiteral("the file could not be written in full");
-        } else if (file.commit(&reason)) {
-            return true;
-        }
+    QString reason;
+    const bool isProject = documentFormatOf(fileName) == DocumentFormat::Project;
+    if (isProject ? projectManager()->save(fileName, &reason) : saveCircuit(fileName, &reason)) {
+        m_openLosses.clear();
+        return true;
     }
     *error = cannotWrite(fileName, reason);
     return false;
+}
+
+bool Workbench::saveCircuit(const QString& fileName, QString* reason) {
+    PendingFile file(fileName);
+    *reason = file.obstacle();
+    if (!reason->isEmpty()) {
+        return false;
+    }
+    // The editor doesn't report a failure; the file tells.
+    editor()->save(file.temporaryName());
+    const std::optional<CircuitRecords> written = readCircuitFile(file.temporaryName(), reason);
+    if (!written || written->elementCount != circuit()->elementCount() ||
+        written->nodes.size() != circuit()->nodeCount()) {
+        *reason = QStringLiteral("the file could not be written in full");
+        return false;
+    }
+    if (!file.commit(reason)) {
+        return false;
+    }
+    projectManager()->markSaved(fileName);
+    return true;
+}
+
+QString Workbench::lossesOnSaving(const QString& fileName) const {
+    if (!m_openLosses.isEmpty() &&
+        QFileInfo(fileName) == QFileInfo(projectManager()->projectFileName())) {
+        return about(fileName, m_openLosses);
+    }
+    if (documentFormatOf(fileName) == DocumentFormat::Project) {
+        return {};
+    }
+    const QString beyond = beyondCircuitFile(projectManager()->content());
+    return beyond.isEmpty()
+               ? QString()
+               : about(fileName, QStringLiteral("a circuit file cannot hold %1").arg(beyond));
 }
 
 bool Workbench::savePicture(const PictureOutput& picture, QString* error) {

@@ -9,10 +9,19 @@
 #include <QVariant>
 #include <QWidget>
 
+#include <memory>
+
+class Autosave;
 class ICanvas;
 class ICircuit;
 class ICircuitEditor;
+class ProjectFile;
 class ProjectManager;
+
+enum class DocumentFormat { Project, Circuit };
+
+/// By the ending of the name: ".vprj" in either case of letters is a project, all else a circuit.
+DocumentFormat documentFormatOf(const QString& fileName);
 
 /// The running application without its window: all components and what the program asks of them.
 /// Knows the editor by interface and by name only. Messages to the user are one sentence each and
@@ -39,13 +48,18 @@ public:
     ICanvas* canvas() const;
     ProjectManager* projectManager() const;
 
-    /// Empties the drawing; the next file name is open.
+    /// Starts an empty project, which has no file yet.
     void clear();
-    /// Checks the file and loads it. On failure nothing has changed and `*message` tells why; on
-    /// success it tells what could not be restored, or is empty.
+    /// Checks the project or circuit file and loads it. On failure nothing has changed and
+    /// `*message` tells why; on success it tells what could not be restored, or is empty.
     bool open(const QString& fileName, QString* message);
-    /// Writes a circuit file, whole or not at all.
+    /// Opens what a crash has left, under the name of its project and modified. As `open`.
+    bool recover(std::unique_ptr<Autosave> autosave, QString* message);
+    /// Writes a project or circuit file, by the name's ending, whole or not at all.
     bool save(const QString& fileName, QString* error);
+    /// What of the project a save under this name would not hold, as one sentence without the full
+    /// stop; empty if all is held.
+    QString lossesOnSaving(const QString& fileName) const;
     /// Writes a picture, whole or not at all.
     bool savePicture(const PictureOutput& picture, QString* error);
     /// The drawing as JSON text; empty on failure.
@@ -56,7 +70,18 @@ private:
     ICircuitEditor* editor() const;
     ICircuit* circuit() const;
     void collectWidgets();
+    void clearTitle();
+    bool openProject(const QString& fileName, QString* message);
+    bool openCircuit(const QString& fileName, QString* message);
+    /// Loads a project that has been read; `source` is where from, for messages.
+    bool load(const ProjectFile& file, const QString& fileName, const QString& source,
+              QString* message);
+    bool saveCircuit(const QString& fileName, QString* reason);
+    /// Notes what the file that was opened holds and the circuit doesn't.
+    QString noteLosses(const QString& source, const QString& losses);
 
     /// What the components have handed out; those that found no place in a window are deleted here.
     QList<QPointer<QWidget>> m_widgets;
+    // Of the file that is open: saving over it would make them final.
+    QString m_openLosses;
 };

@@ -2,12 +2,14 @@
 #include "CommandLine.h"
 #include "Console.h"
 #include "MainWindow.h"
+#include "ProjectManager.h"
 #include "QuitOnSignal.h"
 #include "Workbench.h"
 
 #include <QApplication>
 #include <QFile>
 #include <QHash>
+#include <QTimer>
 
 #include <cstdio>
 
@@ -66,14 +68,21 @@ int runWindow(const CommandLine& line) {
         const bool opened = window.openFile(line.file, &message);
         if (!message.isEmpty()) {
             printError(message);
-        }
-        if (!opened) {
-            return Failed;
+            if (!opened) {
+                return Failed;
+            }
         }
     }
     const QuitOnSignal quitOnSignal;
     window.show();
-    return QApplication::exec();
+    if (line.file.isEmpty()) {
+        // Once the window is there to ask over.
+        QTimer::singleShot(0, &window, &MainWindow::offerRecovery);
+    }
+    const int status = QApplication::exec();
+    // Still modified: the end came from outside, and nobody was asked.
+    workbench.projectManager()->autosave();
+    return status;
 }
 
 int run(const CommandLine& line) {

@@ -1,11 +1,245 @@
 #include "ProjectManager.h"
 
-ProjectManager::ProjectManager(QObject* parent) : QObject(parent) {}
+#include "Autosave.h"
+#include "PendingFile.h"
+#include "Settings.h"
+
+#include <Plexa/ObjectIterator.h>
+
+#include <QCoreApplication>
+#include <QEvent>
+
+#include <algorithm>
+
+namespace {
+
+constexpr double DefaultAutosaveSeconds = 180;
+
+}  // namespace
+
+ProjectManager::ProjectManager(QObject* parent) : QObject(parent) {
+    m_autosaveTimer.setSingleShot(true);
+    connect(&m_autosaveTimer, &QTimer::timeout, this, &ProjectManager::autosave);
+    const double seconds =
+        Settings().value(QStringLiteral("AutosaveSeconds"), DefaultAutosaveSeconds).toDouble();
+    setAutosaveInterval(static_cast<int>(qBound(0.0, seconds, 1e6) * 1000));
+}
+
+ProjectManager::~ProjectManager() = default;
+
+void ProjectManager::collectParts() {
+    const Plexa::ObjectIterator iterator;
+    for (QObject* object = iterator.firstObject(); object; object = iterator.nextObject()) {
+        auto* part = qobject_cast<IProjectPart*>(object);
+        if (part && object != this) {
+            addPart(part);
+        }
+    }
+}
+
+void ProjectManager::addPart(IProjectPart* part) {
+    QObject* object = part->containerObject();
+    const bool isKnown = std::any_of(m_parts.begin(), m_parts.end(),
+                                     [part](const Part& known) { return known.part == part; });
+    if (isKnown) {
+        return;
+    }
+    const bool isCircuit = part->projectPartID() == QLatin1String(ProjectFile::CircuitPart);
+    m_parts.insert(isCircuit ? 0 : m_parts.size(), {object, part});
+    connect(object, SIGNAL(projectPartModified()), this, SLOT(markModified()));
+}
+
+void ProjectManager::setAutosaveInterval(int interval) {
+    m_autosaveTimer.setInterval(interval);
+}
 
 void ProjectManager::setProjectFileName(const QString& fileName) {
     if (fileName != m_fileName) {
         m_fileName = fileName;
         emit currentProjectFileNameChanged(fileName);
+    }
+}
+
+void ProjectManager::markModified() {
+    if (m_isLoading) {
+        return;
+    }
+    if (!m_autosaveTimer.isActive() && m_autosaveTimer.interval() > 0) {
+        m_autosaveTimer.start();
+    }
+    setModified(true);
+}
+
+void ProjectManager::setModified(bool modified) {
+    if (!modified) {
+        m_autosaveTimer.stop();
+    }
+    if (modified != m_modified) {
+        m_modified = modified;
+        emit modifiedChanged(modified);
+    }
+}
+
+void ProjectManager::newProject(const QString& fileName, const std::function<void()>& fill) {
+    closeParts();
+    m_isLoading = true;
+    m_origin = ProjectFile();
+    for (const Part& part : qAsConst(m_parts)) {
+        if (part.object) {
+            part.part->newProjectPart();
+        }
+    }
+    if (fill) {
+        fill();
+    }
+    for (const Part& part : qAsConst(m_parts)) {
+        if (part.object) {
+            part.part->initializeProjectPart();
+        }
+    }
+    m_isOpen = true;
+    endLoading();
+    discardAutosave();
+    setModified(false);
+    setProjectFileName(fileName);
+}
+
+bool ProjectManager::load(const ProjectFile& file, const QString& fileName, QString* reason) {
+    const ProjectFile before = content();
+    const bool wasOpen = m_isOpen;
+    closeParts();
+    m_isLoading = true;
+    if (!loadParts(file, reason)) {
+        closeParts();
+        if (wasOpen) {
+            QString ignored;
+            loadParts(before, &ignored);
+        }
+        endLoading();
+        return false;
+    }
+    endLoading();
+    m_origin = file;
+    m_origin.root().removeAttribute(QLatin1String(Autosave::ProjectAttribute));
+    discardAutosave();
+    setModified(false);
+    setProjectFileName(fileName);
+    return true;
+}
+
+bool ProjectManager::loadParts(const ProjectFile& file, QString* reason) {
+    m_isOpen = true;
+    for (const Part& part : qAsConst(m_parts)) {
+        if (!part.object) {
+            continue;
+        }
+        const QDomElement element = file.part(part.part->projectPartID());
+        if (element.isNull()) {
+            part.part->newProjectPart();
+        } else if (!part.part->loadProjectPart(file.document(), element)) {
+            *reason =
+                QStringLiteral("its part \"%1\" cannot be loaded").arg(part.part->projectPartID());
+            return false;
+        }
+    }
+    for (const Part& part : qAsConst(m_parts)) {
+        if (part.object) {
+            part.part->initializeProjectPart();
+        }
+    }
+    return true;
+}
+
+void ProjectManager::endLoading() {
+    // Parts report some of the changes by queued calls: these must not count as changes of the
+    // project that has just been loaded.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);
+    m_isLoading = false;
+}
+
+void ProjectManager::closeParts() {
+    if (!m_isOpen) {
+        return;
+    }
+    m_isOpen = false;
+    const bool wasLoading = m_isLoading;
+    m_isLoading = true;
+    for (auto part = m_parts.rbegin(); part != m_parts.rend(); ++part) {
+        if (part->object) {
+            part->part->closeProjectPart();
+        }
+    }
+    m_isLoading = wasLoading;
+}
+
+ProjectFile ProjectManager::content() {
+    ProjectFile file;
+    for (const Part& part : qAsConst(m_parts)) {
+        if (!part.object) {
+            continue;
+        }
+        const QDomElement element = file.addPart(part.part->projectPartID());
+        if (!part.part->saveProjectPart(file.document(), element)) {
+            file.root().removeChild(element);
+        }
+    }
+    file.keepStrangers(m_origin);
+    return file;
+}
+
+bool ProjectManager::save(const QString& fileName, QString* reason) {
+    const QByteArray bytes = content().toBytes();
+    QString mistake;
+    // Whatever a part wrote: a file that can't be opened again must not replace one that can.
+    if (!ProjectFile::fromBytes(bytes, &mistake)) {
+        *reason = QStringLiteral("what would be written %1").arg(mistake);
+        return false;
+    }
+    if (!PendingFile::write(fileName, bytes, reason)) {
+        return false;
+    }
+    markSaved(fileName);
+    return true;
+}
+
+void ProjectManager::markSaved(const QString& fileName) {
+    discardAutosave();
+    setModified(false);
+    setProjectFileName(fileName);
+}
+
+void ProjectManager::adopt(std::unique_ptr<Autosave> autosave) {
+    discardAutosave();
+    m_autosave = std::move(autosave);
+    setModified(true);
+}
+
+void ProjectManager::close() {
+    closeParts();
+    discardAutosave();
+    setModified(false);
+}
+
+void ProjectManager::autosave() {
+    if (!m_modified || !m_isOpen || m_isLoading) {
+        return;
+    }
+    m_autosaveTimer.stop();
+    if (!m_autosave) {
+        m_autosave = std::make_unique<Autosave>(m_fileName);
+    }
+    const ProjectFile file = content();
+    file.root().setAttribute(QLatin1String(Autosave::ProjectAttribute), m_autosave->projectFile());
+    QString reason;
+    if (!m_autosave->write(file.toBytes(), &reason)) {
+        emit autosaveFailed(QStringLiteral("the changes could not be autosaved: %1").arg(reason));
+    }
+}
+
+void ProjectManager::discardAutosave() {
+    if (m_autosave) {
+        m_autosave->discard();
+        m_autosave.reset();
     }
 }
 

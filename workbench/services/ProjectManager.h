@@ -2,10 +2,20 @@
 
 #include "IProjectExt.h"
 #include "IProjectPart.h"
+#include "ProjectFile.h"
 
 #include <QObject>
+#include <QPointer>
+#include <QTimer>
+#include <QVector>
 
-/// Knows the file that is open, and tells when another one is. It is a project part too, one with
+#include <functional>
+#include <memory>
+
+class Autosave;
+
+/// Owns the project that is open: its file name, whether it has changed, its autosave, and the
+/// order in which the parts of the application are called. It is a project part too, one with
 /// nothing to store: whoever looks for the first part of the application to hear of project changes
 /// must find this object, which is therefore listed before all others.
 class ProjectManager : public QObject, public IProjectExt, public IProjectPart {
@@ -14,9 +24,37 @@ class ProjectManager : public QObject, public IProjectExt, public IProjectPart {
 
 public:
     explicit ProjectManager(QObject* parent = nullptr);
+    /// An autosave that nobody has discarded stays.
+    ~ProjectManager() override;
 
+    /// Takes on every project part among the objects of the application.
+    void collectParts();
+    /// Parts are saved and loaded in the order in which they were added, but the circuit first,
+    /// which others refer to. A part may die before this object.
+    void addPart(IProjectPart* part);
+    /// In milliseconds from a change until the project is autosaved; 0 for never.
+    void setAutosaveInterval(int interval);
+
+    bool isModified() const { return m_modified; }
     /// An empty name means a project that has not been saved yet.
     void setProjectFileName(const QString& fileName);
+
+    /// Closes what is open and starts a project of its own. `fill` gives it a content that comes
+    /// from elsewhere, and doesn't count as a change.
+    void newProject(const QString& fileName = {}, const std::function<void()>& fill = {});
+    /// Closes what is open and loads the project. False, with the reason, if a part refuses it;
+    /// what was open is then open again, but for its undo history.
+    bool load(const ProjectFile& file, const QString& fileName, QString* reason);
+    /// The project as it is now, what a newer program has added to the file it came from included.
+    ProjectFile content();
+    /// Writes the project, whole or not at all.
+    bool save(const QString& fileName, QString* reason);
+    /// The project is in that file now, whoever wrote it.
+    void markSaved(const QString& fileName);
+    /// The project is what a crash has left: changed, and to be removed with the next save.
+    void adopt(std::unique_ptr<Autosave> autosave);
+    /// Closes the project and gives up what wasn't saved.
+    void close();
 
     QObject* containerObject() override { return this; }
     QString projectFileName() override { return m_fileName; }
@@ -28,10 +66,42 @@ public:
     bool saveProjectPart(QDomDocument document, QDomElement element) override;
     bool closeProjectPart() override { return true; }
 
+public slots:
+    /// Puts by what wasn't saved, to be offered when the program starts again.
+    void autosave();
+
 signals:
     void projectPartModified() override;
     void currentProjectFileNameChanged(QString fileName);
+    void modifiedChanged(bool modified);
+    /// One sentence.
+    void autosaveFailed(QString message);
+
+private slots:
+    void markModified();
 
 private:
+    struct Part {
+        QPointer<QObject> object;
+        IProjectPart* part;
+    };
+
+    void setModified(bool modified);
+    void discardAutosave();
+    void closeParts();
+    /// A part that the file lacks starts empty. False, with the reason, if a part refuses.
+    bool loadParts(const ProjectFile& file, QString* reason);
+    /// What is still on its way in the event loop belongs to the loading.
+    void endLoading();
+
     QString m_fileName;
+    QVector<Part> m_parts;
+    bool m_isOpen = false;
+    bool m_isLoading = false;
+    bool m_modified = false;
+    // The file that the project came from; no parts if there is none.
+    ProjectFile m_origin;
+    std::unique_ptr<Autosave> m_autosave;
+    // Runs from the first change after an autosave.
+    QTimer m_autosaveTimer;
 };

@@ -1,0 +1,192 @@
+// The program really killed: while it writes a file, and while its user works.
+
+#include "WorkbenchProcess.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTest>
+
+#include <csignal>
+#include <functional>
+
+namespace {
+
+const QString Divider = QStringLiteral(VORTEL_SOURCE_DIR "/tests/data/divider.ckt");
+const QString Large = QStringLiteral(VORTEL_SOURCE_DIR "/examples/opamp-741.ckt");
+constexpr int Timeout = 60000;
+
+}  // namespace
+
+class Crashes : public WorkbenchTest {
+protected:
+    Crashes() {
+        QDir().mkpath(homePath("vortel-workbench"));
+        QFile settings(homePath("vortel-workbench/settings.ini"));
+        EXPECT_TRUE(settings.open(QIODevice::WriteOnly));
+        settings.write("[General]\nAutosaveSeconds=0.001\n");
+    }
+
+    struct Window {
+        QProcess process;
+        QByteArray output;
+
+        /// The state that the program tells of, once it is as it should be.
+        QJsonObject waitFor(const std::function<bool(const QJsonObject&)>& isExpected) {
+            QJsonObject state;
+            const auto hasCome = [&] {
+                output += process.readAllStandardOutput();
+                const QList<QByteArray> lines = output.split('\n');
+                for (const QByteArray& line : lines) {
+                    state = QJsonDocument::fromJson(line).object();
+                    if (!state.isEmpty() && isExpected(state)) {
+                        return true;
+                    }
+                }
+                return false;
+            };
+            EXPECT_TRUE(QTest::qWaitFor(hasCome, Timeout))
+                << output.constData() << process.readAllStandardError().constData();
+            return state;
+        }
+        void kill() {
+            if (process.state() != QProcess::NotRunning) {
+                process.kill();
+                EXPECT_TRUE(process.waitForFinished(Timeout));
+            }
+        }
+        ~Window() { kill(); }
+    };
+
+    /// Opens a window that answers each question so.
+    std::unique_ptr<Window> open(const QStringList& arguments, const QString& answer,
+                                 bool edits = false) {
+        QProcessEnvironment driven = environment;
+        driven.insert("QT_PLUGIN_PATH", builtFile("testplugins"));
+        driven.insert("QT_QPA_GENERIC_PLUGINS", "vorteldriver");
+        driven.insert("VORTEL_DRIVER_ANSWER", answer);
+        if (edits) {
+            driven.insert("VORTEL_DRIVER_ADD", "1");
+        }
+        auto window = std::make_unique<Window>();
+        window->process.setProcessEnvironment(driven);
+        window->process.start(builtFile("vortel-workbench"), arguments);
+        return window;
+    }
+
+    QStringList autosavesAtHome() const {
+        return QDir(homePath("vortel-workbench/autosave")).entryList(QDir::Files);
+    }
+};
+
+TEST_F(Crashes, WhileSavingLeaveTheOldOrTheNewFile) {
+    environment.insert("LD_PRELOAD", builtFile("libcrash_shim.so"));
+    environment.insert("ASAN_OPTIONS", environment.value("ASAN_OPTIONS") +
+                                           ":verify_asan_link_order=0:detect_leaks=0");
+    for (const char* name : {"x.vprj", "x.ckt"}) {
+        SCOPED_TRACE(name);
+        const QString target = path(name);
+        environment.remove("CRASH_FOLDER");
+        ASSERT_EQ(run({"convert", Large, target}).status, 0);
+        const QByteArray whole = contentOf(target);
+        ASSERT_EQ(run({"convert", Divider, target}).status, 0);
+        const QByteArray old = contentOf(target);
+        environment.insert("CRASH_FOLDER", QFileInfo(target).absolutePath());
+        int step = 0;
+        int replaced = 0;
+        for (int status = 0; ++step < 100;) {
+            environment.insert("CRASH_AT", QString::number(step));
+            status = run({"convert", Large, target}).status;
+            const QByteArray found = contentOf(target);
+            EXPECT_TRUE(found == old || found == whole) << "step " << step;
+            replaced += found == whole ? 1 : 0;
+            if (status == 0) {
+                break;
+            }
+            ASSERT_EQ(status, 128 + SIGKILL);
+            write(name, old);
+        }
+        // The content, the content to the disk, the name, and the name to the disk.
+        EXPECT_GE(step, 5);
+        EXPECT_EQ(replaced, 2);
+    }
+}
+
+TEST_F(Crashes, LeaveTheChangesOfAFileToBeRecovered) {
+    const QString file = path("x.vprj");
+    const QString autosave = path(".x.vprj.autosave");
+    ASSERT_EQ(run({"convert", Divider, file}).status, 0);
+    const QByteArray saved = contentOf(file);
+    const auto shown = [](const QJsonObject&) { return true; };
+    const auto isModified = [](const QJsonObject& state) { return state["modified"].toBool(); };
+    const auto elements = [](const QJsonObject& state) { return state["elements"].toInt(); };
+
+    auto window = open({file}, "none", true);
+    window->waitFor(isModified);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return QFileInfo::exists(autosave); }, Timeout));
+    // Another program sees the file, and nothing to recover; its own changes go elsewhere.
+    auto other = open({file}, "none", true);
+    EXPECT_EQ(other->waitFor(isModified)["asked"].toArray().size(), 0);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return autosavesAtHome().size() >= 2; }, Timeout));
+    other->kill();
+    other = open({file}, "Discard");
+    EXPECT_EQ(other->waitFor(shown)["asked"].toArray().size(), 1);
+    EXPECT_EQ(autosavesAtHome(), QStringList());
+    other->kill();
+    window->kill();
+    EXPECT_EQ(contentOf(file), saved);
+
+    // Recovered, and lost in another crash, and still there.
+    for (int i = 0; i < 2; ++i) {
+        window = open({file}, "Recover");
+        const QJsonObject state = window->waitFor(shown);
+        EXPECT_EQ(elements(state), 5);
+        EXPECT_TRUE(isModified(state));
+        EXPECT_EQ(state["title"].toString(), "x.vprj[*] - Vortel Workbench");
+        EXPECT_EQ(state["asked"].toArray().size(), 1);
+        EXPECT_TRUE(state["asked"].toArray().first().toString().startsWith(file));
+        window->kill();
+        EXPECT_EQ(contentOf(file), saved);
+    }
+
+    // Who doesn't decide loses nothing; who declines gets the file.
+    window = open({file}, "Cancel");
+    EXPECT_EQ(elements(window->waitFor(shown)), 0);
+    window->kill();
+    window = open({file}, "Discard");
+    const QJsonObject declined = window->waitFor(shown);
+    EXPECT_EQ(elements(declined), 4);
+    EXPECT_FALSE(isModified(declined));
+    EXPECT_EQ(files(), QStringList("x.vprj"));
+    EXPECT_EQ(contentOf(file), saved);
+}
+
+TEST_F(Crashes, LeaveAProjectWithoutAFileToBeRecovered) {
+    const auto holds = [](int count) {
+        return [count](const QJsonObject& state) {
+            return state["elements"].toInt() == count && state["modified"].toBool();
+        };
+    };
+    auto window = open({}, "none", true);
+    window->waitFor(holds(1));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return autosavesAtHome().size() == 2; }, Timeout));
+    window->kill();
+
+    window = open({}, "Recover");
+    const QJsonObject state = window->waitFor(holds(1));
+    EXPECT_EQ(state["title"].toString(), "Untitled[*] - Vortel Workbench");
+    // A session that is shut down asks nobody, and keeps the work as well.
+    window->process.terminate();
+    ASSERT_TRUE(window->process.waitForFinished(Timeout));
+    EXPECT_EQ(window->process.exitCode(), 0);
+    window = open({}, "Recover");
+    window->waitFor(holds(1));
+    window->kill();
+
+    window = open({}, "Discard");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return autosavesAtHome().isEmpty(); }, Timeout));
+}

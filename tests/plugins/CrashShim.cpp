@@ -1,0 +1,63 @@
+// Preloaded into the program: ends it at a chosen step of writing a file, as a power failure would.
+// CRASH_FOLDER names the folder whose files count, CRASH_AT the number of the step, from 1. Steps
+// are writes, of which half is done, and the flushing and renaming of files, which isn't done.
+
+#include <dlfcn.h>
+#include <limits.h>
+#include <signal.h>
+#include <stdio.h>
+#include <stdlib.h>
+#include <string.h>
+#include <unistd.h>
+
+namespace {
+
+bool counts(const char* name) {
+    const char* folder = getenv("CRASH_FOLDER");
+    return folder && strncmp(name, folder, strlen(folder)) == 0;
+}
+
+bool counts(int file) {
+    char link[64];
+    char name[PATH_MAX] = {};
+    snprintf(link, sizeof link, "/proc/self/fd/%d", file);
+    return readlink(link, name, sizeof name - 1) > 0 && counts(name);
+}
+
+bool isLastStep() {
+    static int steps = 0;
+    const char* last = getenv("CRASH_AT");
+    return last && ++steps == atoi(last);
+}
+
+template <class Function>
+Function* original(const char* name) {
+    return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
+}
+
+}  // namespace
+
+extern "C" ssize_t write(int file, const void* data, size_t size) {
+    static auto* const real = original<ssize_t(int, const void*, size_t)>("write");
+    if (counts(file) && isLastStep()) {
+        real(file, data, size / 2);
+        raise(SIGKILL);
+    }
+    return real(file, data, size);
+}
+
+extern "C" int fsync(int file) {
+    static auto* const real = original<int(int)>("fsync");
+    if (counts(file) && isLastStep()) {
+        raise(SIGKILL);
+    }
+    return real(file);
+}
+
+extern "C" int rename(const char* from, const char* to) noexcept {
+    static auto* const real = original<int(const char*, const char*)>("rename");
+    if (counts(to) && isLastStep()) {
+        raise(SIGKILL);
+    }
+    return real(from, to);
+}

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QString>
+
+class Autosave;
+class QWidget;
+
+// What the window asks its user before something is lost.
+
+enum class SaveAnswer { Save, Discard, Cancel };
+SaveAnswer askToSave(QWidget* parent, const QString& name);
+
+enum class RecoverAnswer { Recover, Discard, Cancel };
+RecoverAnswer askToRecover(QWidget* parent, const Autosave& autosave);
+
+/// True if the user wants to save in spite of what gets lost by it, which is one sentence without
+/// the full stop.
+bool askToSaveDespite(QWidget* parent, const QString& losses);

@@ -1,0 +1,122 @@
+#include "XmlFile.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+namespace {
+
+/// Files of ours are a few levels deep. The XML reader recurses and would run out of stack on a
+/// file that is nested without end.
+constexpr int DeepestNesting = 1000;
+
+/// Position after the tag that opens at `start`; a `>` within quotes doesn't end it.
+int endOfTag(const QString& text, int start) {
+    QChar quote;
+    for (int i = start; i < text.size(); ++i) {
+        const QChar c = text.at(i);
+        if (!quote.isNull()) {
+            if (c == quote) {
+                quote = QChar();
+            }
+        } else if (c == QLatin1Char('"') || c == QLatin1Char('\'')) {
+            quote = c;
+        } else if (c == QLatin1Char('>')) {
+            return i + 1;
+        }
+    }
+    return text.size();
+}
+
+int skipPast(const QString& text, const char* end, int from) {
+    const int found = text.indexOf(QLatin1String(end), from);
+    return found < 0 ? text.size() : found + static_cast<int>(qstrlen(end));
+}
+
+/// What speaks against giving the text to the XML reader; empty if nothing does.
+QString dangerIn(const QString& text) {
+    int depth = 0;
+    int i = 0;
+    while ((i = text.indexOf(QLatin1Char('<'), i)) >= 0) {
+        const QStringView rest = QStringView(text).mid(i, 9);
+        if (rest.startsWith(QLatin1String("<!--"))) {
+            i = skipPast(text, "-->", i + 4);
+        } else if (rest.startsWith(QLatin1String("<![CDATA["))) {
+            i = skipPast(text, "]]>", i + 9);
+        } else if (rest.startsWith(QLatin1String("<?"))) {
+            i = skipPast(text, "?>", i + 2);
+        } else if (rest.startsWith(QLatin1String("<!"))) {
+            const int end = endOfTag(text, i + 2);
+            // A document type with declarations of its own: they could hide anything.
+            if (text.midRef(i, end - i).contains(QLatin1Char('['))) {
+                return QStringLiteral("declares entities or elements");
+            }
+            i = end;
+        } else if (rest.startsWith(QLatin1String("</"))) {
+            --depth;
+            i += 2;
+        } else {
+            const int end = endOfTag(text, i + 1);
+            const bool closesItself = end - i > 2 && text.at(end - 2) == QLatin1Char('/');
+            if (!closesItself && ++depth > DeepestNesting) {
+                return QStringLiteral("is nested too deeply");
+            }
+            i = end;
+        }
+    }
+    return {};
+}
+
+}  // namespace
+
+std::optional<QByteArray> readRegularFile(const QString& fileName, QString* reason) {
+    const QFileInfo info(fileName);
+    if (!info.exists()) {
+        *reason = QStringLiteral("does not exist");
+        return {};
+    }
+    if (info.isDir()) {
+        *reason = QStringLiteral("is a folder");
+        return {};
+    }
+    if (!info.isFile()) {
+        *reason = QStringLiteral("is not a regular file");
+        return {};
+    }
+    QFile file(fileName);
+    QByteArray bytes;
+    if (file.open(QIODevice::ReadOnly)) {
+        bytes = file.readAll();
+    }
+    if (file.error() != QFileDevice::NoError) {
+        *reason = QStringLiteral("cannot be read: %1").arg(file.errorString());
+        return {};
+    }
+    return bytes;
+}
+
+std::optional<QDomDocument> parseXmlFile(const QString& text, const XmlKind& kind,
+                                         QString* reason) {
+    if (text.trimmed().isEmpty()) {
+        *reason = QStringLiteral("is empty");
+        return {};
+    }
+    const QString danger = dangerIn(text);
+    if (!danger.isEmpty()) {
+        *reason = danger;
+        return {};
+    }
+    QDomDocument document;
+    QString error;
+    int line = 0;
+    if (!document.setContent(text, &error, &line)) {
+        *reason = QStringLiteral("is not well-formed XML: %1 in line %2").arg(error).arg(line);
+        return {};
+    }
+    const QString tag = document.documentElement().tagName();
+    if (tag != QLatin1String(kind.rootTag)) {
+        *reason = QStringLiteral("is not a %1: its root element is \"%2\", not \"%3\"")
+                      .arg(QLatin1String(kind.name), tag, QLatin1String(kind.rootTag));
+        return {};
+    }
+    return document;
+}

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QByteArray>
+#include <QDomDocument>
+#include <QString>
+
+#include <optional>
+
+// Reading XML files that may come from anywhere. Reasons are told without the file's name and
+// continue a sentence that begins with it: "is empty".
+
+/// The bytes of a regular file; nothing, with the reason, if it can't be read.
+std::optional<QByteArray> readRegularFile(const QString& fileName, QString* reason);
+
+/// What a file of one kind must be.
+struct XmlKind {
+    /// As users are told: "circuit file".
+    const char* name;
+    const char* rootTag;
+};
+
+/// Parses a text that must be of the kind. Refuses what no such file has and could harm the XML
+/// reader: entity declarations and elements nested more than 1000 deep.
+std::optional<QDomDocument> parseXmlFile(const QString& text, const XmlKind& kind, QString* reason);

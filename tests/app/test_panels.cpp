@@ -3,6 +3,7 @@
 #include "Circuit.h"
 #include "CircuitElement.h"
 #include "CircuitSolver.h"
+#include "Components.h"
 #include "ElementExplorer.h"
 #include "ElementFactory.h"
 #include "ElementLibrary.h"
@@ -248,10 +249,68 @@ TEST_F(PropertyEditorTest, RefusedEditIsNotReported) {
     EXPECT_EQ(shown("Name"), "R1");
     EXPECT_EQ(shown("R"), QString::fromUtf8("1 k\u03a9"));
 
+    openEditor<QLineEdit>("Name")->setText("typed");
     panel.setProperty("ReadOnly", true);
+    EXPECT_EQ(r1->name(), "R1");
     EXPECT_EQ(openEditor<QLineEdit>("Name"), nullptr);
+    EXPECT_EQ(openEditor<QComboBox>("Rotation"), nullptr);
     panel.setProperty("ReadOnly", false);
     EXPECT_NE(openEditor<QLineEdit>("Name"), nullptr);
+}
+
+TEST_F(PropertyEditorTest, TellsOfParametersThatAreNotThere) {
+    panel.setObject(r1->containerObject(), false);
+    type("R", "{2*Rload + 1k}");
+    const auto isMarked = [this] {
+        QApplication::processEvents();
+        return itemWithText(panel, "R")->data(1, Qt::ForegroundRole).isValid();
+    };
+    const auto tip = [this] { return itemWithText(panel, "R")->toolTip(1); };
+    EXPECT_TRUE(isMarked());
+    EXPECT_EQ(tip(), "{2*Rload + 1k}: there is no parameter \"Rload\"");
+    circuit.addGlobalVariable("Rload", "2k", true);
+    EXPECT_FALSE(isMarked());
+    EXPECT_EQ(tip(), "{2*Rload + 1k} = 5k");
+    circuit.setGlobalVariableValue(0, 3000.0);
+    EXPECT_FALSE(isMarked());
+    EXPECT_EQ(tip(), "{2*Rload + 1k} = 7k");
+    // What refers to a parameter follows its name, as far as it can be written.
+    circuit.addGlobalVariable("half", "{Rload/2}", true);
+    EXPECT_TRUE(circuit.changeGlobalVariableName(0, "Rl"));
+    EXPECT_FALSE(isMarked());
+    EXPECT_EQ(shown("R"), "{2*Rl + 1k}");
+    EXPECT_EQ(circuit.globalVariableValue(1), QVariant("{Rl/2}"));
+    EXPECT_TRUE(circuit.changeGlobalVariableName(0, "load resistance"));
+    EXPECT_TRUE(isMarked());
+    EXPECT_EQ(shown("R"), "{2*Rl + 1k}");
+    EXPECT_TRUE(circuit.changeGlobalVariableName(0, "Rl"));
+    EXPECT_FALSE(isMarked());
+    circuit.removeGlobalVariable("Rl");
+    EXPECT_TRUE(isMarked());
+    type("R", "{1/0}");
+    EXPECT_TRUE(isMarked() && tip().contains("division by zero"));
+    type("R", "1k");
+    EXPECT_FALSE(isMarked());
+    // Text in braces that is no number refers to nothing.
+    type("Caption", "{Rload}");
+    EXPECT_EQ(shown("Caption"), "{Rload}");
+    EXPECT_EQ(itemWithText(panel, "Caption")->toolTip(1), "{Rload}");
+    EXPECT_FALSE(itemWithText(panel, "Caption")->data(1, Qt::ForegroundRole).isValid());
+}
+
+TEST_F(PropertyEditorTest, FurtherPanelsAreIndependent) {
+    CPropertyEditorComponent component;
+    const std::unique_ptr<QWidget> first(component.createWidget("any.propertyEditor"));
+    const std::unique_ptr<QWidget> second(component.createWidget("propertyEditor"));
+    EXPECT_EQ(component.createWidget("other"), nullptr);
+    auto* one = qobject_cast<IPropertyEditor*>(first.get());
+    auto* other = qobject_cast<IPropertyEditor*>(second.get());
+    ASSERT_TRUE(one && other && one != other);
+    one->setObject(r1->containerObject(), false);
+    EXPECT_EQ(other->object(), nullptr);
+    EXPECT_TRUE(one->containerObject()->setProperty("ReadOnly", true));
+    EXPECT_FALSE(second->property("ReadOnly").toBool());
+    EXPECT_FALSE(itemWithText(*first, "Name")->flags() & Qt::ItemIsEditable);
 }
 
 TEST_F(PropertyEditorTest, FollowsTheModel) {

@@ -2,6 +2,7 @@
 #include <Plexa/AbstractComponent.h>
 #include <Plexa/ComponentFactory.h>
 #include <Plexa/ComponentManager.h>
+#include <Plexa/DomAccess.h>
 #include <Plexa/ObjectIterator.h>
 #include <Plexa/PluginLoader.h>
 
@@ -246,4 +247,45 @@ TEST(Json, ReadsObjectsOnly) {
     for (const char* other : {"", "[1]", "7", "{", "{\"a\": 1} x"}) {
         EXPECT_TRUE(JSON::parse(other).isEmpty()) << other;
     }
+}
+
+TEST(DomAccess, FindsElementsByPath) {
+    const char* const parts =
+        "<P><Part n='1'><Net n='1a'/>text<Net n='1b'/></Part><Other><Part n='x'/></Other>"
+        "<Part n='2'/><!--Part--><part n='y'/><Part n='3'><Net n='3a'/></Part></P>";
+    const struct {
+        const char* xml;
+        const char* path;
+        QStringList found;
+    } table[] = {
+        {parts, "P.Part", {"1", "2", "3"}},
+        {parts, "P.Part.Net", {"1a", "1b", "3a"}},
+        {parts, "P.Other.Part", {"x"}},
+        {"<P n='0'/>", "P", {"0"}},
+        {parts, "Part", {}},
+        {parts, "Q.Part", {}},
+        {parts, "P.Part.Net.Deeper", {}},
+        {parts, "", {}},
+        {parts, ".", {}},
+        {parts, "P.", {}},
+        {parts, ".Part", {}},
+        {parts, "P..Net", {}},
+        {"", "P.Part", {}},
+        {"", "", {}},
+        {"garbage", "P", {}},
+    };
+    for (const auto& row : table) {
+        SCOPED_TRACE(row.path);
+        QDomDocument document;
+        document.setContent(QString(row.xml));
+        const Plexa::DomElement answer = Plexa::DomAccess(document).query(row.path);
+        QStringList found;
+        for (const QDomElement& element : answer.elements()) {
+            found << element.attribute("n");
+        }
+        EXPECT_EQ(found, row.found);
+        EXPECT_EQ(answer.element().isNull(), row.found.isEmpty());
+        EXPECT_EQ(answer.element().attribute("n"), row.found.value(0));
+    }
+    EXPECT_TRUE(Plexa::DomAccess(QDomDocument()).query("P").element().isNull());
 }

@@ -129,6 +129,8 @@ TEST_F(Library, EachFaultIsToldAndTheRestLoads) {
         {"[1, -2]", "1", "\"pictureOffset\" is no pair of numbers"},
         {"[\"size\"]", "[\"colour\"]", "\"display\" names \"colour\""},
         {"\"control\", \"value\"", "\"ctl\", \"value\"", "needs a parameter \"control\""},
+        {"\"category\": 0", "\"category\": 5", "a sub-circuit needs an \"inside\""},
+        {"\"category\": 0", "\"inside\": \"x.vprj\"", "only a sub-circuit, of category 5,"},
     };
     const QByteArray good =
         QByteArray(Good).replace("\"mixed\"", "\"resolvesControls\": true, \"mixed\"");
@@ -150,7 +152,7 @@ TEST_F(Library, EachFaultIsToldAndTheRestLoads) {
             << problem.toStdString() << "\n instead of " << row.problem;
         ++count;
     }
-    EXPECT_EQ(count, 22);
+    EXPECT_EQ(count, 24);
 }
 
 TEST_F(Library, NamesAndFoldersThatCanNotBe) {

@@ -120,13 +120,22 @@ TEST_F(Model, ParametersRefuseWhatTheyCanNotHold) {
         const char* value;
         const char* display;
     } table[] = {
-        {0, "4.7k", "4.7k", "4.7 kΩ"},     {0, " 10u ", "10u", "10 µΩ"},
-        {0, 2200.5, "2200.5", "2200.5 Ω"}, {0, "1Meg", "1Meg", "1 MΩ"},
-        {0, "1e-14", "1e-14", "1e-14 Ω"},  {0, "{Rload}", "{Rload}", "{Rload}"},
-        {0, "{}", "{Rload}", "{Rload}"},   {0, "{2x}", "{Rload}", "{Rload}"},
-        {0, "five", "{Rload}", "{Rload}"}, {0, "", "{Rload}", "{Rload}"},
-        {0, "1 k", "{Rload}", "{Rload}"},  {1, "off", "off", "off"},
-        {1, "ajar", "off", "off"},         {2, "any <text>", "any <text>", "any <text>"},
+        {0, "4.7k", "4.7k", "4.7 kΩ"},
+        {0, " 10u ", "10u", "10 µΩ"},
+        {0, 2200.5, "2200.5", "2200.5 Ω"},
+        {0, "1Meg", "1Meg", "1 MΩ"},
+        {0, "1e-14", "1e-14", "1e-14 Ω"},
+        {0, "{Rload}", "{Rload}", "{Rload}"},
+        {0, "{}", "{Rload}", "{Rload}"},
+        {0, "{2x}", "{Rload}", "{Rload}"},
+        {0, "five", "{Rload}", "{Rload}"},
+        {0, "", "{Rload}", "{Rload}"},
+        {0, "1 k", "{Rload}", "{Rload}"},
+        {0, "{2*(R+1k)}", "{2*(R+1k)}", "{2*(R+1k)}"},
+        {0, "{R", "{2*(R+1k)}", "{2*(R+1k)}"},
+        {1, "off", "off", "off"},
+        {1, "ajar", "off", "off"},
+        {2, "any <text>", "any <text>", "any <text>"},
     };
     CircuitElement* element = add(resistor);
     for (const auto& row : table) {

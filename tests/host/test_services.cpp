@@ -76,6 +76,85 @@ TEST(MathService, WritesTheShortestNotationThatReadsBack) {
     QLocale::setDefault(before);
 }
 
+TEST(MathService, EvaluatesExpressions) {
+    const QMap<QString, QString> parameters{
+        {"R", "2k"},        {"_x1", "{R/4}"},      {"e3", "7"},        {"zero", "0"},
+        {"word", "five"},   {"empty", ""},         {"loop", "{pool}"}, {"pool", "{2*loop}"},
+        {"self", "{self}"}, {"ghost", "{gone+1}"}, {"broken", "{1+}"}, {"huge", "1e308"}};
+    const auto lookup = [&](const QString& name) { return parameters.value(name); };
+    const struct {
+        QString text;
+        double value;
+        const char* problem;  // null for none
+    } table[] = {
+        {"4.7k", 4700, nullptr},
+        {"{R}", 2000, nullptr},
+        {" { 2*R + 1k } ", 5000, nullptr},
+        {"{1k+2*R}", 5000, nullptr},
+        {"{_x1*e3}", 3500, nullptr},
+        {"{8/2/2-1-1}", 0, nullptr},
+        {"{-(R-1k)*-2}", 2000, nullptr},
+        {"{1e-3*1e+3+1e3}", 1001, nullptr},
+        {QString::fromUtf8("{10µ*1Meg}"), 10, nullptr},
+        {"{gone}", 0, "there is no parameter \"gone\""},
+        {"{R*ghost}", 0, "there is no parameter \"gone\""},
+        {"{loop}", 0, "\"loop\" refers to itself"},
+        {"{self}", 0, "\"self\" refers to itself"},
+        {"{R/zero}", 0, "division by zero"},
+        {"{1/(R-2k)}", 0, "division by zero"},
+        {"{huge*10}", 0, "too large"},
+        {"{word}", 0, "\"word\" is no number"},
+        {"{empty}", 0, "\"empty\" is no number"},
+        {"{broken}", 0, "can not be understood"},
+        {"", 0, "neither a number nor"},
+        {"R", 0, "neither a number nor"},
+        {"{", 0, "neither a number nor"},
+        {"{R", 0, "neither a number nor"},
+        {"R}", 0, "neither a number nor"},
+        {"{}", 0, "can not be understood at character 2"},
+        {"{{R}}", 0, "can not be understood"},
+        {"{R R}", 0, "can not be understood at character 4"},
+        {"{2R}", 0, "can not be understood"},
+        {"{1k.5}", 0, "can not be understood"},
+        {"{1e+}", 0, "can not be understood"},
+        {"{(R}", 0, "can not be understood"},
+        {"{R)}", 0, "can not be understood"},
+        {"{*R}", 0, "can not be understood"},
+        {QString::fromUtf8("{Ω}"), 0, "can not be understood"},
+        {QString::fromUtf8("{RΩ}"), 0, "can not be understood"},
+        {'{' + QString(100000, '('), 0, "neither a number nor"},
+        {'{' + QString(100000, '(') + '}', 0, "nested too deeply"},
+        {'{' + QString(100000, '-') + "1}", 1, nullptr},
+        {'{' + QString("1+").repeated(50000) + "1}", 50001, nullptr},
+        {'{' + QString(100000, 'a') + '}', 0, "there is no parameter"},
+        {'{' + QString(100000, '9') + '}', 0, "can not be understood"},
+        {QString(100000, '{'), 0, "neither a number nor"},
+    };
+    MathUtils service;
+    IMathUtils* math = &service;
+    for (const auto& row : table) {
+        SCOPED_TRACE(row.text.left(40).toStdString());
+        const IMathUtils::Evaluation result = math->evaluate(row.text, lookup);
+        EXPECT_EQ(result.ok, !row.problem);
+        EXPECT_DOUBLE_EQ(result.value, row.value);
+        EXPECT_EQ(result.problem.isEmpty(), !row.problem) << result.problem.toStdString();
+        EXPECT_TRUE(!row.problem || result.problem.contains(row.problem))
+            << result.problem.toStdString();
+    }
+    EXPECT_EQ(math->evaluate("{R*ghost}", lookup).missing, "gone");
+    EXPECT_EQ(math->evaluate("{R}", nullptr).missing, "R");
+
+    // Each parameter is twice the next: worked out once each, and only so deep.
+    const auto chain = [](int length) {
+        return [length](const QString& name) {
+            const int next = name.mid(1).toInt() + 1;
+            return next > length ? QStringLiteral("1") : QString("{p%1+p%1}").arg(next);
+        };
+    };
+    EXPECT_EQ(math->evaluate("{p0}", chain(60)).value, std::pow(2, 60));
+    EXPECT_TRUE(math->evaluate("{p0}", chain(100000)).problem.contains("too deeply"));
+}
+
 TEST(XmlService, FindsDirectChildrenInDocumentOrder) {
     QDomDocument document;
     ASSERT_TRUE(document.setContent(QStringLiteral(

@@ -1,6 +1,6 @@
 #include "HelpPage.h"
 
-#include "ElementDescription.h"
+#include "SubCircuitDescription.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -50,7 +50,23 @@ QList<QStringList> rowsOf(const Plexa::DataStore& store) {
     return rows;
 }
 
-QString pageText(const ElementTypeData& data) {
+/// What a sub-circuit is made of; nothing for other elements.
+QList<QStringList> contentsOf(ElementDescription& description) {
+    QMap<QString, int> count;
+    if (auto* subCircuit = qobject_cast<SubCircuitDescription*>(&description)) {
+        for (ElementDescription* inner : subCircuit->innerDescriptions()) {
+            count[inner ? inner->label() : QStringLiteral("(unknown)")] += 1;
+        }
+    }
+    QList<QStringList> rows;
+    for (auto it = count.constBegin(); it != count.constEnd(); ++it) {
+        rows << QStringList{it.key(), QString::number(it.value())};
+    }
+    return rows;
+}
+
+QString pageText(ElementDescription& description) {
+    const ElementTypeData& data = description.data();
     QList<QStringList> terminals;
     for (const TerminalData& terminal : data.terminals) {
         terminals << QStringList{terminal.name, kindOfNode(terminal.type)};
@@ -67,6 +83,7 @@ QString pageText(const ElementTypeData& data) {
                     data.type.toHtmlEscaped(), data.namePrefix.toHtmlEscaped()) +
            table(QStringLiteral("Terminals"), {"Name", "Kind"}, terminals) +
            table(QStringLiteral("Parameters"), {"Name", "Default", "Meaning"}, parameters) +
+           table(QStringLiteral("Inside"), {"Element", "Number"}, contentsOf(description)) +
            table(QStringLiteral("Output variables"), {"Name", "Meaning"},
                  rowsOf(data.outputVariables)) +
            table(QStringLiteral("AC output variables"), {"Name", "Meaning"},
@@ -109,7 +126,7 @@ bool writeHelpPage(ElementDescription& description, const QString& folder) {
     document.setDefaultFont(QFont(QStringLiteral("DejaVu Sans"), 7));
     document.addResource(QTextDocument::ImageResource, QUrl(QStringLiteral("picture")),
                          pictureOf(description.visual()));
-    document.setHtml(pageText(data));
+    document.setHtml(pageText(description));
     document.setPageSize(QSizeF(writer.width(), writer.height()));
     document.print(&writer);
     return QFileInfo(fileName).size() > 0;

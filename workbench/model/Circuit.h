@@ -47,6 +47,10 @@ public:
     ICircuitOutputVariable* outputVariable(int index) const;
     /// The element with the instance name, or null.
     CircuitElement* elementNamed(const QString& name) const;
+    /// As what this circuit's elements and nodes know it: the circuit itself, or the element whose
+    /// inside it is, which owns it.
+    ICircuit* face() { return m_face ? m_face : this; }
+    void setFace(ICircuit* face) { m_face = face; }
     /// Called by the solver that takes this circuit on.
     void setCircuitSolver(ICircuitSolver* solver);
     /// Adds a row to the table of device models; a known name gets the new file.
@@ -110,6 +114,7 @@ public:
     bool isStringGlobalVariable(int index) override;
 
     // ICircuitGlobalVariableChangeNameSupport
+    /// Values that refer to the parameter take the new name.
     bool changeGlobalVariableName(int index, QString name) override;
 
     // ICircuitOutputVariableReorderSupport
@@ -160,7 +165,9 @@ private:
     void removeOutputVariablesOf(const QObject* source);
     void storeGlobalVariable(const GlobalVariable& variable);
     int indexOfGlobalVariable(const QString& name) const;
+    void renameReferences(const QString& oldName, const QString& newName);
 
+    ICircuit* m_face = nullptr;
     QString m_title;
     ICircuitSolver* m_solver = nullptr;
     QPointer<QObject> m_solverObject;

@@ -4,6 +4,7 @@
 #include "CircuitElementNode.h"
 #include "CircuitNode.h"
 #include "ElementDescription.h"
+#include "ParameterExpression.h"
 
 #include <QPointer>
 
@@ -101,7 +102,7 @@ void CircuitElement::setCaption(QString caption) {
 }
 
 ICircuit* CircuitElement::circuit() {
-    return m_circuit;
+    return m_circuit ? m_circuit->face() : nullptr;
 }
 
 ICircuitElementVisual* CircuitElement::visual() {
@@ -151,6 +152,15 @@ void CircuitElement::setModelName(QString name) {
 
 QString CircuitElement::modelName() {
     return m_modelName;
+}
+
+void CircuitElement::renameReferences(const QString& oldName, const QString& newName) {
+    const QPointer<CircuitElement> self(this);
+    for (int i = 0; self && i < m_values.size(); ++i) {
+        if (m_description->data().parameters.at(i).kind == ParameterData::Number) {
+            setPropertyValue(i, ParameterExpression::renamed(m_values.at(i), oldName, newName));
+        }
+    }
 }
 
 int CircuitElement::propertyCount() {

@@ -50,6 +50,8 @@ public:
     virtual void setRotation(int rotation);
     /// Refuses anything but 0 to 2.
     virtual void setFlip(int flip);
+    /// Follows a global parameter that got another name.
+    void renameReferences(const QString& oldName, const QString& newName);
 
     // IContainer
     QObject* containerObject() override { return this; }

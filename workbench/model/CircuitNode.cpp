@@ -37,7 +37,7 @@ void CircuitNode::setWireClearance(int clearance) {
 }
 
 ICircuit* CircuitNode::circuit() {
-    return m_circuit;
+    return m_circuit ? m_circuit->face() : nullptr;
 }
 
 int CircuitNode::elementNodeCount() {

@@ -29,7 +29,7 @@ ICircuit* CircuitSolver::circuit() {
 CircuitElementNode* CircuitSolver::own(ICircuitElementNode* terminal) const {
     CircuitElementNode* known = CircuitElementNode::from(terminal);
     if (!known || !known->owner()->isInCircuit() || !m_circuit ||
-        known->owner()->circuit() != m_circuit.data()) {
+        known->owner()->circuit() != m_circuit->face()) {
         return nullptr;
     }
     return known;
@@ -37,7 +37,7 @@ CircuitElementNode* CircuitSolver::own(ICircuitElementNode* terminal) const {
 
 CircuitNode* CircuitSolver::own(ICircuitNode* node) const {
     CircuitNode* known = CircuitNode::from(node);
-    if (!known || !known->takesTerminals() || !m_circuit || known->circuit() != m_circuit.data()) {
+    if (!known || !known->takesTerminals() || !m_circuit || known->circuit() != m_circuit->face()) {
         return nullptr;
     }
     return known;

@@ -5,6 +5,7 @@
 #include "CircuitElementNode.h"
 #include "CircuitNode.h"
 #include "OutputVariable.h"
+#include "ParameterExpression.h"
 
 int Circuit::indexOfGlobalVariable(const QString& name) const {
     for (int i = 0; i < m_globals.size(); ++i) {
@@ -80,8 +81,36 @@ bool Circuit::changeGlobalVariableName(int index, QString name) {
     }
     const QString oldName = m_globals.at(index).name;
     m_globals[index].name = name;
+    const QPointer<Circuit> self(this);
     emit globalVariableNameModified(oldName, name);
+    if (self) {
+        renameReferences(oldName, name);
+    }
     return true;
+}
+
+void Circuit::renameReferences(const QString& oldName, const QString& newName) {
+    const QPointer<Circuit> self(this);
+    for (int i = 0; self && i < m_globals.size(); ++i) {
+        const QString text = m_globals.at(i).value.toString();
+        const QString renamed = ParameterExpression::renamed(text, oldName, newName);
+        if (renamed != text) {
+            setGlobalVariableValue(i, renamed);
+        }
+    }
+    if (!self) {
+        return;
+    }
+    // A listener may remove elements meanwhile.
+    QVector<QPointer<CircuitElement>> elements;
+    for (CircuitElement* element : qAsConst(m_elements)) {
+        elements.append(element);
+    }
+    for (const QPointer<CircuitElement>& element : qAsConst(elements)) {
+        if (element) {
+            element->renameReferences(oldName, newName);
+        }
+    }
 }
 
 ICircuitOutputVariable* Circuit::outputVariable(int index) const {

@@ -1,9 +1,15 @@
 #include "ElementDescription.h"
 
+#include "ControlledElement.h"
+
 ElementDescription::ElementDescription(ElementTypeData data, QObject* parent)
     : QObject(parent), m_data(std::move(data)), m_visual(m_data.picture, m_data.pictureOffset) {}
 
 ElementDescription::~ElementDescription() = default;
+
+CircuitElement* ElementDescription::createElement() {
+    return m_data.resolvesControls ? new ControlledElement(this) : new CircuitElement(this);
+}
 
 void ElementDescription::queryInterface(const QString& name, void** result) {
     // A void pointer keeps no type: each answer is first made a pointer of exactly the type asked.

@@ -7,6 +7,8 @@
 
 #include <QObject>
 
+class CircuitElement;
+
 /// An element type. The library owns it and keeps it as long as elements of the type may live; it
 /// owns the type's picture.
 class ElementDescription : public QObject,
@@ -21,6 +23,8 @@ public:
 
     const ElementTypeData& data() const { return m_data; }
     ElementVisual* visual() { return &m_visual; }
+    /// A new element of this type. The caller owns it until it is added to a circuit.
+    virtual CircuitElement* createElement();
 
     // IContainer
     QObject* containerObject() override { return this; }

@@ -5,8 +5,12 @@
 #include <QString>
 #include <QStringList>
 
+#include <QVector>
+
 #include <map>
 #include <memory>
+
+class SubCircuitDescription;
 
 /// The element types of an application, by complete name. Owns their descriptions, and so outlives
 /// every element of these types.
@@ -18,8 +22,9 @@ public:
     ElementLibrary& operator=(const ElementLibrary&) = delete;
 
     /// Adds the types of a folder that holds one folder per library. A file that can't be used adds
-    /// to `problems()` and is passed over, and so is a type that is known already. True if nothing
-    /// was wrong.
+    /// to `problems()` and is passed over, and so is a type that is known already. A sub-circuit
+    /// may contain types of this folder and of those loaded before; one that contains itself is
+    /// refused. True if nothing was wrong.
     bool load(const QString& folder);
     /// One sentence each, with the file's name.
     const QStringList& problems() const { return m_problems; }
@@ -30,7 +35,13 @@ public:
     ElementDescription* description(const QString& type) const;
 
 private:
-    void loadFile(const QString& fileName);
+    struct NewSubCircuit {
+        QString fileName;
+        SubCircuitDescription* description;
+    };
+
+    void loadFile(const QString& fileName, QVector<NewSubCircuit>* subCircuits);
+    void refuseCircles(QVector<NewSubCircuit>* subCircuits);
 
     std::map<QString, std::unique_ptr<ElementDescription>> m_descriptions;
     QStringList m_problems;

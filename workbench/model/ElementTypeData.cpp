@@ -1,24 +1,14 @@
 #include "ElementTypeData.h"
 
 #include "EngineeringNumber.h"
-
-#include <QRegularExpression>
-
-namespace {
-
-bool isReference(const QString& text) {
-    static const QRegularExpression pattern(QStringLiteral("\\A\\{[A-Za-z_][A-Za-z0-9_]*\\}\\z"));
-    return pattern.match(text).hasMatch();
-}
-
-}  // namespace
+#include "ParameterExpression.h"
 
 bool ParameterData::accepts(const QString& text) const {
     switch (kind) {
         case Number: {
             bool ok = false;
             EngineeringNumber::parse(text, &ok);
-            return ok || isReference(text);
+            return ok || ParameterExpression::isWellFormed(text);
         }
         case Choice:
             return choices.contains(text);
@@ -29,7 +19,7 @@ bool ParameterData::accepts(const QString& text) const {
 }
 
 QString ParameterData::display(const QString& text) const {
-    if (unit.isEmpty() || text.isEmpty() || isReference(text)) {
+    if (unit.isEmpty() || text.isEmpty() || ParameterExpression::isWellFormed(text)) {
         return text;
     }
     EngineeringNumber::Parts parts;

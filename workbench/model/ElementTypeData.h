@@ -2,6 +2,7 @@
 
 #include <Plexa/DataStore.h>
 
+#include <QDomDocument>
 #include <QPointF>
 #include <QString>
 #include <QStringList>
@@ -14,6 +15,8 @@ struct TerminalData {
     QPointF position;
     /// The name that every net on this terminal bears, such as "gnd"; mostly empty.
     QString netName;
+    /// Of a sub-circuit's terminal: the net of the inside that it is tied to.
+    QString innerNet = {};
 };
 
 /// A parameter of an element type with its default. Values are text as the user writes them.
@@ -27,8 +30,8 @@ struct ParameterData {
     Kind kind = Number;
     QStringList choices;
 
-    /// Whether the parameter takes the text: an engineering number or a reference to a global
-    /// parameter in braces; one of the choices; any text.
+    /// Whether the parameter takes the text: an engineering number or an expression on global
+    /// parameters in braces; one of the choices; any text.
     bool accepts(const QString& text) const;
     /// The value with its unit, as a person writes it: "4.7 kΩ".
     QString display(const QString& text) const;
@@ -54,4 +57,6 @@ struct ElementTypeData {
     /// Absolute file name of an SVG or a bitmap.
     QString picture;
     QPointF pictureOffset;
+    /// Of a sub-circuit: see `SubCircuitProject`; else null.
+    QDomDocument inside;
 };

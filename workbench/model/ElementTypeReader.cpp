@@ -1,6 +1,8 @@
 #include "ElementTypeReader.h"
 
 #include "CircuitElement.h"
+#include "ICircuitElementDesc.h"
+#include "SubCircuitProject.h"
 
 #include <QDir>
 #include <QFile>
@@ -94,6 +96,7 @@ bool ElementTypeReader::read(ElementTypeData* data) {
     readTerminals(root);
     readParameters(root);
     readPicture(root);
+    readInside(root);
     checkReferences();
     *data = m_data;
     return m_problems.isEmpty();
@@ -122,8 +125,11 @@ bool ElementTypeReader::claimName(const QString& name, const QString& kind) {
 void ElementTypeReader::readTerminals(const QJsonObject& root) {
     for (const QJsonValue& value : root.value(QLatin1String("terminals")).toArray()) {
         const QJsonObject object = value.toObject();
-        TerminalData terminal{
-            text(object, "name"), text(object, "type"), {}, text(object, "netName")};
+        TerminalData terminal{text(object, "name"),
+                              text(object, "type"),
+                              {},
+                              text(object, "netName"),
+                              text(object, "innerNet")};
         if (!claimName(terminal.name, QStringLiteral("terminal"))) {
             continue;
         }
@@ -185,6 +191,42 @@ void ElementTypeReader::readPicture(const QJsonObject& root) {
     const QJsonValue offset = root.value(QLatin1String("pictureOffset"));
     if (!offset.isUndefined() && !readPoint(offset, &m_data.pictureOffset)) {
         complain(QStringLiteral("\"pictureOffset\" is no pair of numbers"));
+    }
+}
+
+void ElementTypeReader::readInside(const QJsonObject& root) {
+    const QString inside = text(root, "inside");
+    const bool isSubCircuit = m_data.category == ICircuitElementDesc::SubCircuitCategory;
+    if (isSubCircuit == inside.isEmpty()) {
+        complain(isSubCircuit
+                     ? QStringLiteral("a sub-circuit needs an \"inside\"")
+                     : QStringLiteral("only a sub-circuit, of category %1, has an \"inside\"")
+                           .arg(ICircuitElementDesc::SubCircuitCategory));
+    }
+    if (!isSubCircuit || inside.isEmpty()) {
+        return;
+    }
+    QString problem;
+    m_data.inside = SubCircuitProject::read(
+        QFileInfo(m_fileName).absoluteDir().absoluteFilePath(inside), &problem);
+    if (!problem.isEmpty()) {
+        complain(QStringLiteral("the inside \"%1\" can not be used: %2").arg(inside, problem));
+        return;
+    }
+    QStringList nets;
+    for (const QDomElement& record : SubCircuitProject::records(m_data.inside, "CircuitNode")) {
+        nets.append(record.attribute(QStringLiteral("Name")));
+    }
+    for (TerminalData& terminal : m_data.terminals) {
+        if (terminal.innerNet.isEmpty()) {
+            terminal.innerNet = terminal.name;
+        }
+        if (!nets.contains(terminal.innerNet)) {
+            complain(
+                QStringLiteral("the terminal \"%1\" belongs to the net \"%2\", which the inside "
+                               "does not have")
+                    .arg(terminal.name, terminal.innerNet));
+        }
     }
 }
 

@@ -19,6 +19,7 @@ private:
     void readTerminals(const QJsonObject& root);
     void readParameters(const QJsonObject& root);
     void readPicture(const QJsonObject& root);
+    void readInside(const QJsonObject& root);
     /// False, with a complaint, unless the name is good and new among the type's properties.
     bool claimName(const QString& name, const QString& kind);
     void checkReferences();

@@ -1,6 +1,6 @@
 #include "ElementFactory.h"
 
-#include "ControlledElement.h"
+#include "CircuitElement.h"
 #include "ElementLibrary.h"
 
 ElementFactory::ElementFactory(const ElementLibrary& library, QObject* parent)
@@ -10,11 +10,5 @@ ElementFactory::~ElementFactory() = default;
 
 ICircuitElement* ElementFactory::createElement(const QString& elementType) {
     ElementDescription* description = m_library.description(elementType);
-    if (!description) {
-        return nullptr;
-    }
-    if (description->data().resolvesControls) {
-        return new ControlledElement(description);
-    }
-    return new CircuitElement(description);
+    return description ? description->createElement() : nullptr;
 }

@@ -1,6 +1,7 @@
 #include "MathUtils.h"
 
 #include "EngineeringNumber.h"
+#include "ParameterExpression.h"
 
 MathUtils::MathUtils(QObject* parent) : QObject(parent) {}
 
@@ -17,4 +18,8 @@ double MathUtils::toNumber(const QString& text, bool* ok) {
 
 QString MathUtils::toEngineering(double value) {
     return EngineeringNumber::format(value);
+}
+
+IMathUtils::Evaluation MathUtils::evaluate(const QString& text, const Lookup& lookup) {
+    return ParameterExpression::evaluate(text, lookup);
 }

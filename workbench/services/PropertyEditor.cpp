@@ -1,5 +1,7 @@
 #include "PropertyEditor.h"
 
+#include "ICircuit.h"
+
 #include <QComboBox>
 #include <QHash>
 #include <QHeaderView>
@@ -19,6 +21,8 @@ constexpr int ValueColumn = 1;
 /// Whole numbers of the model are distances in scene units.
 constexpr int LargestNumber = 10000;
 constexpr int RefusalTime = 4000;  // milliseconds
+/// A value that refers to what isn't there.
+const QColor ProblemColor(183, 28, 28);
 /// Number of the row within the panel's list, on the value column.
 constexpr int RowRole = Qt::UserRole;
 
@@ -140,32 +144,47 @@ void PropertyEditor::setObject(QObject* object, bool forceReload) {
         refresh();
         return;
     }
-    if (m_object) {
-        disconnect(m_object, nullptr, this, nullptr);
+    for (const QPointer<QObject>& earlier : {m_object, m_circuit}) {
+        if (earlier) {
+            disconnect(earlier, nullptr, this, nullptr);
+        }
     }
     m_object = object;
+    ICircuit* circuit = circuitOf(object);
+    m_circuit = circuit ? circuit->containerObject() : nullptr;
     if (object) {
         watch(object);
     }
     rebuild();
 }
 
-void PropertyEditor::watch(QObject* object) {
+void PropertyEditor::refreshAt(QObject* object, const QMetaMethod& signal) {
     const QMetaMethod slot = metaObject()->method(metaObject()->indexOfSlot("scheduleRefresh()"));
-    const auto refreshAt = [&](const QMetaMethod& signal) {
-        connect(object, signal, this, slot, Qt::UniqueConnection);
-    };
+    connect(object, signal, this, slot, Qt::UniqueConnection);
+}
+
+void PropertyEditor::refreshAt(QObject* object, std::initializer_list<const char*> signalNames) {
     const QMetaObject* meta = object->metaObject();
-    for (const char* name : {"propertyChanged(QString)", "elementChanged()", "nodeChanged()",
-                             "assignedModelChanged()"}) {
+    for (const char* name : signalNames) {
         const int signal = meta->indexOfSignal(name);
         if (signal >= 0) {
-            refreshAt(meta->method(signal));
+            refreshAt(object, meta->method(signal));
         }
     }
+}
+
+void PropertyEditor::watch(QObject* object) {
+    refreshAt(object, {"propertyChanged(QString)", "elementChanged()", "nodeChanged()",
+                       "assignedModelChanged()"});
+    if (m_circuit) {
+        refreshAt(m_circuit, {"globalVariableAdded(QString)", "globalVariableRemoved(QString)",
+                              "globalVariableNameModified(QString,QString)",
+                              "globalVariableValueModified(QString,QString)"});
+    }
+    const QMetaObject* meta = object->metaObject();
     for (int i = QObject::staticMetaObject.propertyCount(); i < meta->propertyCount(); ++i) {
         if (meta->property(i).hasNotifySignal()) {
-            refreshAt(meta->property(i).notifySignal());
+            refreshAt(object, meta->property(i).notifySignal());
         }
     }
     connect(object, &QObject::destroyed, this, [this] {
@@ -181,7 +200,8 @@ const PropertyRow* PropertyEditor::rowAt(const QModelIndex& index) const {
 
 void PropertyEditor::commit(const PropertyRow& row, const QVariant& value) {
     const QPointer<QObject> object = m_object;
-    if (!object) {
+    // An editor that is open while the panel becomes read-only still commits what is in it.
+    if (!object || !isEditable(row)) {
         return;
     }
     const QVariant oldValue = row.value(object);
@@ -235,8 +255,8 @@ void PropertyEditor::refresh() {
         const QString text = m_rows.at(i).text(m_object);
         if (m_items.at(i)->text(ValueColumn) != text) {
             m_items.at(i)->setText(ValueColumn, text);
-            m_items.at(i)->setToolTip(ValueColumn, text);
         }
+        annotate(i);
     }
 }
 
@@ -257,11 +277,19 @@ void PropertyEditor::rebuild() {
         }
         const QString text = row.text(m_object);
         auto* item = new QTreeWidgetItem(group, {row.name, text});
-        item->setToolTip(ValueColumn, text);
         item->setData(ValueColumn, RowRole, i);
         item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable |
                        (isEditable(row) ? Qt::ItemIsEditable : Qt::NoItemFlags));
         item->setDisabled(!row.writable);
         m_items.append(item);
+        annotate(i);
     }
+}
+
+void PropertyEditor::annotate(int row) {
+    QTreeWidgetItem* item = m_items.at(row);
+    const PropertyRow::Note note = m_rows.at(row).note(m_object);
+    item->setToolTip(ValueColumn, note.text.isEmpty() ? item->text(ValueColumn) : note.text);
+    item->setData(ValueColumn, Qt::ForegroundRole,
+                  note.isProblem ? QVariant(QBrush(ProblemColor)) : QVariant());
 }

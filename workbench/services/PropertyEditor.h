@@ -7,7 +7,10 @@
 #include <QVector>
 #include <QWidget>
 
+#include <initializer_list>
+
 class QLabel;
+class QMetaMethod;
 class QTreeWidget;
 class QTreeWidgetItem;
 
@@ -44,11 +47,18 @@ private slots:
 
 private:
     void watch(QObject* object);
+    /// Names that the object doesn't have are passed over.
+    void refreshAt(QObject* object, std::initializer_list<const char*> signalNames);
+    void refreshAt(QObject* object, const QMetaMethod& signal);
     void tellRefusal(const PropertyRow& row, const QVariant& value);
     void refresh();
     void rebuild();
+    /// Tells of a value that refers to global parameters what it amounts to.
+    void annotate(int row);
 
     QPointer<QObject> m_object;
+    /// Whose global parameters the values may refer to.
+    QPointer<QObject> m_circuit;
     QVector<PropertyRow> m_rows;
     /// The line of each row, owned by the tree.
     QVector<QTreeWidgetItem*> m_items;

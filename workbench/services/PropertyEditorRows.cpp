@@ -1,9 +1,14 @@
 #include "PropertyEditorRows.h"
 
+#include "ICircuit.h"
 #include "ICircuitElement.h"
 #include "ICircuitElementDesc.h"
 #include "ICircuitNode.h"
 #include "IEditableProperties.h"
+#include "IElementBasicParametersDesc.h"
+#include "MathUtils.h"
+
+#include <Plexa/DataStore.h>
 
 #include <QCoreApplication>
 #include <QHash>
@@ -22,6 +27,31 @@ IEditableProperties* editableFor(QObject* object, const PropertyRow& row) {
     const bool fits = editable && row.index >= 0 && row.index < editable->propertyCount() &&
                       editable->propertyName(row.index) == row.name;
     return fits ? editable : nullptr;
+}
+
+/// Whether the object's type lists the property among its numbers.
+bool isNumber(QObject* object, const QString& name) {
+    auto* element = qobject_cast<ICircuitElement*>(object);
+    ICircuitElementDesc* type = element ? element->desc() : nullptr;
+    void* answer = nullptr;
+    if (type) {
+        type->queryInterface(QStringLiteral("IElementBasicParametersDesc"), &answer);
+    }
+    return answer &&
+           static_cast<IElementBasicParametersDesc*>(answer)->realParameters().keys().contains(
+               name);
+}
+
+IMathUtils::Lookup globalParametersOf(ICircuit* circuit) {
+    return [circuit](const QString& name) {
+        for (int i = 0; circuit && i < circuit->globalVariableCount(); ++i) {
+            if (circuit->globalVariableName(i) == name) {
+                const QString value = circuit->globalVariableValue(i).toString();
+                return value.isNull() ? QStringLiteral("") : value;
+            }
+        }
+        return QString();
+    };
 }
 
 QString groupTitle(const QString& group) {
@@ -64,6 +94,18 @@ void PropertyRow::setValue(QObject* object, const QVariant& value) const {
     }
 }
 
+PropertyRow::Note PropertyRow::note(QObject* object) const {
+    const QString expression = index < 0 ? QString() : value(object).toString();
+    if (!expression.startsWith(QLatin1Char('{')) || !isNumber(object, name)) {
+        return {};
+    }
+    MathUtils math;
+    const IMathUtils::Evaluation result =
+        math.evaluate(expression, globalParametersOf(circuitOf(object)));
+    return result.ok ? Note{expression + QLatin1String(" = ") + math.toEngineering(result.value)}
+                     : Note{expression + QLatin1String(": ") + result.problem, true};
+}
+
 QStringList PropertyRow::choices() const {
     static const QHash<QString, QStringList> named = {
         {QStringLiteral("Rotation"),
@@ -92,6 +134,11 @@ QVector<PropertyRow> propertyRowsOf(QObject* object) {
         }
     }
     return rows;
+}
+
+ICircuit* circuitOf(QObject* object) {
+    auto* element = qobject_cast<ICircuitElement*>(object);
+    return element ? element->circuit() : nullptr;
 }
 
 QString propertyTitleOf(QObject* object) {

@@ -5,6 +5,7 @@
 #include <QVariant>
 #include <QVector>
 
+class ICircuit;
 class QObject;
 
 /// One line of the property panel: where its value lives in an object and how it is read and
@@ -24,6 +25,13 @@ struct PropertyRow {
     QString text(QObject* object) const;
     void setValue(QObject* object, const QVariant& value) const;
 
+    /// For a number that refers to global parameters: its value, or why it has none.
+    struct Note {
+        QString text;
+        bool isProblem = false;
+    };
+    Note note(QObject* object) const;
+
     /// The texts of a property that holds a small number with named values; else empty.
     QStringList choices() const;
 };
@@ -31,6 +39,9 @@ struct PropertyRow {
 /// First the object's Qt properties, then its editable properties in their own order, without those
 /// that are Qt properties too.
 QVector<PropertyRow> propertyRowsOf(QObject* object);
+
+/// The circuit whose global parameters the object's values may refer to; null if there is none.
+ICircuit* circuitOf(QObject* object);
 
 /// What the object is, such as "R1 (Resistor)"; for null, that there is none.
 QString propertyTitleOf(QObject* object);

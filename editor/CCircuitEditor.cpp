@@ -179,16 +179,6 @@ void CCircuitEditor::redo() {
     d->undoStack->redo();
 }
 
-// Demanded by the canvas interface; the editor doesn't use the clipboard, and these four do
-// nothing.
-void CCircuitEditor::cut() {}
-
-void CCircuitEditor::copy() {}
-
-void CCircuitEditor::paste() {}
-
-void CCircuitEditor::paste(QPointF) {}
-
 QString CCircuitEditor::undoText() const {
     return d->undoStack->undoText();
 }
@@ -281,14 +271,6 @@ void CCircuitEditor::setClipboard(IClipboard* clipboard) {
 
 IClipboard* CCircuitEditor::clipboard() const {
     return d->clipboard;
-}
-
-void CCircuitEditor::setClipboardWidget(IClipboardWidget* widget) {
-    d->clipboardWidget = widget;
-}
-
-IClipboardWidget* CCircuitEditor::clipboardWidget() const {
-    return d->clipboardWidget;
 }
 
 void CCircuitEditor::setPropertyEditor(IPropertyEditor* editor) {

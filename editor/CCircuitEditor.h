@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ClipboardData.h"
 #include "ICanvas.h"
 #include "ICircuitEditor.h"
 #include "ICircuitEditorExt.h"
@@ -13,7 +14,10 @@
 
 class CCircuitEditorData;
 class CCircuitEditorElementItem;
+class CCircuitEditorGlobaParamTextBox;
 class CCircuitEditorNodeItem;
+class CCircuitEditorTextBox;
+class CCircuitElementPropertyTextBox;
 class CUndoRedoStack;
 class QLabel;
 
@@ -34,6 +38,7 @@ class CCircuitEditor : public QGraphicsView,
     Q_PROPERTY(int DarkGridColorPercent READ darkGridColorPercent WRITE setDarkGridColorPercent)
     Q_PROPERTY(QString DefaultPSPath READ defaultPSPath WRITE setDefaultPSPath)
     Q_PROPERTY(bool ReadOnly READ isReadOnly WRITE setReadOnly)
+    Q_PROPERTY(bool RouteEmptyShapes READ isRouteEmptyShapes WRITE setRouteEmptyShapes)
 
 public:
     enum Mode { EditMode = 0, OutVarSelectionMode = 1, ManualConnectionMode = 2 };
@@ -60,6 +65,10 @@ public:
     /// Directory that the dialogs for pictures start in.
     QString defaultPSPath() const;
     void setDefaultPSPath(const QString& path);
+    /// Whether a net that is pasted or shown for study without a path is routed. Otherwise it is
+    /// taken at its word: a wire laid by hand, along nothing.
+    bool isRouteEmptyShapes() const;
+    void setRouteEmptyShapes(bool on);
     CUndoRedoStack* undoStack() const;
     /// Made on first call, without a parent: the caller gives it a place.
     QLabel* statusLabel() const;
@@ -83,6 +92,32 @@ public:
     void setInternalMove(bool on);
     bool isInternalMove() const;
     void clearEditor();
+
+    // Annotations, in three lists. Adding makes the editor the box's QObject parent, and ignores
+    // null and what is listed already; removing doesn't delete, and ignores null and what isn't
+    // listed. Null for an index out of range.
+    void addTextBox(CCircuitEditorTextBox* textBox);
+    CCircuitEditorTextBox* addTextBox(const QRectF& rect);
+    /// Of the default size, with its top left at the point.
+    CCircuitEditorTextBox* addTextBox(const QPointF& point);
+    void removeTextBox(CCircuitEditorTextBox* textBox);
+    int textBoxCount() const;
+    CCircuitEditorTextBox* textBox(int index) const;
+    void addGlobalParamTextBox(CCircuitEditorGlobaParamTextBox* textBox);
+    CCircuitEditorGlobaParamTextBox* addGlobalParamTextBox(const QRectF& rect);
+    CCircuitEditorGlobaParamTextBox* addGlobalParamTextBox(const QPointF& point);
+    void removeGlobalParamTextBox(CCircuitEditorGlobaParamTextBox* textBox);
+    int globalParamTextBoxCount() const;
+    CCircuitEditorGlobaParamTextBox* globalParamTextBox(int index) const;
+    void addElementPropertyTextBox(CCircuitElementPropertyTextBox* textBox);
+    CCircuitElementPropertyTextBox* addElementPropertyTextBox(const QRectF& rect);
+    /// Of a fixed size: the default size is for the other two kinds.
+    CCircuitElementPropertyTextBox* addElementPropertyTextBox(const QPointF& point);
+    void removeElementPropertyTextBox(CCircuitElementPropertyTextBox* textBox);
+    int elementPropertyTextBoxCount() const;
+    CCircuitElementPropertyTextBox* elementPropertyTextBox(int index) const;
+    bool isTextBoxLayerVisible() const;
+
     /// The item is dying: nothing of the editor may still point to it.
     void forgetItem(QGraphicsItem* item);
 
@@ -96,6 +131,12 @@ public:
     /// What the next undo or redo is about; empty for a command without a text.
     Q_INVOKABLE QString undoText() const;
     Q_INVOKABLE QString redoText() const;
+    /// Whether there is something to cut or copy.
+    Q_INVOKABLE bool hasSelection() const;
+    /// Deletes the group under the selection rectangle or else what has the focus, as the key does.
+    Q_INVOKABLE void eraseSelection();
+    /// Takes the whole drawing into one group.
+    Q_INVOKABLE void selectAll();
 
     Q_INVOKABLE void setGridColorRGB(int red, int green, int blue);
     Q_INVOKABLE void setBackgroundColorRGB(int red, int green, int blue);
@@ -114,6 +155,7 @@ public:
     // Called by the items when they are selected.
     void on_elementSelected(ICircuitElement* element);
     void on_circuitNodeSelected(ICircuitNode* node);
+    void on_textBoxSelected(CCircuitEditorTextBox* textBox);
 
     // IContainer
     QObject* containerObject() override { return this; }
@@ -192,6 +234,11 @@ public slots:
     void undo() override;
     void redo() override;
 
+    /// Pastes what the system clipboard holds at the pointer.
+    void pasteFromClipboard();
+    void setTextBoxLayerVisible(bool on);
+    /// Makes a text box in the middle of the drawing and opens its dialog.
+    void interactiveAddTextBox();
     void captureToPS();
     void captureToPDF();
     void captureToJPG();
@@ -227,10 +274,13 @@ signals:
     void elementUnselected(ICircuitElement* element) override;
     void nodeSelected(ICircuitNode* node) override;
     void nodeUnselected(ICircuitNode* node) override;
+    void textBoxSelected(CCircuitEditorTextBox* textBox);
     void outvarSelected(ICircuitElement* e, QString outVar);
     void outvarSelected(ICircuitElement* e, ICircuitElementNode* node);
     void outvarSelected(ICircuitNode* node);
     void projectPartModified() override;
+    /// What hasSelection() answers may have changed.
+    void selectionStateChanged();
 
 protected slots:
     void on_scene_changed();
@@ -239,9 +289,14 @@ protected slots:
     void on_circuitElementChanged();
     void on_circuitElementNodeAdded(ICircuitElementNode* elementNode);
     void on_circuitElementNodeRemoved(ICircuitElementNode* elementNode);
+    void on_addGlobalVariable();
+    void on_removeGlobalVariable();
+    /// Puts the boxes in a column downward from the point, in scene units.
+    void on_insertGlobalVarTextBox(QPointF pos);
     void on_editOutputVariables();
     void on_propertyValueChanged(QObject* object, QString propertyName, QVariant oldValue,
                                  QVariant newValue);
+    void on_clipboardWidgetDataClicked(QString context, ClipboardData data, int index);
     void on_elementAdded(ICircuitElement* element);
     void on_elementRemoved(ICircuitElement* element);
     void on_nodeAdded(ICircuitNode* node);
@@ -258,6 +313,8 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void drawBackground(QPainter* painter, const QRectF& rect) override;
     void drawForeground(QPainter* painter, const QRectF& rect) override;
@@ -273,12 +330,24 @@ private:
     void pressOnCanvas(const QPoint& viewportPos);
     void pressOnItem(QMouseEvent* event, QGraphicsItem* item);
     void pan();
+    void pasteFromClipboard(const QPointF& pos);
+    void eraseGroup();
+    void leaveManualConnectionMode();
+    void selectNextItem();
+    /// The menu over two selected items that are joined; false if the selection isn't such a pair.
+    bool offerDisconnection();
+    void showCanvasMenu(const QPointF& point, Qt::KeyboardModifiers modifiers);
     void releaseConnection(QMouseEvent* event);
     void pickOutputVariable(QGraphicsItem* item);
     void pickElementVariable(ICircuitElement* element);
     /// A click of a wire that is laid by hand; the item may be null.
     void manualClick(QGraphicsItem* item, const QPoint& viewportPos);
     void finishManualConnection(QGraphicsItem* end);
+
+    /// Whether the circuit is shown for study: it belongs to a sub-circuit and isn't to be changed.
+    bool isStudy() const;
+    void showElements(ICircuit* circuit, const QList<QDomElement>& records);
+    void showNodes(ICircuit* circuit, const QList<QDomElement>& records);
 
     void drawGridDots(QPainter* painter, const QRectF& rect, const QTransform& toDevice) const;
     void drawGridLines(QPainter* painter, const QRectF& rect, const QTransform& toDevice) const;

@@ -278,6 +278,7 @@ QWidget* CCircuitEditorComponent::createWidget(const QString& name) const {
     editor->setCircuitElementFactory(firstObjectWith<ICircuitElementFactory>());
     editor->setElementExplorer(firstObjectWith<IElementExplorer>());
     editor->setXmlUtils(firstObjectWith<IXmlUtils>());
+    editor->setRouteEmptyShapes(d->circuitEditor && d->circuitEditor->isRouteEmptyShapes());
     if (isPlain) {
         editor->setViewport(nullptr);
     }

@@ -1,8 +1,10 @@
 #include "CCircuitEditorData.h"
 
 #include "CCircuitEditorElementItem.h"
+#include "CCircuitEditorGlobaParamTextBox.h"
 #include "CCircuitEditorNodeItem.h"
 #include "CCircuitEditorSelection.h"
+#include "CCircuitEditorTextBox.h"
 #include "CManualConnectorLineItem.h"
 #include "CSelectionRectangleItem.h"
 #include "CircuitGeometry.h"
@@ -136,6 +138,11 @@ void CCircuitEditorData::deleteItems() {
     qDeleteAll(QMap<ICircuitElement*, CCircuitEditorElementItem*>(std::move(elementItemMap)));
     elementItemMap.clear();
     // Deleting one item may delete others, so the scene is asked again each time.
+    // Boxes take themselves out of their list; those of elements have gone with them.
+    qDeleteAll(QList<CCircuitEditorTextBox*>(std::move(textBoxes)));
+    textBoxes.clear();
+    qDeleteAll(QList<CCircuitEditorGlobaParamTextBox*>(std::move(globalParamTextBoxes)));
+    globalParamTextBoxes.clear();
     for (QList<QGraphicsItem*> left = scene->items(); !left.isEmpty(); left = scene->items()) {
         delete left.first()->topLevelItem();
     }

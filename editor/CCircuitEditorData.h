@@ -23,8 +23,11 @@
 #include <memory>
 
 class CCircuitEditorElementItem;
+class CCircuitEditorGlobaParamTextBox;
 class CCircuitEditorNodeItem;
 class CCircuitEditorSelection;
+class CCircuitEditorTextBox;
+class CCircuitElementPropertyTextBox;
 class CManualConnectorLineItem;
 class CSelectionRectangleItem;
 class CUndoRedoStack;
@@ -64,6 +67,13 @@ public:
     /// Loads all element records among the children of the parent, then all node records.
     void loadRecords(const QDomElement& parent);
     void saveRecords(QDomDocument document, QDomElement parent);
+    /// The three groups of text boxes of a project, each behind its comment.
+    void saveAnnotations(QDomDocument document, QDomElement parent);
+    void loadAnnotations(const QDomElement& parent);
+    /// Makes a text box of a record of a project; its colours are left as they are.
+    CCircuitEditorTextBox* loadTextBox(const QDomElement& record);
+    /// Makes a property box of a record of a project; nothing without its element.
+    void loadElementPropertyTextBox(const QDomElement& record, ICircuit* owner);
 
     /// Takes a dying item out of whatever points to it.
     void forgetItem(QGraphicsItem* item);
@@ -114,9 +124,15 @@ public:
     bool panning = false;
     // In global screen coordinates.
     QPoint lastPanPos;
+    QList<CCircuitEditorTextBox*> textBoxes;
+    QList<CCircuitEditorGlobaParamTextBox*> globalParamTextBoxes;
+    bool textBoxLayerVisible = true;
+    QList<CCircuitElementPropertyTextBox*> elementPropertyTextBoxes;
     QString defaultPSPath;
     InterfacePointer<IClipboard> clipboard;
     InterfacePointer<IClipboardWidget> clipboardWidget;
+    // The entry that the next paste takes: -1 none in particular, -2 the system clipboard.
+    int clipboardDataIndex = -1;
     CSelectionRectangleItem* selectionRectItem = nullptr;
     bool selecting = false;
     QPointF selectionStart;
@@ -126,6 +142,7 @@ public:
     bool crosshairVisible = false;
     bool internalMove = false;
     bool readOnly = false;
+    bool routeEmptyShapes = false;
 
 private:
     ICircuitNode* joinTerminals(ICircuitElementNode* a, ICircuitElementNode* b);

@@ -6,6 +6,7 @@
 #include "CCircuitEditorElementItemData.h"
 #include "CCircuitEditorElementNodeItem.h"
 #include "CCircuitEditorNodeItem.h"
+#include "CCircuitElementPropertyTextBox.h"
 #include "CircuitGeometry.h"
 #include "ICircuitElement.h"
 #include "ICircuitElementNode.h"
@@ -18,6 +19,8 @@
 #include <QPainter>
 #include <QStyleOptionGraphicsItem>
 #include <QSvgRenderer>
+
+#include <utility>
 
 namespace {
 
@@ -49,6 +52,11 @@ CCircuitEditorElementItem::~CCircuitEditorElementItem() {
     }
     for (CCircuitEditorNodeItem* wire : qAsConst(d->circuitNodeItems)) {
         wire->setHeldBy(this, false);
+    }
+    // The list first: a box would take itself out of it.
+    for (CCircuitElementPropertyTextBox* box : std::exchange(d->propertyTextBoxes, {})) {
+        box->forgetElementItem();
+        delete box;
     }
     // The terminal items go before the data, which they look at.
     qDeleteAll(d->elementNodeItemMap);

@@ -3,6 +3,7 @@
 #include "ItemTypes.h"
 
 #include <QGraphicsRectItem>
+#include <QList>
 #include <QObject>
 
 #include <memory>
@@ -11,13 +12,15 @@ class CCircuitEditor;
 class CCircuitEditorElementItemData;
 class CCircuitEditorElementNodeItem;
 class CCircuitEditorNodeItem;
+class CCircuitElementPropertyTextBox;
 class ICircuitElement;
 class ICircuitElementNode;
 
 /// The picture of one circuit element. The item's origin is the element's anchor: the picture lies
 /// around it, the terminals are child items in the same coordinates, and the rotation is a
 /// transform about it. A flip is applied while painting only. Child of the editor as a QObject;
-/// owns its terminal items; knows, without owning them, the wires that touch the element.
+/// owns its terminal items and deletes the property text boxes that it lists; knows, without owning
+/// them, the wires that touch the element.
 class CCircuitEditorElementItem : public QObject, public QGraphicsRectItem {
     Q_OBJECT
 
@@ -53,6 +56,11 @@ public:
     /// Re-routes the automatic ones among them.
     void updateCircuitNodes();
 
+    /// The property text boxes of this element, which keep their entries themselves. Whoever asks
+    /// may change the list: the boxes' formats follow from the event loop.
+    QList<CCircuitElementPropertyTextBox*>& propertyTextBoxList();
+    QList<CCircuitElementPropertyTextBox*> propertyTextBoxes() const;
+
     /// While set, this item may be moved even though it is wired.
     void setInternalMoveMode(bool on);
     bool isInternalMoveMode() const;
@@ -79,6 +87,13 @@ protected:
 
 protected slots:
     void slotAssignedModelChanged();
+    /// Shows the inside of a sub-circuit in a modal window, for reading only.
+    void studySubCircuit();
+
+private slots:
+    void createElementPropertyTextBoxesForDisplayProperties();
+    void createElementPropertyTextBoxForCaptionProperty();
+    void updatePropertyTextBoxTextFormats();
 
 private:
     bool isLocked() const;
@@ -87,6 +102,10 @@ private:
     void finishDrag();
     void connectAtDrop(CCircuitEditorElementNodeItem* terminal);
     void setHoverCursor();
+    void setBoxBackgrounds(const QColor& color);
+    /// Puts all boxes in a column beside the element, below it if it is wider than tall.
+    void stackPropertyTextBoxes();
+    void showOutputVariables();
     void askForMove(QWidget* parent);
     void clearElement();
     void paintSelection(QPainter* painter, const QStyleOptionGraphicsItem* option,

@@ -8,10 +8,11 @@
 class CCircuitEditor;
 class CCircuitEditorElementNodeItem;
 class CCircuitEditorNodeItem;
+class CCircuitElementPropertyTextBox;
 class ICircuitElement;
 class QSvgRenderer;
 
-/// Private data of an element item, shared by the item's two sources.
+/// Private data of an element item, shared by the item's sources.
 class CCircuitEditorElementItemData {
 public:
     CCircuitEditor* circuitEditor = nullptr;
@@ -26,4 +27,6 @@ public:
     QPointF oldPos;
     QPointF newPos;
     bool internalMoveMode = false;
+    // Kept by the boxes.
+    QList<CCircuitElementPropertyTextBox*> propertyTextBoxes;
 };

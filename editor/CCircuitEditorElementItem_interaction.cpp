@@ -7,6 +7,7 @@
 #include "CCircuitEditorElementItemData.h"
 #include "CCircuitEditorElementNodeItem.h"
 #include "CCircuitEditorNodeItem.h"
+#include "CCircuitElementPropertyTextBox.h"
 #include "CElementMoveCmd.h"
 #include "CUndoRedo.h"
 #include "CircuitGeometry.h"
@@ -206,9 +207,16 @@ void CCircuitEditorElementItem::setHoverCursor() {
                    : Qt::OpenHandCursor);
 }
 
+void CCircuitEditorElementItem::setBoxBackgrounds(const QColor& color) {
+    for (CCircuitElementPropertyTextBox* box : qAsConst(d->propertyTextBoxes)) {
+        box->setBackgroundColor(color);
+    }
+}
+
 void CCircuitEditorElementItem::hoverEnterEvent(QGraphicsSceneHoverEvent* event) {
     QGraphicsRectItem::hoverEnterEvent(event);
     setHoverCursor();
+    setBoxBackgrounds(QColor(QStringLiteral("lightsteelblue")));
 }
 
 void CCircuitEditorElementItem::hoverMoveEvent(QGraphicsSceneHoverEvent* event) {
@@ -219,6 +227,7 @@ void CCircuitEditorElementItem::hoverMoveEvent(QGraphicsSceneHoverEvent* event) 
 void CCircuitEditorElementItem::hoverLeaveEvent(QGraphicsSceneHoverEvent* event) {
     QGraphicsRectItem::hoverLeaveEvent(event);
     setCursor2(Qt::OpenHandCursor);
+    setBoxBackgrounds(Qt::transparent);
 }
 
 void CCircuitEditorElementItem::contextMenuEvent(QGraphicsSceneContextMenuEvent* event) {
@@ -234,6 +243,13 @@ void CCircuitEditorElementItem::contextMenuEvent(QGraphicsSceneContextMenuEvent*
     help->setShortcut(QKeySequence::HelpContents);
     QAction* move = menu.addAction(QStringLiteral("Move Element"));
     move->setEnabled(d->circuitNodeItems.isEmpty());
+    const bool isSubCircuit =
+        element->desc()->category() == ICircuitElementDesc::SubCircuitCategory;
+    QAction* study = menu.addAction(QStringLiteral("Study Element"));
+    study->setEnabled(isSubCircuit);
+    QAction* addBoxes = menu.addAction(QStringLiteral("Add default property text boxes"));
+    addBoxes->setEnabled(!isSubCircuit);
+    const QAction* addCaption = menu.addAction(QStringLiteral("Add Caption"));
     menu.addSeparator();
     emit editor->elementContextMenuEvent(element, &menu, event->modifiers());
     const QAction* chosen = menu.exec(QCursor::pos());
@@ -242,19 +258,29 @@ void CCircuitEditorElementItem::contextMenuEvent(QGraphicsSceneContextMenuEvent*
         return;
     }
     if (chosen == outputVariables) {
-        // On the heap: the editor may go while the dialog is open, and takes it along.
-        const QPointer<CCircuitEditorElementConfigDialog> dialog(
-            new CCircuitEditorElementConfigDialog(editor));
-        dialog->setCircuitElement(element);
-        dialog->exec();
-        delete dialog;
+        showOutputVariables();
     } else if (chosen == remove) {
         editor->on_removeElementRequest(element);
     } else if (chosen == help) {
         showHelpFile();
     } else if (chosen == move) {
         askForMove(parent);
+    } else if (chosen == study) {
+        studySubCircuit();
+    } else if (chosen == addBoxes) {
+        createElementPropertyTextBoxesForDisplayProperties();
+    } else if (chosen == addCaption) {
+        createElementPropertyTextBoxForCaptionProperty();
     }
+}
+
+void CCircuitEditorElementItem::showOutputVariables() {
+    // On the heap: the editor may go while the dialog is open, and takes it along.
+    const QPointer<CCircuitEditorElementConfigDialog> dialog(
+        new CCircuitEditorElementConfigDialog(d->circuitEditor));
+    dialog->setCircuitElement(d->element);
+    dialog->exec();
+    delete dialog;
 }
 
 void CCircuitEditorElementItem::askForMove(QWidget* parent) {

@@ -2,6 +2,7 @@
 
 #include "CCircuitEditor.h"
 #include "CCircuitEditorElementItem.h"
+#include "CCircuitElementPropertyTextBox.h"
 #include "CircuitGeometry.h"
 #include "ICircuitElement.h"
 #include "ICircuitElementNode.h"
@@ -9,7 +10,19 @@
 #include "QtSeries.h"
 
 #include <QBrush>
+#include <QCursor>
+#include <QGraphicsSceneContextMenuEvent>
+#include <QMenu>
 #include <QPainter>
+#include <QPointer>
+
+namespace {
+
+// From the pointer to the box that names the terminal, in item coordinates.
+const QPointF NameBoxOffset(5.0, 5.0);
+constexpr int NameBoxPointSize = 8;
+
+}  // namespace
 
 class CCircuitEditorElementNodeItemData {
 public:
@@ -106,4 +119,26 @@ void CCircuitEditorElementNodeItem::paint(QPainter* painter, const QStyleOptionG
         QRectF(r.x() + r.width() * 0.5 - 2.0, r.y() + r.height() * 0.5 - 2.0, 4.0, 4.0));
     painter->setPen(oldPen);
     painter->setBrush(oldBrush);
+}
+
+void CCircuitEditorElementNodeItem::contextMenuEvent(QGraphicsSceneContextMenuEvent* event) {
+    const QPointer<CCircuitEditorElementItem> owner(d->elementItem);
+    const QString name = d->elementNode ? d->elementNode->name() : QString();
+    QMenu menu;
+    const QAction* addBox = menu.addAction(QStringLiteral("Add node name text box"));
+    const QAction* chosen = menu.exec(QCursor::pos());
+    // The menu ran its own event loop: this item may be gone.
+    if (!owner || owner->nodeItem(name) != this) {
+        return;
+    }
+    if (chosen != addBox) {
+        QGraphicsRectItem::contextMenuEvent(event);
+        return;
+    }
+    auto* box =
+        owner->circuitEditor()->addElementPropertyTextBox(mapToScene(event->pos() + NameBoxOffset));
+    QFont font = box->font();
+    font.setPointSize(NameBoxPointSize);
+    box->setFont(font);
+    box->setElementProperty(owner->element(), name);
 }

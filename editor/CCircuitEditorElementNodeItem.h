@@ -31,6 +31,9 @@ public:
     int type() const override { return Type; }
     void paint(QPainter* painter, const QStyleOptionGraphicsItem* option, QWidget* widget) override;
 
+protected:
+    void contextMenuEvent(QGraphicsSceneContextMenuEvent* event) override;
+
 private:
     std::unique_ptr<CCircuitEditorElementNodeItemData> d;
 };

@@ -1,16 +1,18 @@
 // The records of elements and nodes in files.
 
+#include "AnnotationRecords.h"
 #include "CCircuitEditorData.h"
 #include "CCircuitEditorElementItem.h"
 #include "CCircuitEditorNodeItem.h"
-#include "CircuitGeometry.h"
 #include "ICircuitElement.h"
 #include "ICircuitElementDesc.h"
 #include "ICircuitElementNode.h"
 #include "ICircuitNode.h"
 #include "XmlText.h"
 
-using CircuitGeometry::finiteNumber;
+using AnnotationRecords::setStoredPosition;
+using AnnotationRecords::storedPath;
+using AnnotationRecords::storedPosition;
 
 namespace {
 
@@ -18,16 +20,6 @@ constexpr char UniqueId[] = "_UniqueId_";
 
 QString twoDecimals(double value) {
     return QStringLiteral("%1").arg(value, 0, 'f', 2);
-}
-
-QPointF storedPosition(const QDomElement& record) {
-    return {finiteNumber(record.attribute(QStringLiteral("X"))),
-            finiteNumber(record.attribute(QStringLiteral("Y")))};
-}
-
-void setStoredPosition(QDomElement& record, const QPointF& position) {
-    record.setAttribute(QStringLiteral("X"), position.x());
-    record.setAttribute(QStringLiteral("Y"), position.y());
 }
 
 QDomElement shapeRecord(QDomDocument document, const QPainterPath& path) {
@@ -188,20 +180,8 @@ void CCircuitEditorData::loadNodeShape(const QDomElement& record, CCircuitEditor
     if (shape.isNull()) {
         return;
     }
-    QPainterPath path;
-    for (const QDomElement& element :
-         xmlUtils->findElements(shape, QStringLiteral("ShapeElement"))) {
-        switch (element.attribute(QStringLiteral("Type")).toInt()) {
-            case QPainterPath::MoveToElement:
-                path.moveTo(storedPosition(element));
-                break;
-            case QPainterPath::LineToElement:
-                path.lineTo(storedPosition(element));
-                break;
-            default:
-                break;
-        }
-    }
+    const QPainterPath path =
+        storedPath(xmlUtils->findElements(shape, QStringLiteral("ShapeElement")));
     item->addShape(path, true);
 }
 

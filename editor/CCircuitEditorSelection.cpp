@@ -1,31 +1,100 @@
+// Capture: from what is selected to the clipboard document.
+
 #include "CCircuitEditorSelection.h"
 
+#include "AnnotationRecords.h"
 #include "CCircuitEditor.h"
 #include "CCircuitEditorElementItem.h"
 #include "CCircuitEditorNodeItem.h"
+#include "CCircuitEditorSelectionData.h"
+#include "CCircuitEditorTextBox.h"
+#include "CCircuitElementPropertyTextBox.h"
+#include "CircuitGeometry.h"
+#include "ICircuit.h"
+#include "ICircuitElement.h"
+#include "ICircuitElementDesc.h"
 #include "ICircuitElementNode.h"
 #include "ICircuitNode.h"
-#include "ItemTypes.h"
+#include "IClipboard.h"
+#include "IQObjectLoadSave.h"
+#include "XmlText.h"
 
+#include <QApplication>
+#include <QClipboard>
 #include <QGraphicsScene>
+#include <QPainter>
+#include <QPointer>
+#include <QSet>
+#include <QStyleOptionGraphicsItem>
 
-class CCircuitEditorSelectionData {
-public:
-    bool holdsAllElementsOf(ICircuitNode* node) const;
+#include <algorithm>
+#include <cmath>
 
-    CCircuitEditor* circuitEditor = nullptr;
-    QList<ICircuitElement*> elementList;
-    QList<QGraphicsItem*> itemList;
-};
+using namespace AnnotationRecords;
 
-bool CCircuitEditorSelectionData::holdsAllElementsOf(ICircuitNode* node) const {
-    for (int i = 0; i < node->elementNodeCount(); ++i) {
-        if (!elementList.contains(node->elementNode(i)->element())) {
-            return false;
-        }
-    }
-    return true;
+namespace {
+
+// Larger pictures are scaled down: nobody looks at them in that size.
+constexpr double LargestIcon = 1024;
+
+QDomDocument newDocument() {
+    return QDomDocument(QStringLiteral("VortelGUICircuitEditor"));
 }
+
+QDomElement appendElement(QDomDocument document, QDomNode parent, const char* tag) {
+    QDomElement element = document.createElement(QLatin1String(tag));
+    parent.appendChild(element);
+    return element;
+}
+
+/// A white pixmap for that area, and the factor from the area's units to its pixels.
+QPixmap blankIcon(const QRectF& area, double* factor) {
+    *factor = std::min({1.0, LargestIcon / area.width(), LargestIcon / area.height()});
+    QPixmap pixmap(CircuitGeometry::roundedInt(area.width() * *factor),
+                   CircuitGeometry::roundedInt(area.height() * *factor));
+    pixmap.fill(Qt::white);
+    return pixmap;
+}
+
+QIcon iconOf(QGraphicsItem* item, const QWidget* widget) {
+    const QRectF area = item->boundingRect();
+    double factor = 1;
+    QPixmap pixmap = blankIcon(area, &factor);
+    if (pixmap.isNull()) {
+        return {};
+    }
+    QStyleOptionGraphicsItem option;
+    option.initFrom(widget);
+    option.rect = area.toAlignedRect();
+    option.exposedRect = area;
+    QPainter painter(&pixmap);
+    painter.scale(factor, factor);
+    painter.translate(-area.topLeft());
+    item->paint(&painter, &option, nullptr);
+    painter.end();
+    return QIcon(pixmap);
+}
+
+QIcon iconOf(QGraphicsScene* scene, const QRectF& area) {
+    double factor = 1;
+    QPixmap pixmap = blankIcon(area, &factor);
+    if (pixmap.isNull()) {
+        return {};
+    }
+    QPainter painter(&pixmap);
+    painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing |
+                           QPainter::SmoothPixmapTransform);
+    scene->render(&painter, QRectF(0, 0, pixmap.width(), pixmap.height()), area,
+                  Qt::KeepAspectRatio);
+    painter.end();
+    return QIcon(pixmap);
+}
+
+QRectF sceneRect(const QGraphicsItem* item) {
+    return item->mapToScene(item->boundingRect()).boundingRect();
+}
+
+}  // namespace
 
 CCircuitEditorSelection::CCircuitEditorSelection(CCircuitEditor* editor)
     : d(std::make_unique<CCircuitEditorSelectionData>()) {
@@ -38,47 +107,239 @@ CCircuitEditor* CCircuitEditorSelection::circuitEditor() const {
     return d->circuitEditor;
 }
 
+IClipboard* CCircuitEditorSelection::clipboard() const {
+    return d->circuitEditor->clipboard();
+}
+
+IQObjectLoadSave* CCircuitEditorSelection::qobjectLoadSave() const {
+    return d->circuitEditor->qobjectLoadSave();
+}
+
+IXmlUtils* CCircuitEditorSelection::xmlUtils() const {
+    return d->circuitEditor->xmlUtils();
+}
+
+ICircuit* CCircuitEditorSelection::circuit() const {
+    return d->circuitEditor->circuit();
+}
+
 void CCircuitEditorSelection::reset() {
+    d->clipboardText.clear();
+    d->clipboardToolTip.clear();
+    d->clipboardIcon = QIcon();
+    const bool wasEmpty = d->itemList.isEmpty();
     d->elementList.clear();
     d->itemList.clear();
+    d->textBoxList.clear();
+    if (!wasEmpty) {
+        emit d->circuitEditor->selectionStateChanged();
+    }
 }
 
 void CCircuitEditorSelection::initFromItem(QGraphicsItem* item) {
     const auto* elementItem = qgraphicsitem_cast<CCircuitEditorElementItem*>(item);
-    if (!elementItem) {
+    auto* textBox = qgraphicsitem_cast<CCircuitEditorTextBox*>(item);
+    if (!elementItem && !textBox) {
         reset();
         return;
     }
-    d->elementList.append(elementItem->element());
+    // Adds to the lists: dropping the selection is what empties them.
+    QDomDocument document = newDocument();
     d->itemList.append(item);
+    if (elementItem) {
+        d->elementList.append(elementItem->element());
+        d->saveElement(document, appendElement(document, document, "CircuitElement"), *elementItem);
+        d->clipboardToolTip = elementItem->element()->desc()->label();
+    } else {
+        d->textBoxList.append(textBox);
+        d->saveTextBox(document, appendElement(document, document, "TextBox"), *textBox);
+    }
+    d->clipboardText = document.toString(2);
+    d->clipboardIcon = iconOf(item, d->circuitEditor);
+    emit d->circuitEditor->selectionStateChanged();
 }
 
 void CCircuitEditorSelection::initFromSelectionRect(const QRectF& rect) {
     reset();
-    const QList<QGraphicsItem*> items =
-        d->circuitEditor->scene()->items(rect, Qt::IntersectsItemShape);
-    for (QGraphicsItem* item : items) {
+    QGraphicsScene* scene = d->circuitEditor->scene();
+    QList<QGraphicsItem*> items = scene->items(rect, Qt::IntersectsItemShape);
+    // The rectangle that was drawn lies there, too.
+    items.erase(std::remove_if(items.begin(), items.end(),
+                               [this](const QGraphicsItem* item) {
+                                   return d->circuitEditor->isSelectionRectangle(item);
+                               }),
+                items.end());
+    if (items.isEmpty()) {
+        return;
+    }
+    QDomDocument document = newDocument();
+    QDomElement root = appendElement(document, document, "CircuitElementGroup");
+    QRectF united;
+    const auto capture = [this, &united](QGraphicsItem* item) {
+        d->itemList.append(item);
+        united = united | sceneRect(item);
+    };
+    QSet<ICircuitElement*> captured;
+    const QDomElement elements = appendElement(document, root, "CircuitElements");
+    for (QGraphicsItem* item : qAsConst(items)) {
         const auto* elementItem = qgraphicsitem_cast<CCircuitEditorElementItem*>(item);
-        if (elementItem && !d->elementList.contains(elementItem->element())) {
+        if (elementItem && !captured.contains(elementItem->element())) {
+            captured.insert(elementItem->element());
             d->elementList.append(elementItem->element());
-            d->itemList.append(item);
+            capture(item);
+            d->saveElement(document, appendElement(document, elements, "CircuitElement"),
+                           *elementItem);
         }
     }
-    for (QGraphicsItem* item : items) {
+    const QDomElement nodes = appendElement(document, root, "CircuitNodes");
+    for (QGraphicsItem* item : qAsConst(items)) {
         const auto* wire = qgraphicsitem_cast<CCircuitEditorNodeItem*>(item);
-        if (wire && d->holdsAllElementsOf(wire->circuitNode())) {
-            d->itemList.append(item);
+        if (!wire) {
+            continue;
         }
+        ICircuitNode* node = wire->circuitNode();
+        bool isWhole = true;
+        for (int i = 0; isWhole && i < node->elementNodeCount(); ++i) {
+            isWhole = captured.contains(node->elementNode(i)->element());
+        }
+        if (isWhole) {
+            capture(item);
+            d->saveNode(document, nodes, node, qobjectLoadSave());
+        }
+    }
+    const QDomElement textBoxes = appendElement(document, root, "TextBoxes");
+    for (QGraphicsItem* item : qAsConst(items)) {
+        auto* textBox = qgraphicsitem_cast<CCircuitEditorTextBox*>(item);
+        if (textBox && !d->textBoxList.contains(textBox)) {
+            d->textBoxList.append(textBox);
+            capture(item);
+            d->saveTextBox(document, appendElement(document, textBoxes, "TextBox"), *textBox);
+        }
+    }
+    // The lower left corner is what a paste puts at its point.
+    setStoredPosition(root, united.bottomLeft());
+    d->clipboardText = document.toString(1);
+    d->clipboardIcon = iconOf(scene, rect);
+    d->clipboardToolTip =
+        QStringLiteral("Group of %1 elements").arg(d->textBoxList.size() + d->elementList.size());
+    emit d->circuitEditor->selectionStateChanged();
+}
+
+void CCircuitEditorSelectionData::saveElement(QDomDocument document, QDomElement record,
+                                              const CCircuitEditorElementItem& item) {
+    ICircuitElement* element = item.element();
+    if (IQObjectLoadSave* loadSave = circuitEditor->qobjectLoadSave()) {
+        loadSave->save(element->containerObject(), document, record);
+    }
+    setStoredPosition(record, item.pos());
+    record.setAttribute(QStringLiteral("Name"), xmlText(element->desc()->elementType()));
+    copyElementPropertyTextBoxes(item, document, record);
+}
+
+void CCircuitEditorSelectionData::copyElementPropertyTextBoxes(
+    const CCircuitEditorElementItem& item, QDomDocument document, QDomElement record) {
+    for (const CCircuitElementPropertyTextBox* box : item.propertyTextBoxes()) {
+        QDomElement boxRecord = appendElement(document, record, "EPTextBox");
+        setStoredRect(boxRecord, QRectF(box->pos() - item.pos(), box->rect().size()));
+        boxRecord.setAttribute(QStringLiteral("Property"), xmlText(box->propertyName()));
     }
 }
 
+void CCircuitEditorSelectionData::saveNode(QDomDocument document, QDomElement parent,
+                                           ICircuitNode* node, IQObjectLoadSave* loadSave) {
+    const CCircuitEditorNodeItem* item = circuitEditor->nodeItem(node);
+    QDomElement record = appendElement(document, parent, "CircuitNode");
+    record.setAttribute(QStringLiteral("Name"), xmlText(node->name()));
+    for (int i = 0; i < node->elementNodeCount(); ++i) {
+        ICircuitElementNode* terminal = node->elementNode(i);
+        QDomElement terminalRecord = appendElement(document, record, "ElementNode");
+        terminalRecord.setAttribute(QStringLiteral("Name"), xmlText(terminal->name()));
+        terminalRecord.setAttribute(QStringLiteral("ParentElement"),
+                                    xmlText(terminal->element()->name()));
+    }
+    setStoredPosition(record, item->pos());
+    if (item->isManuallyConnected()) {
+        const QDomElement shape = appendElement(document, record, "Shape");
+        const QPainterPath path = item->internalShape();
+        for (int i = 0; i < path.elementCount(); ++i) {
+            const QPainterPath::Element at = path.elementAt(i);
+            QDomElement point = appendElement(document, shape, "ShapeElement");
+            point.setAttribute(QStringLiteral("Type"), static_cast<int>(at.type));
+            setStoredPosition(point, QPointF(std::floor(at.x), std::floor(at.y)));
+        }
+    }
+    if (loadSave) {
+        loadSave->save(node->containerObject(), document, record);
+    }
+}
+
+void CCircuitEditorSelectionData::saveTextBox(QDomDocument document, QDomElement record,
+                                              const CCircuitEditorTextBox& box) {
+    setStoredRect(record, QRectF(box.pos(), box.rect().size()));
+    const QFont font = box.defaultFont();
+    record.setAttribute(QStringLiteral("FontFamily"), xmlText(font.family()));
+    record.setAttribute(QStringLiteral("FontSize"), font.pointSize());
+    setStoredColors(record, box);
+    record.appendChild(document.createTextNode(xmlText(box.text())));
+}
+
+void CCircuitEditorSelection::copy() {
+    IClipboard* service = clipboard();
+    if (!service) {
+        return;
+    }
+    service->addData({d->clipboardIcon, d->clipboardText, d->clipboardToolTip});
+    QApplication::clipboard()->setText(d->clipboardText, QClipboard::Clipboard);
+}
+
+void CCircuitEditorSelection::cut() {
+    copy();
+    erase();
+}
+
+void CCircuitEditorSelection::erase() {
+    // One deletion may take others along, and empties the capture; an item may be listed twice.
+    QList<QPointer<CCircuitEditorTextBox>> boxes;
+    for (CCircuitEditorTextBox* box : qAsConst(d->textBoxList)) {
+        boxes.append(box);
+    }
+    const QList<ICircuitElement*> elements = d->elementList;
+    for (const QPointer<CCircuitEditorTextBox>& box : qAsConst(boxes)) {
+        delete box;
+    }
+    for (ICircuitElement* element : elements) {
+        if (d->circuitEditor->elementItem(element)) {
+            element->circuit()->removeElement(element);
+        }
+    }
+    if (!boxes.isEmpty()) {
+        emit d->circuitEditor->projectPartModified();
+    }
+    reset();
+}
+
 void CCircuitEditorSelection::forgetItem(QGraphicsItem* item) {
+    d->pastedItemList.removeAll(item);
     if (d->itemList.removeAll(item) == 0) {
         return;
     }
     if (const auto* elementItem = qgraphicsitem_cast<CCircuitEditorElementItem*>(item)) {
         d->elementList.removeAll(elementItem->element());
+    } else if (auto* textBox = qgraphicsitem_cast<CCircuitEditorTextBox*>(item)) {
+        d->textBoxList.removeAll(textBox);
     }
+}
+
+QString CCircuitEditorSelection::clipboardText() const {
+    return d->clipboardText;
+}
+
+QString CCircuitEditorSelection::clipboardToolTip() const {
+    return d->clipboardToolTip;
+}
+
+QIcon CCircuitEditorSelection::clipboardIcon() const {
+    return d->clipboardIcon;
 }
 
 QList<QGraphicsItem*> CCircuitEditorSelection::itemList() const {
@@ -87,4 +348,8 @@ QList<QGraphicsItem*> CCircuitEditorSelection::itemList() const {
 
 QList<ICircuitElement*> CCircuitEditorSelection::elementList() const {
     return d->elementList;
+}
+
+QList<QGraphicsItem*> CCircuitEditorSelection::pastedItemList() const {
+    return d->pastedItemList;
 }

@@ -1,36 +1,68 @@
 #pragma once
 
 #include <QList>
+#include <QRectF>
 
 #include <memory>
 
 class CCircuitEditor;
 class CCircuitEditorSelectionData;
+class ICircuit;
 class ICircuitElement;
+class IClipboard;
+class IQObjectLoadSave;
+class IXmlUtils;
 class QGraphicsItem;
-class QRectF;
+class QIcon;
+class QString;
 
-/// What the user has selected in one editor, captured at the moment of selecting.
+/// What the user has selected in one editor, captured as a clipboard document at the moment of
+/// selecting, and the way back: what a clipboard document holds, made anew in the circuit. Nothing
+/// here is undoable. Doesn't own the items that it lists, and forgets those that die.
 class CCircuitEditorSelection {
 public:
     explicit CCircuitEditorSelection(CCircuitEditor* editor);
     ~CCircuitEditorSelection();
 
     CCircuitEditor* circuitEditor() const;
+    // The editor's services; null if it lacks them.
+    IClipboard* clipboard() const;
+    IQObjectLoadSave* qobjectLoadSave() const;
+    IXmlUtils* xmlUtils() const;
+    ICircuit* circuit() const;
 
-    /// Forgets the capture.
+    /// Forgets the capture; what was pasted last stays known.
     void reset();
-    /// Adds an element to the capture; any other kind of item resets it.
+    /// Adds an element or a text box to the capture, whose text then describes that one alone; any
+    /// other kind of item resets it.
     void initFromItem(QGraphicsItem* item);
-    /// Captures what the rectangle, in scene units, touches: elements, and nets all of whose
-    /// elements are captured.
+    /// Captures what the rectangle, in scene units, touches: elements, nets all of whose elements
+    /// are captured, and text boxes.
     void initFromSelectionRect(const QRectF& rect);
-    /// A captured item is dying.
+    /// The item is dying.
     void forgetItem(QGraphicsItem* item);
 
+    /// Puts the capture on both clipboards; without the application's own nothing happens.
+    void copy();
+    void cut();
+    /// Deletes what is captured.
+    void erase();
+
+    /// Makes anew what the entry of the application's clipboard holds; an index of -2 takes the
+    /// system clipboard, any other that names no entry takes the first. A group's lower left corner
+    /// comes to `pos`, in scene units. The scene rectangle of what was made; null for nothing.
+    QRectF paste(const QPointF& pos, int index);
+    QRectF paste(int index);
+
+    /// The clipboard document, its description and its picture.
+    QString clipboardText() const;
+    QString clipboardToolTip() const;
+    QIcon clipboardIcon() const;
     /// In the order of capture.
     QList<QGraphicsItem*> itemList() const;
     QList<ICircuitElement*> elementList() const;
+    /// In the order of making; what has died since isn't listed.
+    QList<QGraphicsItem*> pastedItemList() const;
 
 private:
     std::unique_ptr<CCircuitEditorSelectionData> d;

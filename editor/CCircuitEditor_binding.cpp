@@ -61,12 +61,6 @@ void CCircuitEditor::setCircuitSolver(ICircuitSolver* solver) {
     }
 }
 
-void CCircuitEditor::setCircuit(ICircuit* circuit) {
-    if (circuit) {
-        d->circuit = circuit;
-    }
-}
-
 void CCircuitEditor::on_elementAdded(ICircuitElement* element) {
     unhighlight();
     if (!d->scene || d->elementItemMap.contains(element) || !element ||

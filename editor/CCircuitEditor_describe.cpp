@@ -3,7 +3,10 @@
 #include "CCircuitEditorData.h"
 #include "CCircuitEditorElementItem.h"
 #include "CCircuitEditorElementNodeItem.h"
+#include "CCircuitEditorGlobaParamTextBox.h"
 #include "CCircuitEditorNodeItem.h"
+#include "CCircuitEditorTextBox.h"
+#include "CCircuitElementPropertyTextBox.h"
 #include "ICircuitElement.h"
 #include "ICircuitElementDesc.h"
 #include "ICircuitElementNode.h"
@@ -98,6 +101,55 @@ QJsonArray describeGlobalParameters(ICircuit* circuit) {
     return result;
 }
 
+template <class Box>
+QJsonObject describeBox(const char* kind, const Box* box, const QString& text) {
+    const QRectF rect = box->rect();
+    return {{QStringLiteral("kind"), QLatin1String(kind)},
+            {QStringLiteral("x"), rect.x()},
+            {QStringLiteral("y"), rect.y()},
+            {QStringLiteral("width"), rect.width()},
+            {QStringLiteral("height"), rect.height()},
+            {QStringLiteral("text"), text}};
+}
+
+QJsonObject describeTextBox(const CCircuitEditorTextBox* box) {
+    QJsonObject result = describeBox("text", box, box->text());
+    result.insert(QStringLiteral("fontFamily"), box->defaultFont().family());
+    result.insert(QStringLiteral("borderColor"), box->borderColor().name(QColor::HexArgb));
+    result.insert(QStringLiteral("fillColor"), box->fillColor().name(QColor::HexArgb));
+    result.insert(QStringLiteral("textColor"), box->textColor().name(QColor::HexArgb));
+    return result;
+}
+
+QJsonObject describePropertyBox(const CCircuitElementPropertyTextBox* box) {
+    QJsonObject result = describeBox("property", box, box->propertyText());
+    ICircuitElement* element = box->element();
+    result.insert(QStringLiteral("element"), element ? element->name() : QString());
+    result.insert(QStringLiteral("property"), box->propertyName());
+    return result;
+}
+
+QJsonObject describeParameterBox(const CCircuitEditorGlobaParamTextBox* box) {
+    QJsonObject result = describeBox("globalParameter", box, box->text());
+    result.insert(QStringLiteral("parameter"), box->globalParameterName());
+    return result;
+}
+
+/// In the order in which a project stores them.
+QJsonArray describeTextBoxes(const CCircuitEditor* editor) {
+    QJsonArray result;
+    for (int i = 0; i < editor->textBoxCount(); ++i) {
+        result.append(describeTextBox(editor->textBox(i)));
+    }
+    for (int i = 0; i < editor->elementPropertyTextBoxCount(); ++i) {
+        result.append(describePropertyBox(editor->elementPropertyTextBox(i)));
+    }
+    for (int i = 0; i < editor->globalParamTextBoxCount(); ++i) {
+        result.append(describeParameterBox(editor->globalParamTextBox(i)));
+    }
+    return result;
+}
+
 }  // namespace
 
 QByteArray CCircuitEditor::describe() const {
@@ -124,7 +176,7 @@ QByteArray CCircuitEditor::describe() const {
     const QJsonObject drawing{{QStringLiteral("title"), title},
                               {QStringLiteral("elements"), elements},
                               {QStringLiteral("nodes"), nodes},
-                              {QStringLiteral("textBoxes"), QJsonArray()},
+                              {QStringLiteral("textBoxes"), describeTextBoxes(this)},
                               {QStringLiteral("globalParameters"), globalParameters},
                               {QStringLiteral("outputVariables"), QJsonArray()}};
     return QJsonDocument(drawing).toJson();

@@ -20,6 +20,7 @@
 
 #include <QGraphicsLineItem>
 #include <QHoverEvent>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
 #include <QMessageBox>
@@ -282,6 +283,9 @@ void CCircuitEditor::mouseDoubleClickEvent(QMouseEvent* event) {
         QGraphicsView::mouseDoubleClickEvent(event);
         return;
     }
+    if (isStudy()) {
+        return;
+    }
     ICircuitElement* element =
         d->circuitElementFactory->createElement(d->elementExplorer->selectedElementName());
     if (!element) {
@@ -390,6 +394,11 @@ bool CCircuitEditor::isSelectionRectangle(const QGraphicsItem* item) const {
 }
 
 bool CCircuitEditor::event(QEvent* event) {
+    if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Tab) {
+        // The view would look for the next focus first, among items and widgets.
+        keyPressEvent(static_cast<QKeyEvent*>(event));
+        return true;
+    }
     if (d && d->statusLabel) {
         if (event->type() == QEvent::HoverLeave) {
             d->statusLabel->setText(QString());

@@ -80,9 +80,7 @@ bool CCircuitEditor::saveProjectPart(QDomDocument document, QDomElement element)
                             qlonglong(strings && strings->isStringGlobalVariable(i)));
         element.appendChild(record);
     }
-    appendComment(document, element, QStringLiteral("Text boxes"));
-    appendComment(document, element, QStringLiteral("Element Property Text Boxes"));
-    appendComment(document, element, QStringLiteral("Global Param Text boxes"));
+    d->saveAnnotations(document, element);
     return true;
 }
 
@@ -102,6 +100,7 @@ bool CCircuitEditor::loadProjectPart(QDomDocument, QDomElement element) {
                                  record.attribute(QStringLiteral("Value")),
                                  record.attribute(QStringLiteral("IsReal")).toInt() != 0);
     }
+    d->loadAnnotations(element);
     resolveControls(bound);
     return true;
 }

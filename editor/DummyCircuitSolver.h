@@ -1,7 +1,9 @@
 #pragma once
 
+#include "ICircuit.h"
 #include "ICircuitSolver.h"
 #include "ICircuitSolverEx.h"
+#include "InterfacePointer.h"
 
 #include <QObject>
 
@@ -30,5 +32,5 @@ public:
     bool disconnectElement(ICircuitElement* a, ICircuitElement* b) override;
 
 private:
-    ICircuit* m_circuit = nullptr;
+    InterfacePointer<ICircuit> m_circuit;
 };

@@ -5,6 +5,7 @@
 #include "DialogDriver.h"
 #include "ICanvas.h"
 #include "ICircuit.h"
+#include "ICircuitEditor.h"
 #include "ICircuitEditorExt.h"
 #include "ICircuitEditorExt2.h"
 #include "ICircuitElementFactory.h"
@@ -30,6 +31,7 @@
 #include <QSignalSpy>
 #include <QStatusBar>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QToolBar>
 #include <QUrl>
 
@@ -173,11 +175,11 @@ TEST_F(MainWindowTest, TheClipboardServesTheCanvas) {
     QGraphicsItem* item =
         qobject_cast<ICircuitEditorExt*>(workbench.editorWidget())->itemFor(element);
     for (const bool selected : {false, true, false}) {
+        qobject_cast<ICircuitEditor*>(workbench.editorWidget())->unhighlight();
         item->setSelected(selected);
         QApplication::processEvents();
         for (const char* id : {"cut", "copy", "delete"}) {
-            // Not every editor can do all of them.
-            EXPECT_EQ(action(id)->isEnabled(), selected && action(id)->isVisible()) << id;
+            EXPECT_EQ(action(id)->isEnabled(), selected) << id;
         }
     }
 }
@@ -225,13 +227,13 @@ TEST_F(MainWindowTest, LaysWiresAndOpensHelpFromTheMenu) {
     auto* manual =
         qobject_cast<QAction*>(workbench.object("CCircuitEditorComponent.manualCtorMode"));
     ASSERT_NE(manual, nullptr);
-    EXPECT_EQ(manual->shortcut(), QKeySequence("W"));
-    // A letter of the palette's search elsewhere.
-    EXPECT_EQ(manual->associatedWidgets().contains(window.get()), false);
+    // The canvas's own key: elsewhere it is a letter.
+    EXPECT_TRUE(manual->shortcut().isEmpty());
+    EXPECT_TRUE(manual->text().endsWith("\tW"));
     manual->trigger();
     EXPECT_TRUE(manual->isChecked());
     QGraphicsView* view = workbench.canvas()->graphicsView();
-    manual->trigger();
+    QTest::keyClick(view, Qt::Key_W);
     EXPECT_FALSE(manual->isChecked());
 
     trigger("elementHelp");

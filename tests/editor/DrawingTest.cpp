@@ -20,11 +20,17 @@ using Plexa::ComponentManager;
 namespace {
 
 QHash<QString, QObject*> offeredObjects;
+QHash<QString, std::function<QWidget*()>> widgetMakers;
 
 class HostComponent : public AbstractComponent {
 public:
     QObject* fetchObject(const QString& name) const override {
         return offeredObjects.value(name.section(QLatin1Char('.'), -1));
+    }
+
+    QWidget* createWidget(const QString& name) const override {
+        const auto make = widgetMakers.value(name.section(QLatin1Char('.'), -1));
+        return make ? make() : nullptr;
     }
 };
 
@@ -78,6 +84,7 @@ FrameworkRun::~FrameworkRun() {
     ComponentManager::instance()->shutdown();
     ComponentManager::instance()->setMainWindow(nullptr);
     offeredObjects.clear();
+    widgetMakers.clear();
     // What is left asks for the component in vain.
     ComponentFactory::instance()->registerComponentInfo(QStringLiteral("CCircuitEditorComponent"),
                                                         nullptr, nullptr);
@@ -96,7 +103,8 @@ void FrameworkRun::start(const QHash<QString, QObject*>& offered, QWidget* windo
         QStringLiteral("{\"components\": [{\"name\": \"Host\", \"objects\": [%1]},"
                        "{\"name\": \"CElementExplorerComponent\", \"objects\": []},"
                        "{\"name\": \"CCircuitEditorComponent\", \"objects\": "
-                       "[\"circuitEditorGL\"], \"properties\": {\"TextBoxColors\": {\"Fill\": "
+                       "[\"circuitEditorGL\", \"manualCtorMode\"], \"properties\": "
+                       "{\"TextBoxColors\": {\"Fill\": "
                        "{\"Default\": \"#ff0000\"}}}}]}")
             .arg(names.join(QLatin1Char(',')))
             .toUtf8(),
@@ -111,6 +119,10 @@ void FrameworkRun::start(const QHash<QString, QObject*>& offered, QWidget* windo
     manager->initializeComponents();
 }
 
+void FrameworkRun::offerWidgets(const QString& name, const std::function<QWidget*()>& make) {
+    widgetMakers.insert(name, make);
+}
+
 DrawingTest::DrawingTest() {
     announceLog(QStringLiteral("Undo: "));
     announceLog(QStringLiteral("Redo: "));
@@ -119,7 +131,8 @@ DrawingTest::DrawingTest() {
                      {QStringLiteral("xml"), &xmlUtils},
                      {QStringLiteral("loadSave"), &loadSave},
                      {QStringLiteral("explorer"), &explorer},
-                     {QStringLiteral("panel"), &panel}},
+                     {QStringLiteral("panel"), &panel},
+                     {QStringLiteral("clipboard"), &clipboard}},
                     &window);
     editor = framework.component->circuitEditor();
     editor->setViewport(nullptr);

@@ -2,12 +2,15 @@
 
 #include "CCircuitEditor.h"
 #include "CCircuitEditorComponent.h"
+#include "Clipboard.h"
 #include "EditorTest.h"
 #include "IElementExplorer.h"
 #include "IPropertyEditor.h"
 
 #include <QHash>
 #include <QStringList>
+
+#include <functional>
 
 /// A palette whose choice the test makes.
 class ExplorerStub : public QObject, public IElementExplorer {
@@ -52,6 +55,8 @@ public:
     ~FrameworkRun();
 
     void start(const QHash<QString, QObject*>& offered, QWidget* window);
+    /// Lets the component that offers the object of that name make further widgets of the kind.
+    void offerWidgets(const QString& name, const std::function<QWidget*()>& make);
 
     CCircuitEditorComponent* component = nullptr;
 };
@@ -95,6 +100,7 @@ protected:
     ObjectLoadSave loadSave;
     ExplorerStub explorer;
     PanelStub panel;
+    Clipboard clipboard;
     QWidget window;
     FrameworkRun framework;
     CCircuitEditor* editor = nullptr;

@@ -191,7 +191,8 @@ TEST_F(ElementHandling, TheMenuOffersAndDoes) {
         rightClick({0, 12});
         EXPECT_EQ(driver.texts,
                   QStringList{"Output Variables|Delete Element|Resistor.Basic Help|Move "
-                              "Element|-|More"});
+                              "Element|Study Element|Add default property text boxes|Add "
+                              "Caption|-|More"});
     }
     {
         DialogDriver driver;

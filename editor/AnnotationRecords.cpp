@@ -1,0 +1,117 @@
+#include "AnnotationRecords.h"
+
+#include "CCircuitEditorComponent.h"
+#include "CCircuitEditorTextBox.h"
+#include "CircuitGeometry.h"
+#include "XmlText.h"
+
+#include <QPainterPath>
+
+namespace {
+
+// Far outside any drawing area: what lies beyond would make the drawing impossible to look at.
+constexpr double FarthestCoordinate = 1e6;
+
+double storedCoordinate(const QDomElement& record, const QString& name) {
+    return qBound(-FarthestCoordinate, CircuitGeometry::finiteNumber(record.attribute(name)),
+                  FarthestCoordinate);
+}
+
+struct ColorField {
+    const char* attribute;
+    const char* palette;
+    QColor (CCircuitEditorTextBox::*get)() const;
+    void (CCircuitEditorTextBox::*set)(const QColor&);
+};
+
+constexpr ColorField ColorFields[] = {
+    {"BorderColor", "Border", &CCircuitEditorTextBox::borderColor,
+     &CCircuitEditorTextBox::setBorderColor},
+    {"FillColor", "Fill", &CCircuitEditorTextBox::fillColor, &CCircuitEditorTextBox::setFillColor},
+    {"TextColor", "Text", &CCircuitEditorTextBox::textColor, &CCircuitEditorTextBox::setTextColor},
+};
+
+QColor defaultColor(const char* palette) {
+    const CCircuitEditorComponent* component = CCircuitEditorComponent::instance();
+    const QVariantMap palettes = component ? component->textBoxColors() : QVariantMap();
+    QColor color;
+    color.setNamedColor(
+        palettes.value(QLatin1String(palette)).toMap().value(QStringLiteral("Default")).toString());
+    return color;
+}
+
+/// With transparency, which the plain name of a colour leaves out.
+QString colorName(const QColor& color) {
+    return color.alpha() == 255 ? color.name() : color.name(QColor::HexArgb);
+}
+
+}  // namespace
+
+QPointF AnnotationRecords::storedPosition(const QDomElement& record) {
+    return {storedCoordinate(record, QStringLiteral("X")),
+            storedCoordinate(record, QStringLiteral("Y"))};
+}
+
+void AnnotationRecords::setStoredPosition(QDomElement& record, const QPointF& position) {
+    record.setAttribute(QStringLiteral("X"), position.x());
+    record.setAttribute(QStringLiteral("Y"), position.y());
+}
+
+QRectF AnnotationRecords::storedRect(const QDomElement& record) {
+    return {storedPosition(record), QSizeF(storedCoordinate(record, QStringLiteral("Width")),
+                                           storedCoordinate(record, QStringLiteral("Height")))};
+}
+
+void AnnotationRecords::setStoredRect(QDomElement& record, const QRectF& rect) {
+    setStoredPosition(record, rect.topLeft());
+    record.setAttribute(QStringLiteral("Width"), rect.width());
+    record.setAttribute(QStringLiteral("Height"), rect.height());
+}
+
+QPainterPath AnnotationRecords::storedPath(const QList<QDomElement>& shapeElements) {
+    QPainterPath path;
+    for (const QDomElement& element : shapeElements) {
+        switch (element.attribute(QStringLiteral("Type")).toInt()) {
+            case QPainterPath::MoveToElement:
+                path.moveTo(storedPosition(element));
+                break;
+            case QPainterPath::LineToElement:
+                path.lineTo(storedPosition(element));
+                break;
+            default:
+                break;
+        }
+    }
+    return path;
+}
+
+void AnnotationRecords::setStoredColors(QDomElement& record, const CCircuitEditorTextBox& box) {
+    for (const ColorField& field : ColorFields) {
+        const QColor color = (box.*field.get)();
+        const QColor standard = defaultColor(field.palette);
+        if (color != standard || !standard.isValid()) {
+            record.setAttribute(QLatin1String(field.attribute), colorName(color));
+        }
+    }
+}
+
+void AnnotationRecords::applyStoredColors(const QDomElement& record, CCircuitEditorTextBox* box) {
+    for (const ColorField& field : ColorFields) {
+        if (record.hasAttribute(QLatin1String(field.attribute))) {
+            QColor color;
+            color.setNamedColor(record.attribute(QLatin1String(field.attribute)));
+            (box->*field.set)(color);
+        }
+    }
+}
+
+void AnnotationRecords::appendCData(QDomDocument document, QDomElement& record,
+                                    const QString& text) {
+    const QString end = QStringLiteral("]]>");
+    QString rest = xmlText(text);
+    for (int at = rest.indexOf(end); at >= 0; at = rest.indexOf(end)) {
+        record.appendChild(document.createCDATASection(rest.left(at + 2)));
+        rest.remove(0, at + 2);
+    }
+    record.appendChild(document.createCDATASection(rest));
+}

@@ -1,0 +1,269 @@
+// Paste: from a clipboard document to new elements, nets and text boxes.
+
+#include "AnnotationRecords.h"
+#include "CCircuitEditor.h"
+#include "CCircuitEditorElementItem.h"
+#include "CCircuitEditorNodeItem.h"
+#include "CCircuitEditorSelection.h"
+#include "CCircuitEditorSelectionData.h"
+#include "CCircuitEditorTextBox.h"
+#include "CCircuitElementPropertyTextBox.h"
+#include "ICircuit.h"
+#include "ICircuitElement.h"
+#include "ICircuitElementFactory.h"
+#include "ICircuitNode.h"
+#include "ICircuitSolver.h"
+#include "IClipboard.h"
+#include "IEditableProperties.h"
+#include "IQObjectLoadSave.h"
+#include "IXmlUtils.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QGraphicsItem>
+#include <QXmlStreamReader>
+
+using namespace AnnotationRecords;
+
+namespace {
+
+constexpr int SystemClipboard = -2;
+// Deeper than any document of the editor. A tree that is far deeper can't even be freed.
+constexpr int DeepestDocument = 100;
+
+/// Whether the text is worth building a document of: it may be any text, of any size.
+bool mayBeDocument(const QString& text) {
+    if (!text.contains(QLatin1String("<CircuitElement")) &&
+        !text.contains(QLatin1String("<TextBox"))) {
+        return false;
+    }
+    int depth = 0;
+    QXmlStreamReader reader(text);
+    while (!reader.atEnd()) {
+        switch (reader.readNext()) {
+            case QXmlStreamReader::StartElement:
+                if (++depth > DeepestDocument) {
+                    return false;
+                }
+                break;
+            case QXmlStreamReader::EndElement:
+                --depth;
+                break;
+            default:
+                break;
+        }
+    }
+    return true;
+}
+
+QList<QDomElement> children(const QDomElement& parent, const char* tag) {
+    QList<QDomElement> result;
+    for (QDomElement child = parent.firstChildElement(QLatin1String(tag)); !child.isNull();
+         child = child.nextSiblingElement(QLatin1String(tag))) {
+        result.append(child);
+    }
+    return result;
+}
+
+/// The element's properties named "Nodes", by index.
+QMap<int, QVariant> nodesProperties(IEditableProperties* properties) {
+    QMap<int, QVariant> result;
+    for (int i = 0; properties && i < properties->propertyCount(); ++i) {
+        if (properties->propertyName(i) == QLatin1String("Nodes")) {
+            result.insert(i, properties->propertyValue(i));
+        }
+    }
+    return result;
+}
+
+}  // namespace
+
+QRectF CCircuitEditorSelection::paste(int index) {
+    return paste(QPointF(0, 0), index);
+}
+
+QRectF CCircuitEditorSelection::paste(const QPointF& pos, int index) {
+    if (!clipboard()) {
+        return {};
+    }
+    const QString text = d->textToPaste(index);
+    QDomDocument document;
+    if (text.isEmpty()) {
+        return {};
+    }
+    if (mayBeDocument(text)) {
+        document.setContent(text);
+    }
+    d->pasteElementMap.clear();
+    d->pastedItemList.clear();
+    const QDomElement root = document.documentElement();
+    if (root.isNull()) {
+        return {};
+    }
+    CCircuitEditor* editor = d->circuitEditor;
+    const QPointF offset = editor->snapToGrid(pos - storedPosition(root));
+    if (root.tagName() == QLatin1String("CircuitElement")) {
+        d->pasteElement(document, root, circuit(), qobjectLoadSave(),
+                        editor->circuitElementFactory());
+    } else if (root.tagName() == QLatin1String("TextBox")) {
+        d->pasteTextBox(document, root, circuit(), qobjectLoadSave(),
+                        editor->circuitElementFactory());
+    } else {
+        d->pasteGroup(document, root);
+    }
+    return d->movePasted(offset);
+}
+
+QString CCircuitEditorSelectionData::textToPaste(int index) const {
+    const QClipboard* system = QApplication::clipboard();
+    IClipboard* service = circuitEditor->clipboard();
+    const int count = service->dataCount();
+    QString text;
+    if (index != SystemClipboard && count > 0) {
+        text = service->data(index >= 0 && index < count ? index : 0).data.toString();
+    }
+    return text.isEmpty() ? system->text(QClipboard::Clipboard) : text;
+}
+
+void CCircuitEditorSelectionData::pasteGroup(QDomDocument document, QDomElement root) {
+    ICircuit* circuit = circuitEditor->circuit();
+    IQObjectLoadSave* loadSave = circuitEditor->qobjectLoadSave();
+    ICircuitElementFactory* factory = circuitEditor->circuitElementFactory();
+    const auto group = [&root](const char* name, const char* tag) {
+        return children(root.firstChildElement(QLatin1String(name)), tag);
+    };
+    // Elements first: the nets refer to them.
+    for (const QDomElement& record : group("CircuitElements", "CircuitElement")) {
+        pasteElement(document, record, circuit, loadSave, factory);
+    }
+    for (const QDomElement& record : group("CircuitNodes", "CircuitNode")) {
+        pasteNode(document, record, circuit, loadSave, circuitEditor->xmlUtils());
+    }
+    for (const QDomElement& record : group("TextBoxes", "TextBox")) {
+        pasteTextBox(document, record, circuit, loadSave, factory);
+    }
+}
+
+void CCircuitEditorSelectionData::pasteElement(QDomDocument document, QDomElement record,
+                                               ICircuit* circuit, IQObjectLoadSave* loadSave,
+                                               ICircuitElementFactory* factory) {
+    if (!circuit || !loadSave || !factory) {
+        return;
+    }
+    ICircuitElement* element = factory->createElement(record.attribute(QStringLiteral("Name")));
+    if (!element) {
+        return;
+    }
+    circuit->addElement(element);
+    CCircuitEditorElementItem* item = circuitEditor->elementItem(element);
+    if (item) {
+        pastedItemList.append(item);
+        item->setPos(storedPosition(record));
+        circuitEditor->snapToGrid(item);
+    }
+    // Everything is taken from the document but what makes the element this one: its caption and
+    // the nets that it is on.
+    QObject* object = element->containerObject();
+    const QString newCaption = element->caption();
+    auto* properties = qobject_cast<IEditableProperties*>(object);
+    const QMap<int, QVariant> nodes = nodesProperties(properties);
+    loadSave->load(object, document, record);
+    pasteElementMap.insert(element->caption(), element);
+    element->setCaption(newCaption);
+    for (auto it = nodes.begin(); it != nodes.end(); ++it) {
+        properties->setPropertyValue(it.key(), it.value());
+    }
+    if (item) {
+        pasteElementPropertyTextBoxes(item, record);
+    }
+}
+
+void CCircuitEditorSelectionData::pasteElementPropertyTextBoxes(CCircuitEditorElementItem* item,
+                                                                QDomElement record) {
+    for (const QDomElement& boxRecord : children(record, "EPTextBox")) {
+        auto* box = new CCircuitElementPropertyTextBox(circuitEditor);
+        box->setRect(storedRect(boxRecord).translated(item->pos()));
+        box->setElementProperty(item->element(), boxRecord.attribute(QStringLiteral("Property")));
+    }
+}
+
+ICircuitElementNode* CCircuitEditorSelectionData::pastedTerminal(const QDomElement& record) const {
+    ICircuitElement* element =
+        pasteElementMap.value(record.attribute(QStringLiteral("ParentElement")));
+    return element ? element->elementNode(record.attribute(QStringLiteral("Name"))) : nullptr;
+}
+
+void CCircuitEditorSelectionData::pasteNode(QDomDocument document, QDomElement record,
+                                            ICircuit* circuit, IQObjectLoadSave* loadSave,
+                                            IXmlUtils* xmlUtils) {
+    if (!circuit || !loadSave || !xmlUtils) {
+        return;
+    }
+    const QList<QDomElement> terminals =
+        xmlUtils->findElements(record, QStringLiteral("ElementNode"));
+    ICircuitSolver* solver = circuit->circuitSolver();
+    if (terminals.size() < 2 || !solver) {
+        return;
+    }
+    ICircuitElementNode* first = pastedTerminal(terminals.at(0));
+    ICircuitElementNode* second = pastedTerminal(terminals.at(1));
+    ICircuitNode* node = first && second ? solver->makeConnection(first, second) : nullptr;
+    if (!node) {
+        return;
+    }
+    for (int i = 2; i < terminals.size(); ++i) {
+        if (ICircuitElementNode* terminal = pastedTerminal(terminals.at(i))) {
+            solver->makeConnection(terminal, node);
+        }
+    }
+    const QString newName = node->name();
+    loadSave->load(node->containerObject(), document, record);
+    node->setName(newName);
+    const QPainterPath path =
+        storedPath(children(record.firstChildElement(QStringLiteral("Shape")), "ShapeElement"));
+    if (CCircuitEditorNodeItem* item = circuitEditor->nodeItem(node)) {
+        pastedItemList.append(item);
+        if (!path.isEmpty() || !circuitEditor->isRouteEmptyShapes()) {
+            item->addShape(path, true);
+        }
+        item->setPos(storedPosition(record));
+        item->updateNode();
+    }
+}
+
+void CCircuitEditorSelectionData::pasteTextBox(QDomDocument, QDomElement record, ICircuit* circuit,
+                                               IQObjectLoadSave* loadSave,
+                                               ICircuitElementFactory* factory) {
+    if (!circuit || !loadSave || !factory) {
+        return;
+    }
+    QFont font;
+    font.setFamily(record.attribute(QStringLiteral("FontFamily")));
+    bool isNumber = false;
+    const int size = record.attribute(QStringLiteral("FontSize")).toInt(&isNumber);
+    font.setPointSize(isNumber && size > 0 ? size : QApplication::font().pointSize());
+    CCircuitEditorTextBox* box = circuitEditor->addTextBox(storedRect(record));
+    box->setDefaultFont(font);
+    box->setText(record.text());
+    applyStoredColors(record, box);
+    pastedItemList.append(box);
+}
+
+QRectF CCircuitEditorSelectionData::movePasted(const QPointF& offset) {
+    QRectF bounds;
+    circuitEditor->setInternalMove(true);
+    for (QGraphicsItem* item : QList<QGraphicsItem*>(pastedItemList)) {
+        item->setPos(item->pos() + offset);
+    }
+    for (QGraphicsItem* item : qAsConst(pastedItemList)) {
+        // While an element moves its wires are routed from where it was.
+        if (auto* wire = qgraphicsitem_cast<CCircuitEditorNodeItem*>(item)) {
+            wire->updateNode();
+        }
+    }
+    circuitEditor->setInternalMove(false);
+    for (const QGraphicsItem* item : qAsConst(pastedItemList)) {
+        bounds = bounds | item->mapToScene(item->boundingRect()).boundingRect();
+    }
+    return bounds;
+}

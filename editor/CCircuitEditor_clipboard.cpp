@@ -1,0 +1,118 @@
+// Cut, copy and paste, and the selection as a whole.
+
+#include "CCircuitEditorComponent.h"
+#include "CCircuitEditorData.h"
+#include "CCircuitEditorSelection.h"
+#include "CSelectionRectangleItem.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+
+namespace {
+
+constexpr int NoEntry = -1;
+constexpr int SystemClipboard = -2;
+
+}  // namespace
+
+void CCircuitEditor::setClipboardWidget(IClipboardWidget* widget) {
+    IClipboardWidget* old = d->clipboardWidget;
+    if (widget == old) {
+        return;
+    }
+    if (old) {
+        QObject::disconnect(old->containerObject(), nullptr, this, nullptr);
+    }
+    d->clipboardWidget = widget;
+    if (widget) {
+        connect(widget->containerObject(), SIGNAL(dataClicked(QString, ClipboardData, int)), this,
+                SLOT(on_clipboardWidgetDataClicked(QString, ClipboardData, int)));
+    }
+}
+
+IClipboardWidget* CCircuitEditor::clipboardWidget() const {
+    return d->clipboardWidget;
+}
+
+void CCircuitEditor::on_clipboardWidgetDataClicked(QString context, ClipboardData, int index) {
+    if (context == CircuitEditorClipboardContext) {
+        d->clipboardDataIndex = index;
+    }
+}
+
+void CCircuitEditor::cut() {
+    d->selection->cut();
+    if (d->selectionRectItem) {
+        d->selectionRectItem->setVisible(false);
+    }
+    d->clipboardDataIndex = NoEntry;
+}
+
+void CCircuitEditor::copy() {
+    d->selection->copy();
+    d->clipboardDataIndex = NoEntry;
+}
+
+void CCircuitEditor::paste() {
+    paste(mapToScene(viewport()->mapFromGlobal(QCursor::pos())));
+}
+
+void CCircuitEditor::paste(QPointF pos) {
+    if (!d->scene) {
+        return;
+    }
+    const QRectF rectangle = d->selection->paste(pos, d->clipboardDataIndex);
+    if (!d->selectionRectItem) {
+        d->selectionRectItem = new CSelectionRectangleItem(this);
+    }
+    d->selectionRectItem->setRect(rectangle);
+    d->selectionRectItem->setItemList(d->selection->pastedItemList());
+    d->selectionRectItem->setVisible(true);
+    d->selection->reset();
+}
+
+void CCircuitEditor::pasteFromClipboard() {
+    pasteFromClipboard(mapToScene(viewport()->mapFromGlobal(QCursor::pos())));
+}
+
+void CCircuitEditor::pasteFromClipboard(const QPointF& pos) {
+    const int chosen = d->clipboardDataIndex;
+    d->clipboardDataIndex = SystemClipboard;
+    paste(pos);
+    d->clipboardDataIndex = chosen;
+}
+
+bool CCircuitEditor::hasSelection() const {
+    return !d->selection->itemList().isEmpty();
+}
+
+void CCircuitEditor::eraseSelection() {
+    if (d->selectionRectItem && d->selectionRectItem->isVisible()) {
+        eraseGroup();
+        return;
+    }
+    // As by the key: the item that has the focus does it in its own way.
+    QKeyEvent press(QEvent::KeyPress, Qt::Key_Delete, Qt::NoModifier);
+    keyPressEvent(&press);
+}
+
+void CCircuitEditor::eraseGroup() {
+    if (d->selection->itemList().isEmpty()) {
+        d->selection->initFromSelectionRect(d->selectionRectItem->rect());
+    }
+    d->selection->erase();
+    delete d->selectionRectItem;
+}
+
+void CCircuitEditor::selectAll() {
+    if (!d->scene || d->mode != EditMode) {
+        return;
+    }
+    unhighlight();
+    delete d->selectionRectItem;
+    startSelectionRectangle(QPointF());
+    d->selectionRectItem->setRect(QRectF());
+    // The rectangle itself and the hidden connection line cover nothing.
+    d->selectionRectItem->setRect(d->scene->itemsBoundingRect());
+    closeSelectionRectangle();
+}

@@ -1,0 +1,126 @@
+// The inside of a sub-circuit, drawn as its stored project has it and not tied to its signals.
+
+#include "AnnotationRecords.h"
+#include "CCircuitEditorData.h"
+#include "CCircuitEditorElementItem.h"
+#include "CCircuitEditorNodeItem.h"
+#include "CCircuitEditorTextBox.h"
+#include "CircuitGeometry.h"
+#include "DummyCircuitSolver.h"
+#include "ICircuitElement.h"
+#include "ICircuitElementDesc.h"
+#include "ICircuitNode.h"
+#include "ISubCircuitElementDesc.h"
+
+#include <Plexa/DomAccess.h>
+
+#include <cmath>
+
+namespace {
+
+/// The project that the description of a sub-circuit stores; an empty document if there is none.
+QDomDocument storedProject(ICircuit* circuit, IXmlUtils* xmlUtils) {
+    QDomDocument project;
+    auto* element = qobject_cast<ICircuitElement*>(circuit->containerObject());
+    void* answer = nullptr;
+    if (element) {
+        element->desc()->queryInterface(QStringLiteral("ISubCircuitElementDesc"), &answer);
+    }
+    if (!answer || !xmlUtils) {
+        return project;
+    }
+    const QDomElement file =
+        Plexa::DomAccess(static_cast<ISubCircuitElementDesc*>(answer)->subCircuitInfo())
+            .query(QStringLiteral("CircuitInfo.VortelProjectFile"))
+            .element();
+    QByteArray packed;
+    xmlUtils->loadBinaryData(file, packed);
+    if (packed.isEmpty() || !project.setContent(qUncompress(packed))) {
+        project.clear();
+    }
+    return project;
+}
+
+/// The stored wire, its points cut down to whole numbers.
+QPainterPath wholePath(const QDomElement& record) {
+    QList<QDomElement> points;
+    const QDomElement shape = record.firstChildElement(QStringLiteral("Shape"));
+    const QString tag = QStringLiteral("ShapeElement");
+    for (QDomElement point = shape.firstChildElement(tag); !point.isNull();
+         point = point.nextSiblingElement(tag)) {
+        points.append(point);
+    }
+    QPainterPath path = AnnotationRecords::storedPath(points);
+    for (int i = 0; i < path.elementCount(); ++i) {
+        const QPainterPath::Element at = path.elementAt(i);
+        path.setElementPositionAt(i, std::trunc(at.x), std::trunc(at.y));
+    }
+    return path;
+}
+
+}  // namespace
+
+void CCircuitEditor::setCircuit(ICircuit* circuit) {
+    if (!circuit || !d->scene) {
+        return;
+    }
+    d->circuit = circuit;
+    d->circuitSolver = new DummyCircuitSolver(circuit, this);
+    auto* element = qobject_cast<ICircuitElement*>(circuit->containerObject());
+    const QDomDocument project = storedProject(circuit, d->xmlUtils);
+    if (!element || project.documentElement().isNull()) {
+        return;
+    }
+    const Plexa::DomAccess access(project);
+    showElements(circuit, access.query(QStringLiteral("ProjectPart.CircuitElement")).elements());
+    showNodes(circuit, access.query(QStringLiteral("ProjectPart.CircuitNode")).elements());
+    for (const QDomElement& record :
+         access.query(QStringLiteral("ProjectPart.TextBox")).elements()) {
+        d->loadTextBox(record);
+    }
+    for (const QDomElement& record :
+         access.query(QStringLiteral("ProjectPart.EPTextBox")).elements()) {
+        d->loadElementPropertyTextBox(record, circuit);
+    }
+}
+
+void CCircuitEditor::showElements(ICircuit* circuit, const QList<QDomElement>& records) {
+    for (int i = 0; i < circuit->elementCount(); ++i) {
+        ICircuitElement* element = circuit->element(i);
+        if (!element || d->elementItemMap.contains(element)) {
+            continue;
+        }
+        unhighlight();
+        auto* item = new CCircuitEditorElementItem(this);
+        item->setElement(element);
+        item->setVisible(true);
+        // A missing record has no attributes: the element stands at the origin.
+        item->setPos(AnnotationRecords::storedPosition(records.value(i)));
+        d->elementItemMap.insert(element, item);
+        snapToGrid(item);
+    }
+}
+
+void CCircuitEditor::showNodes(ICircuit* circuit, const QList<QDomElement>& records) {
+    for (int i = 0; i < circuit->nodeCount(); ++i) {
+        ICircuitNode* node = circuit->node(i);
+        if (!node || d->nodeItemMap.contains(node)) {
+            continue;
+        }
+        unhighlight();
+        auto* item = new CCircuitEditorNodeItem(this);
+        item->setCircuitNode(node);
+        item->setVisible(true);
+        item->setManuallyConnected(false);
+        d->nodeItemMap.insert(node, item);
+        const QPainterPath path = wholePath(records.value(i));
+        if (!path.isEmpty() || !d->routeEmptyShapes) {
+            item->addShape(path, true);
+        }
+    }
+}
+
+bool CCircuitEditor::isStudy() const {
+    QObject* solver = d->circuitSolver ? d->circuitSolver->containerObject() : nullptr;
+    return qobject_cast<DummyCircuitSolver*>(solver);
+}

@@ -1,0 +1,283 @@
+// The property text box as a holder of data and a painter.
+
+#include "CCircuitElementPropertyTextBox.h"
+
+#include "CCircuitEditor.h"
+#include "CCircuitEditorComponent.h"
+#include "CCircuitEditorElementItem.h"
+#include "CCircuitElementPropertyTextBoxData.h"
+#include "ICircuitElement.h"
+#include "PropertyLookup.h"
+#include "QtSeries.h"
+
+#include <QCursor>
+#include <QFontMetrics>
+#include <QMetaProperty>
+#include <QPainter>
+#include <QStyleOptionGraphicsItem>
+
+#include <algorithm>
+
+namespace {
+
+constexpr double GripSide = 16;
+const QColor HoverColor(255, 255, 255, 200);
+const QColor GripColor(192, 192, 192, 128);
+
+QVariantMap palette() {
+    const CCircuitEditorComponent* component = CCircuitEditorComponent::instance();
+    return component ? component->textBoxColors() : QVariantMap();
+}
+
+/// Invalid for a name that is no colour.
+QColor colorNamed(const QVariant& name) {
+    const QString text = name.toString();
+    return QColor::isValidColor(text) ? QColor(text) : QColor();
+}
+
+}  // namespace
+
+QPainterPath CCircuitElementPropertyTextBoxData::gripOf(const QRectF& rect) {
+    const double right = rect.x() + rect.width();
+    const double bottom = rect.y() + rect.height();
+    QPainterPath grip(QPointF(right, bottom));
+    grip.lineTo(right, bottom - GripSide);
+    grip.lineTo(right - GripSide, bottom);
+    grip.closeSubpath();
+    return grip;
+}
+
+QString CCircuitElementPropertyTextBoxData::formatted(const QString& value) const {
+    return textFormat == CCircuitElementPropertyTextBox::ValueOnly
+               ? value
+               : QStringLiteral("%1=%2").arg(propertyName, value);
+}
+
+QString CCircuitElementPropertyTextBoxData::circuitElementPropertyText() const {
+    if (!element || propertyName.isEmpty()) {
+        return {};
+    }
+    QObject* object = element->containerObject();
+    const QMetaObject* meta = object->metaObject();
+    const int real = meta->indexOfProperty(propertyName.toLatin1().constData());
+    if (real >= 0) {
+        const QString value = meta->property(real).read(object).toString();
+        return propertyName == QLatin1String("Caption") ? value : formatted(value);
+    }
+    auto* properties = qobject_cast<IEditableProperties*>(object);
+    const int index = indexOfProperty(properties, propertyName);
+    if (index < 0) {
+        return {};
+    }
+    const QString value = properties->propertyValueString(index);
+    return properties->propertyGroup(index) == QLatin1String("Nodes") ? value : formatted(value);
+}
+
+void CCircuitElementPropertyTextBoxData::measure() {
+    // The least size is for what the user and the files ask for.
+    rect = QRectF(QPointF(), QFontMetrics(font).boundingRect(propertyText).size());
+}
+
+void CCircuitElementPropertyTextBoxData::notifyModified() const {
+    QMetaObject::invokeMethod(circuitEditor, "projectPartModified", Qt::QueuedConnection);
+}
+
+CCircuitElementPropertyTextBox::CCircuitElementPropertyTextBox(CCircuitEditor* editor)
+    : d(std::make_unique<CCircuitElementPropertyTextBoxData>()) {
+    d->backgroundColor = colorNamed(
+        palette().value(QStringLiteral("Fill")).toMap().value(QStringLiteral("Default")));
+    d->circuitEditor = editor;
+    editor->addElementPropertyTextBox(this);
+    d->font = editor->font();
+    if (d->font.pointSize() != 0) {
+        d->fontPointSize = d->font.pointSize();
+    }
+    d->font.setPixelSize(QFontMetrics(d->font).height());
+    setFlags(ItemIsMovable | ItemIsSelectable | ItemIsFocusable | ItemSendsGeometryChanges);
+    setZValue(2000);
+    setAcceptHoverEvents(true);
+    setToolTip(QStringLiteral("Double click here to set the circuit-element/property"));
+    setCursor2(Qt::OpenHandCursor);
+}
+
+CCircuitElementPropertyTextBox::~CCircuitElementPropertyTextBox() {
+    if (auto* editor = qobject_cast<CCircuitEditor*>(parent())) {
+        editor->forgetItem(this);
+        editor->removeElementPropertyTextBox(this);
+    }
+    if (d->elementItem) {
+        d->elementItem->propertyTextBoxList().removeAll(this);
+    }
+}
+
+void CCircuitElementPropertyTextBox::setRect(const QRectF& rect) {
+    setPos(rect.topLeft());
+    prepareGeometryChange();
+    d->rect = QRectF(0, 0, std::max(d->MinSide, rect.width()), std::max(d->MinSide, rect.height()));
+}
+
+QRectF CCircuitElementPropertyTextBox::rect() const {
+    return {pos(), d->rect.size()};
+}
+
+void CCircuitElementPropertyTextBox::setFont(const QFont& font) {
+    // The number that came as a point size counts as a pixel size first, and then gives way to the
+    // height that the font has at that size: all drawings are made with these sizes.
+    d->font = font;
+    if (font.pointSize() > 0) {
+        d->font.setPixelSize(font.pointSize());
+    }
+    if (d->font.pointSize() != 0) {
+        d->fontPointSize = d->font.pointSize();
+    }
+    d->font.setPixelSize(QFontMetrics(d->font).height());
+    update();
+}
+
+QFont CCircuitElementPropertyTextBox::font() const {
+    return d->font;
+}
+
+int CCircuitElementPropertyTextBox::fontPointSize() const {
+    return d->fontPointSize;
+}
+
+void CCircuitElementPropertyTextBox::setBackgroundColor(const QColor& color) {
+    d->backgroundColor = color;
+    update();
+}
+
+QColor CCircuitElementPropertyTextBox::backgroundColor() const {
+    return d->backgroundColor;
+}
+
+void CCircuitElementPropertyTextBox::setTextFormat(TextFormat format) {
+    prepareGeometryChange();
+    d->textFormat = format;
+    d->propertyText = d->circuitElementPropertyText();
+    d->measure();
+    update();
+}
+
+CCircuitElementPropertyTextBox::TextFormat CCircuitElementPropertyTextBox::textFormat() const {
+    return d->textFormat;
+}
+
+void CCircuitElementPropertyTextBox::setElementProperty(ICircuitElement* element,
+                                                        const QString& propertyName) {
+    if (element == d->element && propertyName == d->propertyName) {
+        return;
+    }
+    d->notifyModified();
+    prepareGeometryChange();
+    const bool isOtherElement = element != d->element;
+    if (isOtherElement) {
+        if (d->element) {
+            QObject::disconnect(d->element->containerObject(), nullptr, this, nullptr);
+        }
+        if (d->elementItem) {
+            d->elementItem->propertyTextBoxList().removeAll(this);
+            forgetElementItem();
+        }
+    }
+    d->element = element;
+    d->propertyName = propertyName;
+    d->propertyText = d->circuitElementPropertyText();
+    d->measure();
+    if (isOtherElement && element) {
+        bindToElement();
+    }
+    update();
+}
+
+void CCircuitElementPropertyTextBox::bindToElement() {
+    d->elementItem = d->circuitEditor->elementItem(d->element);
+    if (d->elementItem) {
+        connect(d->elementItem, SIGNAL(moved(QPointF)), this, SLOT(slotElementMoved(QPointF)));
+        d->elementItem->propertyTextBoxList().append(this);
+    }
+    const QObject* object = d->element->containerObject();
+    connect(object, SIGNAL(propertyChanged(QString)), this, SLOT(slotPropertyChanged(QString)));
+    connect(object, SIGNAL(destroyed(QObject*)), this, SLOT(slotElementDestroyed()));
+}
+
+ICircuitElement* CCircuitElementPropertyTextBox::element() const {
+    return d->element;
+}
+
+QString CCircuitElementPropertyTextBox::propertyName() const {
+    return d->propertyName;
+}
+
+QString CCircuitElementPropertyTextBox::propertyText() const {
+    return d->propertyText;
+}
+
+QString CCircuitElementPropertyTextBox::propertyGroup() const {
+    auto* properties =
+        d->element ? qobject_cast<IEditableProperties*>(d->element->containerObject()) : nullptr;
+    const int index = indexOfProperty(properties, d->propertyName);
+    return index >= 0 ? properties->propertyGroup(index) : QString();
+}
+
+void CCircuitElementPropertyTextBox::setCursor2(const QCursor& cursor) {
+    if (hasCursor()) {
+        unsetCursor();
+    }
+    setCursor(cursor);
+}
+
+void CCircuitElementPropertyTextBox::forgetElementItem() {
+    if (d->elementItem) {
+        QObject::disconnect(d->elementItem, nullptr, this, nullptr);
+        d->elementItem = nullptr;
+    }
+}
+
+QRectF CCircuitElementPropertyTextBox::boundingRect() const {
+    return d->rect;
+}
+
+QPainterPath CCircuitElementPropertyTextBox::shape() const {
+    QPainterPath path;
+    path.addRect(d->rect);
+    return path;
+}
+
+void CCircuitElementPropertyTextBox::paint(QPainter* painter,
+                                           const QStyleOptionGraphicsItem* option, QWidget*) {
+    const QRect rect = option->rect;
+    if (d->hovering) {
+        painter->fillRect(rect, HoverColor);
+    } else if (d->backgroundColor.isValid()) {
+        painter->fillRect(rect, d->backgroundColor);
+    }
+    painter->setPen(
+        QtSeries::hairline(colorNamed(palette().value(QStringLiteral("PropertyTextColor")))));
+    painter->setFont(d->font);
+    painter->drawText(d->rect, Qt::AlignCenter, d->propertyText);
+    if (d->hovering) {
+        painter->drawRects(&rect, 1);
+        const QRectF frame(rect);
+        painter->fillPath(d->gripOf(frame), QBrush(GripColor, Qt::SolidPattern));
+    }
+}
+
+void CCircuitElementPropertyTextBox::slotPropertyChanged(QString name) {
+    if (name == d->propertyName) {
+        d->propertyText = d->circuitElementPropertyText();
+        update();
+    }
+}
+
+void CCircuitElementPropertyTextBox::slotElementDestroyed() {
+    d->element = nullptr;
+    d->propertyName.clear();
+    d->propertyText.clear();
+    update();
+    deleteLater();
+}
+
+void CCircuitElementPropertyTextBox::slotElementMoved(QPointF delta) {
+    setPos(pos() + delta);
+}

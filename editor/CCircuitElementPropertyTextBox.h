@@ -1,0 +1,84 @@
+#pragma once
+
+#include "ItemTypes.h"
+
+#include <QColor>
+#include <QFont>
+#include <QGraphicsItem>
+#include <QObject>
+
+#include <memory>
+
+class CCircuitEditor;
+class CCircuitElementPropertyTextBoxData;
+class ICircuitElement;
+
+/// Shows one property of one element: its text is read from the element and follows it; the box
+/// moves along with the element's item and dies with the element. Adds itself to the editor, whose
+/// child it is as a QObject.
+class CCircuitElementPropertyTextBox : public QObject, public QGraphicsItem {
+    Q_OBJECT
+    Q_INTERFACES(QGraphicsItem)
+
+public:
+    enum { Type = ElementPropertyTextBoxItemType };
+    enum TextFormat { NameAndValue = 0, ValueOnly = 1 };
+
+    explicit CCircuitElementPropertyTextBox(CCircuitEditor* editor);
+    ~CCircuitElementPropertyTextBox() override;
+
+    /// Top left in scene units; at least 21 units in either direction.
+    void setRect(const QRectF& rect);
+    QRectF rect() const;
+    void setFont(const QFont& font);
+    QFont font() const;
+    /// The size to store in a file.
+    int fontPointSize() const;
+    void setBackgroundColor(const QColor& color);
+    QColor backgroundColor() const;
+    void setTextFormat(TextFormat format);
+    TextFormat textFormat() const;
+    /// The element may be null, the property unknown: the text is empty then.
+    void setElementProperty(ICircuitElement* element, const QString& propertyName);
+    ICircuitElement* element() const;
+    QString propertyName() const;
+    /// Empty for a property without a group.
+    QString propertyGroup() const;
+    /// The text as drawn.
+    QString propertyText() const;
+    /// The one way to change the item's cursor.
+    void setCursor2(const QCursor& cursor);
+    /// Lets the user pick element and property; a box left without an element deletes itself later.
+    Q_INVOKABLE void showSelectElementDialog();
+    /// The element's item is dying or was never there.
+    void forgetElementItem();
+
+    // QGraphicsItem
+    int type() const override { return Type; }
+    QRectF boundingRect() const override;
+    QPainterPath shape() const override;
+    void paint(QPainter* painter, const QStyleOptionGraphicsItem* option, QWidget* widget) override;
+
+public slots:
+    void slotPropertyChanged(QString name);
+    void slotElementDestroyed();
+    void slotElementMoved(QPointF delta);
+
+protected:
+    QVariant itemChange(GraphicsItemChange change, const QVariant& value) override;
+    void mousePressEvent(QGraphicsSceneMouseEvent* event) override;
+    void mouseMoveEvent(QGraphicsSceneMouseEvent* event) override;
+    void mouseReleaseEvent(QGraphicsSceneMouseEvent* event) override;
+    void hoverEnterEvent(QGraphicsSceneHoverEvent* event) override;
+    void hoverLeaveEvent(QGraphicsSceneHoverEvent* event) override;
+    void hoverMoveEvent(QGraphicsSceneHoverEvent* event) override;
+    void mouseDoubleClickEvent(QGraphicsSceneMouseEvent* event) override;
+    void contextMenuEvent(QGraphicsSceneContextMenuEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    /// Hears the element, and its item if it is drawn.
+    void bindToElement();
+
+    std::unique_ptr<CCircuitElementPropertyTextBoxData> d;
+};

@@ -1,0 +1,101 @@
+#include "CTextEditorDialog.h"
+
+#include "TextBoxText.h"
+#include "ui_CTextEditorDialog.h"
+
+CTextEditorDialog::CTextEditorDialog(QWidget* parent)
+    : QDialog(parent), m_form(std::make_unique<Ui_CTextEditorDialog>()) {
+    m_form->setupUi(this);
+}
+
+CTextEditorDialog::~CTextEditorDialog() = default;
+
+void CTextEditorDialog::setTextDocument(QTextDocument* document) {
+    QTextEdit* edit = m_form->textEdit;
+    edit->setDocument(document);
+    m_form->fontComboBox->setFont(edit->font());
+    m_form->fontSize->setValue(edit->font().pointSize());
+    edit->setFocus(Qt::OtherFocusReason);
+    edit->selectAll();
+}
+
+QTextDocument* CTextEditorDialog::textDocument() const {
+    return m_form->textEdit->document();
+}
+
+void CTextEditorDialog::setDefaultFont(const QFont& font) {
+    m_form->fontComboBox->setCurrentFont(font);
+    m_form->fontSize->setValue(font.pointSize());
+}
+
+QFont CTextEditorDialog::defaultFont() const {
+    QFont font = m_form->fontComboBox->currentFont();
+    font.setPointSize(m_form->fontSize->value());
+    return font;
+}
+
+void CTextEditorDialog::on_fontComboBox_currentFontChanged() {
+    TextBoxText::setFamily(textDocument(), m_form->fontComboBox->currentFont().family());
+}
+
+void CTextEditorDialog::on_fontSize_valueChanged() {
+    QTextCharFormat format;
+    format.setFontPointSize(m_form->fontSize->value());
+    m_form->textEdit->selectAll();
+    m_form->textEdit->textCursor().mergeCharFormat(format);
+}
+
+void CTextEditorDialog::on_symbolWidget_symbolDoubleClicked(QChar symbol) {
+    QTextCursor cursor = m_form->textEdit->textCursor();
+    const QTextCharFormat format = cursor.charFormat();
+    QTextCharFormat markerFormat = format;
+    markerFormat.setProperty(TextBoxText::MarkerProperty, true);
+    QTextCharFormat symbolFormat;
+    symbolFormat.setFont(QFont(QStringLiteral("Symbol"), format.font().pointSize(), -1, false));
+    cursor.insertText(TextBoxText::Guard, markerFormat);
+    cursor.insertText(symbol, symbolFormat);
+    cursor.insertText(TextBoxText::Guard, format);
+    m_form->textEdit->setFocus(Qt::OtherFocusReason);
+}
+
+void CTextEditorDialog::align(QTextCharFormat::VerticalAlignment alignment) {
+    QTextCursor cursor = m_form->textEdit->textCursor();
+    QTextCharFormat format = cursor.charFormat();
+    format.setVerticalAlignment(alignment);
+    cursor.setCharFormat(format);
+    m_form->textEdit->setTextCursor(cursor);
+}
+
+void CTextEditorDialog::on_superScriptButton_toggled(bool on) {
+    if (on) {
+        align(QTextCharFormat::AlignSuperScript);
+    }
+}
+
+void CTextEditorDialog::on_subScriptButton_toggled(bool on) {
+    if (on) {
+        align(QTextCharFormat::AlignSubScript);
+    }
+}
+
+void CTextEditorDialog::on_normalScriptButton_toggled(bool on) {
+    if (on) {
+        align(QTextCharFormat::AlignNormal);
+    }
+}
+
+void CTextEditorDialog::on_textEdit_currentCharFormatChanged(QTextCharFormat format) {
+    switch (format.intProperty(QTextFormat::TextVerticalAlignment)) {
+        case QTextCharFormat::AlignSuperScript:
+            m_form->superScriptButton->setChecked(true);
+            break;
+        case QTextCharFormat::AlignSubScript:
+            m_form->subScriptButton->setChecked(true);
+            break;
+        case QTextCharFormat::AlignNormal:
+            m_form->normalScriptButton->setChecked(true);
+            break;
+        default:
+            break;
+    }
+}

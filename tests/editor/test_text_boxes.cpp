@@ -1,0 +1,275 @@
+// Text boxes: the encoding of their text, and what the user does to one.
+
+#include "CCircuitEditorTextBox.h"
+#include "ColorAction.h"
+#include "DialogDriver.h"
+#include "DrawingTest.h"
+#include "TextBoxText.h"
+#include "WarningGuard.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QGraphicsScene>
+#include <QMenu>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QStyleOptionGraphicsItem>
+#include <QTextCursor>
+#include <QTextDocument>
+
+#include <random>
+
+namespace {
+
+QString throughDocument(const QString& encoded) {
+    QTextDocument document;
+    TextBoxText::fill(&document, encoded, QFont());
+    return TextBoxText::encodedText(document);
+}
+
+class TextBoxes : public DrawingTest {
+protected:
+    TextBoxes() : box(editor->addTextBox(QRectF(0, 0, 100, 60))) {
+        box->setText(QStringLiteral("note"));
+        turnEventLoop();
+        QObject::connect(editor, &CCircuitEditor::projectPartModified, [this] { ++reports; });
+    }
+
+    /// The pointer without a button.
+    void hover(QPointF point) {
+        QMouseEvent event(QEvent::MouseMove, at(point), editor->viewport()->mapToGlobal(at(point)),
+                          Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+        QApplication::sendEvent(editor->viewport(), &event);
+    }
+    int takeReports() {
+        turnEventLoop();
+        return std::exchange(reports, 0);
+    }
+    QString paintedColor(QPoint point) {
+        QImage image(120, 80, QImage::Format_RGB32);
+        QPainter painter(&image);
+        QStyleOptionGraphicsItem option;
+        option.rect = QRect(0, 0, 100, 60);
+        box->paint(&painter, &option, nullptr);
+        return QColor(image.pixel(point)).name();
+    }
+
+    QPointer<CCircuitEditorTextBox> box;
+    int reports = 0;
+};
+
+}  // namespace
+
+TEST(TextEncoding, ComesBackFromTheDocument) {
+    const QString guard(TextBoxText::Guard);
+    const QString lost = QChar(QChar::ParagraphSeparator) + QStringLiteral("{|%1|}%1").arg(guard);
+    const QString marks = QString::fromUtf8("\u00e4\x01 \U0001F600{|\u0301|}\u0301");
+    const struct {
+        QString encoded;
+        QString result;
+        int blocks;
+    } rows[] = {
+        {"a{|?|}b", "a{|?|}b", 2},
+        {"a{|?|}", "a{|?|}", 2},
+        {"{|?|}{|?|}", "{|?|}{|?|}", 3},
+        {"{|a|}", "{|a|}", 1},
+        {"{|a|}{|b|}{|?|}x{|{|}{|||}", "{|a|}{|b|}{|?|}x{|{|}{|||}", 2},
+        {marks, marks, 1},
+        // Five characters are skipped, whatever they are.
+        {"a{|xyzb{|", "a{|x|}b{|" + guard + "|}", 1},
+        // A symbol that opens a later block is lost.
+        {"a{|?|}{|x|}b", "a{|?|}" + lost + "b", 2},
+        {"a{|?|}{|?|}{|x|}{|y|}", "a{|?|}{|?|}" + lost + "{|y|}", 3},
+    };
+    for (const auto& row : rows) {
+        QTextDocument document;
+        TextBoxText::fill(&document, row.encoded, QFont());
+        EXPECT_EQ(document.blockCount(), row.blocks) << qPrintable(row.encoded);
+        EXPECT_EQ(TextBoxText::encodedText(document), row.result) << qPrintable(row.encoded);
+        TextBoxText::fillFromPlainText(&document, document.toPlainText(), QFont());
+        EXPECT_EQ(TextBoxText::encodedText(document), row.result) << qPrintable(row.encoded);
+    }
+}
+
+TEST(TextEncoding, IsKeptForRandomTexts) {
+    std::mt19937 random(7);
+    const QStringList pieces{"a", " ", "|", "}", "{z", "5", QString::fromUtf8("\u05d0"), "\t"};
+    for (int round = 0; round < 3000; ++round) {
+        QString text;
+        for (int i = static_cast<int>(random() % 12); i > 0; --i) {
+            const unsigned kind = random() % 5;
+            if (kind == 0) {
+                text += QStringLiteral("{|?|}");
+            } else if (kind == 1 && !text.endsWith(QLatin1String("{|?|}"))) {
+                text += QStringLiteral("{|%1|}").arg(QChar(static_cast<int>('a' + random() % 26)));
+            } else {
+                text += pieces.at(static_cast<int>(random() % pieces.size()));
+            }
+        }
+        ASSERT_EQ(throughDocument(text), text) << qPrintable(text);
+    }
+}
+
+TEST(TextEncoding, WritesASymbolAsThreeCharacters) {
+    QTextDocument document;
+    TextBoxText::fill(&document, QStringLiteral("a{|x|}"), QFont(QString(), 13));
+    const auto formatAt = [&](int position) {
+        QTextCursor cursor(&document);
+        cursor.setPosition(position);
+        return cursor.charFormat();
+    };
+    EXPECT_EQ(document.toPlainText(), QString("a%1x%1").arg(TextBoxText::Guard));
+    EXPECT_FALSE(formatAt(1).hasProperty(0x100001));
+    EXPECT_TRUE(formatAt(2).boolProperty(0x100001));
+    EXPECT_EQ(formatAt(3).properties(),
+              (QMap<int, QVariant>{{QTextFormat::FontFamily, QStringLiteral("Symbol")},
+                                   {QTextFormat::FontPointSize, 13.0}}));
+    EXPECT_EQ(formatAt(4), formatAt(1));
+}
+
+TEST(TextEncoding, OfLongTextsTakesTimeByTheirLength) {
+    for (const char* piece : {"5", "word ", "{|a|}", "a{|?|}"}) {
+        const int count = 100000 / static_cast<int>(qstrlen(piece));
+        const QString text = QString::fromLatin1(piece).repeated(count);
+        CCircuitEditorTextBox box(nullptr);
+        box.setRect(QRectF());
+        QElapsedTimer watch;
+        watch.start();
+        box.setText(text);
+        EXPECT_EQ(box.text(), text);
+        TextBoxText::setFamily(box.document(), QStringLiteral("DejaVu Sans"));
+        // By the square of the length it would be minutes.
+        EXPECT_LT(watch.elapsed(), 8000) << piece;
+    }
+}
+
+TEST_F(TextBoxes, HoldWhatTheyAreGiven) {
+    EXPECT_EQ(int(box->flags()), 0x807);
+    EXPECT_EQ(box->toolTip(), QStringLiteral("Double click here to edit the text"));
+    EXPECT_EQ(box->fillColor(), QColor(255, 0, 0));
+    EXPECT_FALSE(box->borderColor().isValid());
+    box->setDefaultFont(QFont(QStringLiteral("DejaVu Sans"), 17));
+    box->setDefaultFont(box->defaultFont());
+    EXPECT_EQ(box->defaultFont().pixelSize(), 17);
+    EXPECT_EQ(box->defaultFont().pointSize(), -1);
+    // A symbol has no size in points then, and the log stays silent.
+    box->setText(QStringLiteral("a{|b|}"));
+    EXPECT_EQ(editor->addTextBox(QPointF(300, 40))->rect(), QRectF(300, 40, 21, 21));
+    editor->setTextBoxDefaultSize(50, 10);
+    EXPECT_EQ(editor->addTextBox(QPointF())->rect(), QRectF(0, 0, 50, 21));
+    takeReports();
+    box->setText(QString());
+    EXPECT_EQ(takeReports(), 1);
+    EXPECT_TRUE(box.isNull());
+    EXPECT_EQ(editor->textBoxCount(), 2);
+}
+
+TEST_F(TextBoxes, AreDraggedAndSelected) {
+    panel.setObject(&circuit, false);
+    press({20, 20});
+    EXPECT_TRUE(box->isSelected());
+    EXPECT_TRUE(panel.shown.isNull());
+    moveTo({30, 20});
+    EXPECT_EQ(box->cursor().shape(), Qt::ClosedHandCursor);
+    moveTo({50, 60});
+    release({50, 60});
+    EXPECT_EQ(box->rect(), QRectF(30, 40, 100, 60));
+    EXPECT_EQ(box->cursor().shape(), Qt::OpenHandCursor);
+    EXPECT_GE(takeReports(), 1);
+}
+
+TEST_F(TextBoxes, AreResizedByTheirCorner) {
+    press({96, 56});
+    EXPECT_EQ(box->cursor().shape(), Qt::SizeFDiagCursor);
+    EXPECT_FALSE(box->isSelected());
+    moveTo({116, 66});
+    EXPECT_EQ(takeReports(), 1);
+    EXPECT_EQ(box->rect(), QRectF(0, 0, 120, 70));
+    EXPECT_EQ(box->textWidth(), 120);
+    moveTo({-4, -14});
+    EXPECT_EQ(box->rect(), QRectF(0, 0, 21, 21));
+    // The corner runs ahead of the pointer.
+    moveTo({6, -4});
+    release({6, -4});
+    EXPECT_EQ(box->rect(), QRectF(0, 0, 31, 31));
+    drag({5, 5}, {25, 5});
+    EXPECT_EQ(box->rect(), QRectF(20, 0, 31, 31));
+}
+
+TEST_F(TextBoxes, ObeyKeysWhileSelected) {
+    editor->scene()->setFocusItem(box);
+    key(Qt::Key_Right);
+    EXPECT_EQ(box->pos(), QPointF());
+    click({20, 20});
+    const struct {
+        Qt::Key key;
+        Qt::KeyboardModifiers modifiers;
+        QPointF position;
+    } rows[] = {{Qt::Key_Right, Qt::NoModifier, {10, 0}},
+                {Qt::Key_Down, Qt::ControlModifier, {10, 1}},
+                {Qt::Key_Left, Qt::ControlModifier, {9, 1}},
+                {Qt::Key_Up, Qt::NoModifier, {9, -9}}};
+    for (const auto& row : rows) {
+        key(row.key, row.modifiers);
+        EXPECT_EQ(takeReports(), 1);
+        EXPECT_EQ(box->pos(), row.position);
+    }
+    key(Qt::Key_Delete);
+    EXPECT_EQ(takeReports(), 0);
+    EXPECT_TRUE(box.isNull());
+}
+
+TEST_F(TextBoxes, ShowThePointer) {
+    const QPoint inside(90, 30);
+    const QPoint edge(50, 0);
+    const QPoint grip(95, 55);
+    box->setBorderColor(Qt::blue);
+    EXPECT_EQ(paintedColor(inside), QStringLiteral("#ff0000"));
+    EXPECT_EQ(paintedColor(edge), QStringLiteral("#0000ff"));
+    EXPECT_EQ(paintedColor(grip), QStringLiteral("#ff0000"));
+    hover(grip);
+    EXPECT_EQ(box->cursor().shape(), Qt::SizeFDiagCursor);
+    EXPECT_EQ(paintedColor(inside), QStringLiteral("#ffc8c8"));
+    EXPECT_EQ(paintedColor(edge), QStringLiteral("#000000"));
+    EXPECT_NE(paintedColor(grip), paintedColor(inside));
+    hover(inside);
+    EXPECT_EQ(box->cursor().shape(), Qt::OpenHandCursor);
+    hover(grip);
+    hover({300, 300});
+    EXPECT_EQ(box->cursor().shape(), Qt::SizeFDiagCursor);
+    EXPECT_EQ(paintedColor(inside), QStringLiteral("#ff0000"));
+}
+
+TEST_F(TextBoxes, OfferAMenu) {
+    DialogDriver driver;
+    box->setFillColor(Qt::white);
+    driver.queue([](QWidget* menu) {
+        // No colours, no submenu: that of the fill stands alone.
+        menu->actions().at(2)->menu()->actions().constFirst()->trigger();
+    });
+    rightClick({20, 20});
+    EXPECT_EQ(driver.texts, QStringList(QStringLiteral("Edit Text|-|Fill|-|Delete")));
+    EXPECT_EQ(box->fillColor(), QColor(255, 0, 0));
+    driver.chooseEntry(QStringLiteral("Delete"));
+    rightClick({20, 20});
+    EXPECT_EQ(takeReports(), 0);
+    EXPECT_TRUE(box.isNull());
+    box = editor->addTextBox(QRectF(0, 0, 100, 60));
+    driver.queue([this](QWidget*) { delete box; });
+    rightClick({20, 20});
+    EXPECT_EQ(editor->textBoxCount(), 0);
+}
+
+TEST_F(TextBoxes, OfferColoursByLabel) {
+    announceLog(QStringLiteral("QColor::setNamedColor: Unknown color name"));
+    QMenu menu;
+    createColorOptionsMenu(&menu, QStringLiteral("Text"),
+                           {{"Red", "#f00"}, {"Default", "blue"}, {"Odd", "no color"}}, box,
+                           SLOT(setTextColor(QColor)));
+    QStringList told;
+    for (QAction* action : menu.actions().constFirst()->menu()->actions()) {
+        action->trigger();
+        told << action->text() << (box->textColor().isValid() ? box->textColor().name() : "");
+    }
+    EXPECT_EQ(told, (QStringList{"Default", "#0000ff", "Odd", "", "Red", "#ff0000"}));
+}

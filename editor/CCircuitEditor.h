@@ -137,6 +137,9 @@ public:
     Q_INVOKABLE void eraseSelection();
     /// Takes the whole drawing into one group.
     Q_INVOKABLE void selectAll();
+    /// Lets the user choose what to take out of a net, and does it. `node` is the object of a net
+    /// of this editor's circuit; anything else is ignored.
+    Q_INVOKABLE void deletePartsOfNode(QObject* node);
 
     Q_INVOKABLE void setGridColorRGB(int red, int green, int blue);
     Q_INVOKABLE void setBackgroundColorRGB(int red, int green, int blue);
@@ -352,6 +355,7 @@ private:
     void drawGridDots(QPainter* painter, const QRectF& rect, const QTransform& toDevice) const;
     void drawGridLines(QPainter* painter, const QRectF& rect, const QTransform& toDevice) const;
     void hideRemovedFromPropertyEditor(QObject* object);
+    void deleteTerminalOf(ICircuitNode* node, ICircuitElementNode* elementNode);
     void updateViewport();
 
     std::unique_ptr<CCircuitEditorData> d;

@@ -5,6 +5,7 @@
 #include "CCircuitEditor.h"
 #include "CCircuitEditorCmds.h"
 #include "CCircuitEditorComponentData.h"
+#include "COutputVariablesWidget.h"
 #include "GlViewport.h"
 #include "ICircuitElementFactory.h"
 #include "ICircuitSolver.h"
@@ -62,8 +63,11 @@ CCircuitEditorComponent::CCircuitEditorComponent()
     : d(std::make_unique<CCircuitEditorComponentData>()) {
     theComponent = this;
     d->circuitEditor = new CCircuitEditor;
+    d->outputVariablesWidget = new COutputVariablesWidget;
     connect(d->circuitEditor, SIGNAL(editorModeChanged(Mode)), this,
             SLOT(on_circuitEditor_editorModeChanged()));
+    connect(d->circuitEditor, SIGNAL(editorModeChanged(Mode)), d->outputVariablesWidget,
+            SLOT(slotEditorModeChanged()));
 }
 
 CCircuitEditorComponent::~CCircuitEditorComponent() = default;
@@ -82,6 +86,10 @@ CCircuitEditorComponent* CCircuitEditorComponent::instance() {
 
 CCircuitEditor* CCircuitEditorComponent::circuitEditor() const {
     return d->circuitEditor;
+}
+
+COutputVariablesWidget* CCircuitEditorComponent::outputVariablesWidget() const {
+    return d->outputVariablesWidget;
 }
 
 QVariantMap CCircuitEditorComponent::textBoxColors() const {
@@ -142,6 +150,9 @@ QObject* CCircuitEditorComponent::fetchObject(const QString& name) const {
 
 QWidget* CCircuitEditorComponent::fetchWidget(const QString& name) const {
     const QString piece = lastPiece(name);
+    if (piece == QLatin1String("outVarsWidget")) {
+        return d->outputVariablesWidget;
+    }
     if (!d->circuitEditor) {
         return nullptr;
     }
@@ -194,6 +205,9 @@ void CCircuitEditorComponent::creationAnnounced() {
     d->propertyEditorComponent = findComponent(QStringLiteral("CPropertyEditorComponent"));
     CCircuitEditorCmds::CircuitEditor = d->circuitEditor;
     CCircuitEditorCmds::Circuit = d->circuitEditor->circuit();
+    if (d->outputVariablesWidget) {
+        d->outputVariablesWidget->setCircuitEditor(d->circuitEditor);
+    }
     d->textBoxColors = JSON::parse(componentGui()[QStringLiteral("TextBoxColors")].toString());
 }
 
@@ -202,6 +216,9 @@ void CCircuitEditorComponent::announceEditorServices() {
     auto* propertyEditor = findCollaborator<IPropertyEditor>("IPropertyEditor");
     if (propertyEditor) {
         editor->setPropertyEditor(propertyEditor);
+        if (d->outputVariablesWidget) {
+            d->outputVariablesWidget->setPropertyEditor(propertyEditor);
+        }
     }
     CCircuitEditorCmds::PropertyEditor = propertyEditor;
     if (auto* explorer = findCollaborator<IElementExplorer>("IElementExplorer")) {
@@ -222,6 +239,9 @@ void CCircuitEditorComponent::announceEditorServices() {
     auto* xmlUtils = findCollaborator<IXmlUtils>("IXmlUtils");
     if (xmlUtils) {
         editor->setXmlUtils(xmlUtils);
+        if (d->outputVariablesWidget) {
+            d->outputVariablesWidget->setXmlUtils(xmlUtils);
+        }
     }
     CCircuitEditorCmds::XmlUtils = xmlUtils;
     auto* loadSave = findCollaborator<IQObjectLoadSave>("IQObjectLoadSave");

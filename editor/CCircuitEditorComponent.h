@@ -10,14 +10,15 @@
 
 class CCircuitEditor;
 class CCircuitEditorComponentData;
+class COutputVariablesWidget;
 class QMenu;
 
 /// Name of the editor's context in the application clipboard.
 extern const QString CircuitEditorClipboardContext;
 
-/// The plug-in's one component. It makes the main editor, finds every collaborator by interface
-/// name, hands them to the editor, serves the framework's requests by name, and opens help files.
-/// The widgets that it makes belong to whoever places them.
+/// The plug-in's one component. It makes the main editor and the output variables panel, finds
+/// every collaborator by interface name, hands them to the two, serves the framework's requests by
+/// name, and opens help files. The widgets that it makes belong to whoever places them.
 class CCircuitEditorComponent : public Plexa::AbstractComponent, public virtual IAboutData {
     Q_OBJECT
     Q_INTERFACES(IAboutData)
@@ -36,6 +37,8 @@ public:
 
     /// The main editor; null once its owner has deleted it.
     CCircuitEditor* circuitEditor() const;
+    /// The output variables panel; null once its owner has deleted it.
+    COutputVariablesWidget* outputVariablesWidget() const;
     /// Palette of the colour menus: "Border", "Fill" and "Text", each a map of names to colours.
     QVariantMap textBoxColors() const;
     /// Path of the help file of a complete type name; empty if there is none.

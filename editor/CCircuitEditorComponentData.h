@@ -1,6 +1,7 @@
 #pragma once
 
 #include "CCircuitEditor.h"
+#include "COutputVariablesWidget.h"
 
 #include <QPointer>
 #include <QString>
@@ -18,7 +19,10 @@ public:
     QString elementDocumentationPath;
     QString circuitFilesPath;
     QPointer<CCircuitEditor> circuitEditor;
+    QPointer<COutputVariablesWidget> outputVariablesWidget;
     QAction* manualCtorModeAction = nullptr;
+    /// While the action is made to show the editor's mode, which it must not change in turn.
+    bool showingMode = false;
     bool useOpenGL = true;
     Plexa::AbstractComponent* elementExplorerComponent = nullptr;
     Plexa::AbstractComponent* propertyEditorComponent = nullptr;

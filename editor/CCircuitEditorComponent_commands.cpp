@@ -69,7 +69,9 @@ void CCircuitEditorComponent::loadCircuit(QString fileName) {
 }
 
 void CCircuitEditorComponent::setManualConnectionMode(bool val) {
-    if (!d->circuitEditor) {
+    // A host ties the action's state to this. From wires by hand straight to another mode the
+    // action pops out, which must not end that other mode.
+    if (!d->circuitEditor || d->showingMode) {
         return;
     }
     d->circuitEditor->setMode(val ? CCircuitEditor::ManualConnectionMode
@@ -78,8 +80,10 @@ void CCircuitEditorComponent::setManualConnectionMode(bool val) {
 
 void CCircuitEditorComponent::on_circuitEditor_editorModeChanged() {
     if (d->manualCtorModeAction && d->circuitEditor) {
+        d->showingMode = true;
         d->manualCtorModeAction->setChecked(d->circuitEditor->mode() ==
                                             CCircuitEditor::ManualConnectionMode);
+        d->showingMode = false;
     }
 }
 

@@ -1,5 +1,6 @@
 // The drawing as text that can be compared.
 
+#include "CCircuitEditorComponent.h"
 #include "CCircuitEditorData.h"
 #include "CCircuitEditorElementItem.h"
 #include "CCircuitEditorElementNodeItem.h"
@@ -7,10 +8,12 @@
 #include "CCircuitEditorNodeItem.h"
 #include "CCircuitEditorTextBox.h"
 #include "CCircuitElementPropertyTextBox.h"
+#include "COutputVariablesWidget.h"
 #include "ICircuitElement.h"
 #include "ICircuitElementDesc.h"
 #include "ICircuitElementNode.h"
 #include "ICircuitNode.h"
+#include "ICircuitOutputVariable.h"
 #include "ICircuitTitle.h"
 #include "IEditableProperties.h"
 
@@ -150,6 +153,23 @@ QJsonArray describeTextBoxes(const CCircuitEditor* editor) {
     return result;
 }
 
+/// In the order of the panel's rows; empty for an editor that has no panel.
+QJsonArray describeOutputVariables(const CCircuitEditor* editor) {
+    QJsonArray result;
+    const CCircuitEditorComponent* component = CCircuitEditorComponent::instance();
+    const COutputVariablesWidget* panel = component ? component->outputVariablesWidget() : nullptr;
+    if (!panel || panel->circuitEditor() != editor) {
+        return result;
+    }
+    for (ICircuitOutputVariable* variable : panel->outputVariables()) {
+        result.append(QJsonObject{{QStringLiteral("type"), variable->type()},
+                                  {QStringLiteral("name"), variable->name()},
+                                  {QStringLiteral("text"), panel->outvarText(variable)},
+                                  {QStringLiteral("ac"), variable->isAC()}});
+    }
+    return result;
+}
+
 }  // namespace
 
 QByteArray CCircuitEditor::describe() const {
@@ -178,6 +198,6 @@ QByteArray CCircuitEditor::describe() const {
                               {QStringLiteral("nodes"), nodes},
                               {QStringLiteral("textBoxes"), describeTextBoxes(this)},
                               {QStringLiteral("globalParameters"), globalParameters},
-                              {QStringLiteral("outputVariables"), QJsonArray()}};
+                              {QStringLiteral("outputVariables"), describeOutputVariables(this)}};
     return QJsonDocument(drawing).toJson();
 }

@@ -17,7 +17,8 @@ QWidget* makeGlViewport(QWidget* parent) {
         !context.create()) {
         return nullptr;
     }
-    return new QGLWidget(parent);
+    // Without several samples for each pixel GL loses the lines of a drawing that is zoomed out.
+    return new QGLWidget(QGLFormat(QGL::SampleBuffers), parent);
 }
 
 #if defined(__GNUC__)

@@ -139,7 +139,7 @@ TEST_F(MainWindowTest, ShowsWhatTheDescriptionLists) {
     auto* label = qobject_cast<QLabel*>(workbench.object("CCircuitEditorComponent.statusLabel"));
     ASSERT_NE(label, nullptr);
     EXPECT_TRUE(window->statusBar()->isAncestorOf(label));
-    for (const char* id : {"showElements", "showProperties"}) {
+    for (const char* id : {"showElements", "showProperties", "showOutputVariables"}) {
         auto* dock = window->findChild<QDockWidget*>(QLatin1String(id));
         ASSERT_NE(dock, nullptr) << id;
         EXPECT_TRUE(dock->isVisible());

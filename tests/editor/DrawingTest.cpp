@@ -4,6 +4,7 @@
 #include "CCircuitEditorElementItem.h"
 #include "CCircuitEditorElementNodeItem.h"
 #include "CCircuitEditorNodeItem.h"
+#include "COutputVariablesWidget.h"
 #include "CircuitElementNode.h"
 #include "WarningGuard.h"
 
@@ -80,6 +81,7 @@ FrameworkRun::FrameworkRun() {
 FrameworkRun::~FrameworkRun() {
     if (component) {
         delete component->circuitEditor();
+        delete component->outputVariablesWidget();
     }
     ComponentManager::instance()->shutdown();
     ComponentManager::instance()->setMainWindow(nullptr);

@@ -51,7 +51,7 @@ signals:
 class FrameworkRun {
 public:
     FrameworkRun();
-    /// Deletes the main editor, then the components.
+    /// Deletes the main editor and its panel, then the components.
     ~FrameworkRun();
 
     void start(const QHash<QString, QObject*>& offered, QWidget* window);

@@ -7,6 +7,7 @@
 #include "ProjectManager.h"
 #include "Questions.h"
 #include "RecentFiles.h"
+#include "WireMenu.h"
 #include "Workbench.h"
 
 #include <QCloseEvent>
@@ -66,6 +67,7 @@ bool MainWindow::build(QString* error) {
     connect(manager, &ProjectManager::modifiedChanged, this, &MainWindow::setWindowModified);
     connect(manager, &ProjectManager::autosaveFailed, statusBar(),
             [this](const QString& message) { statusBar()->showMessage(message); });
+    new WireMenu(m_workbench->editorWidget(), this);
     m_workbench->editorWidget()->setFocus();
     showDocument();
     return true;

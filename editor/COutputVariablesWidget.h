@@ -1,0 +1,92 @@
+#pragma once
+
+#include "IProjectPart.h"
+
+#include <QWidget>
+
+#include <memory>
+
+class CCircuitEditor;
+class COutputVariablesWidgetData;
+class ICircuitElement;
+class ICircuitElementNode;
+class ICircuitNode;
+class ICircuitOutputVariable;
+class IPropertyEditor;
+class IXmlUtils;
+class QContextMenuEvent;
+class QTreeWidgetItem;
+
+/// The panel that lists the circuit's output variables, and the project part that stores the list.
+/// Rows come and go with the circuit's signals alone. Owns no collaborator, and each may be missing
+/// or go away before the panel does.
+class COutputVariablesWidget : public QWidget, public virtual IProjectPart {
+    Q_OBJECT
+    Q_INTERFACES(IProjectPart)
+
+public:
+    explicit COutputVariablesWidget(QWidget* parent = nullptr);
+    ~COutputVariablesWidget() override;
+
+    void setXmlUtils(IXmlUtils* service);
+    IXmlUtils* xmlUtils() const;
+    /// Follows the editor's picks and its present circuit. Null is ignored, and an earlier editor
+    /// stays connected.
+    void setCircuitEditor(CCircuitEditor* editor);
+    CCircuitEditor* circuitEditor() const;
+    void setPropertyEditor(IPropertyEditor* editor);
+    IPropertyEditor* propertyEditor() const;
+
+    /// The variables in the order of the rows.
+    QList<ICircuitOutputVariable*> outputVariables() const;
+    /// The text that the variable's row shows.
+    QString outvarText(ICircuitOutputVariable* variable) const;
+
+    // IContainer
+    QObject* containerObject() override { return this; }
+
+    // IProjectPart
+    QString projectPartID() override;
+    bool newProjectPart() override;
+    /// Adds the recorded variables to the circuit; those whose element, terminal or node is missing
+    /// are skipped.
+    bool loadProjectPart(QDomDocument document, QDomElement parent) override;
+    bool initializeProjectPart() override;
+    bool saveProjectPart(QDomDocument document, QDomElement parent) override;
+    bool closeProjectPart() override;
+
+    bool eventFilter(QObject* object, QEvent* event) override;
+
+public slots:
+    void on_cmdAddVariable_toggled(bool checked);
+    void on_cmdDeleteVariable_clicked();
+    void on_cmdUp_clicked();
+    void on_cmdDown_clicked();
+    void on_circuitEditor_outvarSelected(ICircuitElement* element, QString varName);
+    void on_circuitEditor_outvarSelected(ICircuitElement* element,
+                                         ICircuitElementNode* elementNode);
+    void on_circuitEditor_outvarSelected(ICircuitNode* node);
+    void on_outputVariableAdded(ICircuitOutputVariable* variable);
+    void on_outputVariableRemoved(ICircuitOutputVariable* variable);
+    void on_outputVariableEdited(ICircuitOutputVariable* variable);
+    void on_outVarsList_currentItemChanged(QTreeWidgetItem* item);
+    void on_variableNameEditingDone();
+    /// Lets the Add Variable button show the editor's mode.
+    void slotEditorModeChanged();
+    void slotPropertyValueChanged(QObject* object, QString name);
+
+signals:
+    void projectPartModified() override;
+
+private:
+    void connectForm();
+    void moveCurrentRow(int step);
+    /// For a row that is current and has got other neighbours, too.
+    void updateArrows();
+    void showOnDiagram(ICircuitOutputVariable* variable);
+    void showContextMenu(const QContextMenuEvent* event);
+    /// Null for a record that names what the circuit hasn't got.
+    ICircuitOutputVariable* addRecorded(const QDomElement& record);
+
+    std::unique_ptr<COutputVariablesWidgetData> d;
+};

@@ -62,6 +62,9 @@ void CCircuitEditorElementItem::studySubCircuit() {
     splitter->addWidget(view.release());
     splitter->addWidget(panel.release());
     splitter->setSizes({80, 20});
+    // The shares hold at the size that the window gets, too.
+    splitter->setStretchFactor(0, 80);
+    splitter->setStretchFactor(1, 20);
     dialog->resize(WindowSize);
     editor->setCircuit(circuit);
     editor->setPropertyEditor(propertyEditor);

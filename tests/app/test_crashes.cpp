@@ -190,3 +190,25 @@ TEST_F(Crashes, LeaveAProjectWithoutAFileToBeRecovered) {
     window = open({}, "Discard");
     EXPECT_TRUE(QTest::qWaitFor([&] { return autosavesAtHome().isEmpty(); }, Timeout));
 }
+
+using TwoPrograms = Crashes;
+
+TEST_F(TwoPrograms, CopyToEachOther) {
+    const QByteArray display = qgetenv("DISPLAY");
+    if (display.isEmpty()) {
+        GTEST_SKIP() << "programs share a clipboard on a display only";
+    }
+    environment.insert("DISPLAY", QString::fromLocal8Bit(display));
+    environment.insert("QT_QPA_PLATFORM", "xcb");
+    environment.insert("VORTEL_DRIVER_CALL", "selectAll,copy");
+    auto giver = open({Divider}, "none");
+    const int elements = giver
+                             ->waitFor([](const QJsonObject& state) {
+                                 return state["elements"].toInt() > 0;
+                             })["elements"]
+                             .toInt();
+    environment.insert("VORTEL_DRIVER_CALL", "pasteFromClipboard");
+    auto taker = open({}, "none");
+    taker->waitFor(
+        [elements](const QJsonObject& state) { return state["elements"].toInt() == elements; });
+}

@@ -14,7 +14,11 @@
 #include <QClipboard>
 #include <QDomDocument>
 #include <QElapsedTimer>
+#include <QFile>
 #include <QGraphicsScene>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 
 #include <set>
 
@@ -70,6 +74,43 @@ QStringList childTags(const QDomElement& parent) {
         tags << child.tagName();
     }
     return tags;
+}
+
+/// What a drawing says of its circuit without names and places: one line for each element, net and
+/// text, elements being known by where they stand in relation to one another.
+QStringList essence(const QByteArray& description) {
+    const QJsonObject drawing = QJsonDocument::fromJson(description).object();
+    const QJsonArray elements = drawing["elements"].toArray();
+    QPointF corner(1e9, 1e9);
+    for (const QJsonValue& element : elements) {
+        corner.setX(std::min(corner.x(), element["x"].toDouble()));
+        corner.setY(std::min(corner.y(), element["y"].toDouble()));
+    }
+    QStringList lines;
+    QHash<QString, QString> places;
+    for (const QJsonValue& element : elements) {
+        const QString place = QStringLiteral("%1,%2")
+                                  .arg(element["x"].toDouble() - corner.x())
+                                  .arg(element["y"].toDouble() - corner.y());
+        places.insert(element["name"].toString(), place);
+        const QJsonArray rest{element["type"], element["model"], element["rotation"],
+                              element["flip"], element["parameters"]};
+        lines << place + QString::fromUtf8(QJsonDocument(rest).toJson(QJsonDocument::Compact));
+    }
+    for (const QJsonValue& node : drawing["nodes"].toArray()) {
+        QStringList ends;
+        for (const QJsonValue& end : node["terminals"].toArray()) {
+            ends << places.value(end["element"].toString()) + end["terminal"].toString();
+        }
+        ends.sort();
+        lines << ends.join(QLatin1Char(' ')) + (node["manual"].toBool() ? "manual" : "automatic");
+    }
+    for (const QJsonValue& box : drawing["textBoxes"].toArray()) {
+        const bool isText = box["kind"].toString() != QLatin1String("property");
+        lines << (isText ? box["text"].toString() : box["property"].toString());
+    }
+    lines.sort();
+    return lines;
 }
 
 }  // namespace
@@ -333,4 +374,22 @@ TEST_F(ClipboardTest, AllIsCopiedIntoAnEmptyCircuit) {
     EXPECT_EQ(circuit.elementCount(), 2);
     EXPECT_EQ(circuit.nodeCount(), 1);
     EXPECT_EQ(editor->textBox(0)->text(), "stage{|?|}one");
+}
+
+TEST_F(ClipboardTest, AnAnnotatedAmplifierSurvivesItsCopy) {
+    QFile file(QStringLiteral(VORTEL_SOURCE_DIR "/examples/opamp-741.vprj"));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    QDomDocument project;
+    ASSERT_TRUE(project.setContent(&file));
+    ASSERT_TRUE(editor->loadProjectPart(
+        project, project.documentElement().firstChildElement("ProjectPart")));
+    turnEventLoop();
+    const QStringList before = essence(editor->describe());
+    EXPECT_GT(before.size(), 100);
+    editor->selectAll();
+    editor->copy();
+    editor->clear();
+    editor->paste(QPointF(0, 0));
+    turnEventLoop();
+    EXPECT_EQ(essence(editor->describe()), before);
 }

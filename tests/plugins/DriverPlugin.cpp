@@ -1,8 +1,9 @@
 // Drives the real program from within, where no hand can: Qt loads it as one of its generic
-// plugins. It adds an element if VORTEL_DRIVER_ADD is set, answers each message box with the button
-// whose text is VORTEL_DRIVER_ANSWER, and prints a line of JSON when the window has come to rest
-// anew.
+// plugins. It adds an element if VORTEL_DRIVER_ADD is set, calls the canvas's methods that
+// VORTEL_DRIVER_CALL names, divided by commas, answers each message box with the button whose text
+// is VORTEL_DRIVER_ANSWER, and prints a line of JSON when the window has come to rest anew.
 
+#include "ICanvas.h"
 #include "ICircuit.h"
 #include "ICircuitElementFactory.h"
 
@@ -47,8 +48,10 @@ public:
         if (box && event->type() == QEvent::Show) {
             QTimer::singleShot(0, box, [this, box] { answer(box); });
         } else if (window && event->type() == QEvent::Show) {
-            QTimer::singleShot(0, this, &Driver::act);
-            report(window);
+            QTimer::singleShot(0, window, [this, window] {
+                act();
+                report(window);
+            });
         } else if (window && event->type() == QEvent::ModifiedChange) {
             report(window);
         }
@@ -70,6 +73,12 @@ private:
         if (qEnvironmentVariableIsSet("VORTEL_DRIVER_ADD")) {
             service<ICircuit>()->addElement(
                 service<ICircuitElementFactory>()->createElement(QStringLiteral("Resistor.Basic")));
+        }
+        QObject* canvas = service<ICanvas>()->containerObject();
+        for (const QByteArray& name : qgetenv("VORTEL_DRIVER_CALL").split(',')) {
+            if (!name.isEmpty()) {
+                QMetaObject::invokeMethod(canvas, name.constData(), Qt::DirectConnection);
+            }
         }
     }
 

@@ -133,6 +133,8 @@ public:
     Q_INVOKABLE QString redoText() const;
     /// Whether there is something to cut or copy.
     Q_INVOKABLE bool hasSelection() const;
+    /// Whether there is something to delete.
+    Q_INVOKABLE bool canErase() const;
     /// Deletes the group under the selection rectangle or else what has the focus, as the key does.
     Q_INVOKABLE void eraseSelection();
     /// Takes the whole drawing into one group.
@@ -239,6 +241,7 @@ public slots:
 
     /// Pastes what the system clipboard holds at the pointer.
     void pasteFromClipboard();
+    void pasteFromClipboard(QPointF pos);
     void setTextBoxLayerVisible(bool on);
     /// Makes a text box in the middle of the drawing and opens its dialog.
     void interactiveAddTextBox();
@@ -282,7 +285,7 @@ signals:
     void outvarSelected(ICircuitElement* e, ICircuitElementNode* node);
     void outvarSelected(ICircuitNode* node);
     void projectPartModified() override;
-    /// What hasSelection() answers may have changed.
+    /// What hasSelection() and canErase() answer may have changed.
     void selectionStateChanged();
 
 protected slots:
@@ -333,7 +336,6 @@ private:
     void pressOnCanvas(const QPoint& viewportPos);
     void pressOnItem(QMouseEvent* event, QGraphicsItem* item);
     void pan();
-    void pasteFromClipboard(const QPointF& pos);
     void eraseGroup();
     void leaveManualConnectionMode();
     void selectNextItem();

@@ -103,6 +103,7 @@ void CCircuitEditorData::forgetItem(QGraphicsItem* item) {
     } else if (item == selectionRectItem) {
         selectionRectItem = nullptr;
         selecting = false;
+        emit circuitEditor->selectionStateChanged();
     } else if (selectionRectItem) {
         selectionRectItem->forgetItem(item);
     }

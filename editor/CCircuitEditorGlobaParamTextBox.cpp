@@ -71,6 +71,9 @@ void CCircuitEditorGlobaParamTextBox::onGlobalParamNameChanged(QString oldName, 
         return;
     }
     setGlobalParameterName(newName);
+    if (oldName.isEmpty()) {
+        return;  // is found between all characters
+    }
     // Wherever it occurs, even in the value.
     setText(text().replace(oldName, newName));
 }

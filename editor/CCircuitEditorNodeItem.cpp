@@ -319,6 +319,8 @@ QVariant CCircuitEditorNodeItem::itemChange(GraphicsItemChange change, const QVa
             scene()->setFocusItem(this, Qt::OtherFocusReason);
         } else {
             emit d->circuitEditor->nodeUnselected(d->circuitNode);
+            // A key would still reach it, and remove what no longer looks selected.
+            clearFocus();
         }
     } else if (change == ItemPositionChange) {
         const QPointF delta = value.toPointF() - pos();

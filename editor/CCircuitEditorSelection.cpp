@@ -278,7 +278,9 @@ void CCircuitEditorSelectionData::saveTextBox(QDomDocument document, QDomElement
     setStoredRect(record, QRectF(box.pos(), box.rect().size()));
     const QFont font = box.defaultFont();
     record.setAttribute(QStringLiteral("FontFamily"), xmlText(font.family()));
-    record.setAttribute(QStringLiteral("FontSize"), font.pointSize());
+    // A box's font has its size in pixels, under the number that was given as points.
+    record.setAttribute(QStringLiteral("FontSize"),
+                        font.pointSize() > 0 ? font.pointSize() : font.pixelSize());
     setStoredColors(record, box);
     record.appendChild(document.createTextNode(xmlText(box.text())));
 }
@@ -327,6 +329,9 @@ void CCircuitEditorSelection::forgetItem(QGraphicsItem* item) {
         d->elementList.removeAll(elementItem->element());
     } else if (auto* textBox = qgraphicsitem_cast<CCircuitEditorTextBox*>(item)) {
         d->textBoxList.removeAll(textBox);
+    }
+    if (d->itemList.isEmpty()) {
+        emit d->circuitEditor->selectionStateChanged();
     }
 }
 

@@ -39,6 +39,8 @@ bool mayBeDocument(const QString& text) {
     }
     int depth = 0;
     QXmlStreamReader reader(text);
+    // What the tree is built by minds neither.
+    reader.setNamespaceProcessing(false);
     while (!reader.atEnd()) {
         switch (reader.readNext()) {
             case QXmlStreamReader::StartElement:
@@ -53,7 +55,9 @@ bool mayBeDocument(const QString& text) {
                 break;
         }
     }
-    return true;
+    // A text that breaks off is used as far as it goes; what lies behind any other error is
+    // unknown.
+    return !reader.hasError() || reader.error() == QXmlStreamReader::PrematureEndOfDocumentError;
 }
 
 QList<QDomElement> children(const QDomElement& parent, const char* tag) {
@@ -83,6 +87,8 @@ QRectF CCircuitEditorSelection::paste(int index) {
 }
 
 QRectF CCircuitEditorSelection::paste(const QPointF& pos, int index) {
+    d->pasteElementMap.clear();
+    d->pastedItemList.clear();
     if (!clipboard()) {
         return {};
     }
@@ -94,8 +100,6 @@ QRectF CCircuitEditorSelection::paste(const QPointF& pos, int index) {
     if (mayBeDocument(text)) {
         document.setContent(text);
     }
-    d->pasteElementMap.clear();
-    d->pastedItemList.clear();
     const QDomElement root = document.documentElement();
     if (root.isNull()) {
         return {};
@@ -161,14 +165,18 @@ void CCircuitEditorSelectionData::pasteElement(QDomDocument document, QDomElemen
         item->setPos(storedPosition(record));
         circuitEditor->snapToGrid(item);
     }
-    // Everything is taken from the document but what makes the element this one: its caption and
-    // the nets that it is on.
+    // Everything is taken from the document but what makes the element this one: its name, its
+    // caption and the nets that it is on.
     QObject* object = element->containerObject();
+    const QString newName = element->name();
     const QString newCaption = element->caption();
     auto* properties = qobject_cast<IEditableProperties*>(object);
     const QMap<int, QVariant> nodes = nodesProperties(properties);
     loadSave->load(object, document, record);
     pasteElementMap.insert(element->caption(), element);
+    if (element->name() != newName) {
+        object->setProperty("Name", newName);
+    }
     element->setCaption(newCaption);
     for (auto it = nodes.begin(); it != nodes.end(); ++it) {
         properties->setPropertyValue(it.key(), it.value());

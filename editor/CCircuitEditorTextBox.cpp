@@ -220,6 +220,7 @@ void CCircuitEditorTextBox::editText() {
         if (dialog) {
             setDefaultFont(dialog->defaultFont());
         }
+        TextBoxText::repair(document());
         TextBoxText::adaptWrapping(document(), document()->toPlainText());
         QGraphicsTextItem::setFont(d->font);
         setTextWidth(d->rect.width());

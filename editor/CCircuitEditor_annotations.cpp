@@ -23,8 +23,12 @@ void enlist(CCircuitEditorData* d, QList<Box*>& list, Box* box) {
 }
 
 template <class Box>
-void delist(QList<Box*>& list, Box* box) {
-    if (box && list.removeOne(box) && box->scene()) {
+void delist(CCircuitEditorData* d, QList<Box*>& list, Box* box) {
+    if (!box || !list.removeOne(box)) {
+        return;
+    }
+    d->forgetItem(box);
+    if (box->scene()) {
         box->scene()->removeItem(box);
     }
 }
@@ -54,7 +58,7 @@ CCircuitEditorTextBox* CCircuitEditor::addTextBox(const QPointF& point) {
 }
 
 void CCircuitEditor::removeTextBox(CCircuitEditorTextBox* textBox) {
-    delist(d->textBoxes, textBox);
+    delist(d.get(), d->textBoxes, textBox);
 }
 
 int CCircuitEditor::textBoxCount() const {
@@ -82,7 +86,7 @@ CCircuitEditorGlobaParamTextBox* CCircuitEditor::addGlobalParamTextBox(const QPo
 }
 
 void CCircuitEditor::removeGlobalParamTextBox(CCircuitEditorGlobaParamTextBox* textBox) {
-    delist(d->globalParamTextBoxes, textBox);
+    delist(d.get(), d->globalParamTextBoxes, textBox);
 }
 
 int CCircuitEditor::globalParamTextBoxCount() const {
@@ -108,7 +112,7 @@ CCircuitElementPropertyTextBox* CCircuitEditor::addElementPropertyTextBox(const 
 }
 
 void CCircuitEditor::removeElementPropertyTextBox(CCircuitElementPropertyTextBox* textBox) {
-    delist(d->elementPropertyTextBoxes, textBox);
+    delist(d.get(), d->elementPropertyTextBoxes, textBox);
 }
 
 int CCircuitEditor::elementPropertyTextBoxCount() const {

@@ -44,6 +44,7 @@ void CCircuitEditor::cut() {
     d->selection->cut();
     if (d->selectionRectItem) {
         d->selectionRectItem->setVisible(false);
+        emit selectionStateChanged();
     }
     d->clipboardDataIndex = NoEntry;
 }
@@ -69,13 +70,14 @@ void CCircuitEditor::paste(QPointF pos) {
     d->selectionRectItem->setItemList(d->selection->pastedItemList());
     d->selectionRectItem->setVisible(true);
     d->selection->reset();
+    emit selectionStateChanged();
 }
 
 void CCircuitEditor::pasteFromClipboard() {
     pasteFromClipboard(mapToScene(viewport()->mapFromGlobal(QCursor::pos())));
 }
 
-void CCircuitEditor::pasteFromClipboard(const QPointF& pos) {
+void CCircuitEditor::pasteFromClipboard(QPointF pos) {
     const int chosen = d->clipboardDataIndex;
     d->clipboardDataIndex = SystemClipboard;
     paste(pos);
@@ -86,12 +88,24 @@ bool CCircuitEditor::hasSelection() const {
     return !d->selection->itemList().isEmpty();
 }
 
+bool CCircuitEditor::canErase() const {
+    return (d->selectionRectItem && d->selectionRectItem->isVisible()) || hasSelection() ||
+           (d->scene && !d->scene->selectedItems().isEmpty());
+}
+
 void CCircuitEditor::eraseSelection() {
     if (d->selectionRectItem && d->selectionRectItem->isVisible()) {
         eraseGroup();
         return;
     }
-    // As by the key: the item that has the focus does it in its own way.
+    // As by the key: the item that has the focus does it in its own way. The scene has none while
+    // the canvas hasn't.
+    setFocus();
+    const QList<QGraphicsItem*> selected =
+        d->scene ? d->scene->selectedItems() : QList<QGraphicsItem*>();
+    if (!selected.isEmpty() && !d->scene->focusItem()) {
+        selected.first()->setFocus();
+    }
     QKeyEvent press(QEvent::KeyPress, Qt::Key_Delete, Qt::NoModifier);
     keyPressEvent(&press);
 }
@@ -110,9 +124,10 @@ void CCircuitEditor::selectAll() {
     }
     unhighlight();
     delete d->selectionRectItem;
-    startSelectionRectangle(QPointF());
-    d->selectionRectItem->setRect(QRectF());
-    // The rectangle itself and the hidden connection line cover nothing.
-    d->selectionRectItem->setRect(d->scene->itemsBoundingRect());
-    closeSelectionRectangle();
+    const QRectF all = d->scene->itemsBoundingRect();
+    if (!all.isNull()) {
+        startSelectionRectangle(all.topLeft());
+        d->selectionRectItem->setRect(all);
+        closeSelectionRectangle();
+    }
 }

@@ -112,6 +112,11 @@ void CCircuitEditor::on_removeGlobalVariable() {
     save->setText(QStringLiteral("Save Changes"));
     save->setDefault(true);
     const bool isRemoval = dialog->exec() == QDialog::Accepted;
+    // A name that is still being edited counts as typed.
+    QWidget* edited = QApplication::focusWidget();
+    if (dialog && edited && dialog->isAncestorOf(edited)) {
+        edited->clearFocus();
+    }
     // The rows are those from when the dialog opened, whatever is removed below.
     QVector<QPair<int, QString>> rows;
     if (dialog && isRemoval) {

@@ -279,11 +279,12 @@ void CCircuitEditor::mouseDoubleClickEvent(QMouseEvent* event) {
     if (!d->elementExplorer || !d->circuitElementFactory || !bound) {
         return;
     }
-    if (d->itemAt(event->pos())) {
-        QGraphicsView::mouseDoubleClickEvent(event);
+    if (isStudy()) {
+        // A picture of another circuit: its boxes have no dialogs, and nothing is added.
         return;
     }
-    if (isStudy()) {
+    if (d->itemAt(event->pos())) {
+        QGraphicsView::mouseDoubleClickEvent(event);
         return;
     }
     ICircuitElement* element =

@@ -108,8 +108,8 @@ void CSelectionRectangleItem::moveGroup(const QPointF& step) {
     const QPointF snapped = m_editor->snapToGrid(step);
     m_editor->setInternalMove(true);
     for (QGraphicsItem* item : QList<QGraphicsItem*>(m_itemList)) {
-        if (!m_members.contains(item)) {
-            continue;  // went with another one
+        if (!m_members.contains(item) || item->scene() != scene()) {
+            continue;  // went with another one, or was taken away
         }
         item->setPos(item->pos() + snapped);
     }

@@ -3,9 +3,13 @@
 #include "TextBoxText.h"
 #include "ui_CTextEditorDialog.h"
 
+#include <QKeyEvent>
+#include <QSignalBlocker>
+
 CTextEditorDialog::CTextEditorDialog(QWidget* parent)
     : QDialog(parent), m_form(std::make_unique<Ui_CTextEditorDialog>()) {
     m_form->setupUi(this);
+    m_form->textEdit->installEventFilter(this);
 }
 
 CTextEditorDialog::~CTextEditorDialog() = default;
@@ -47,7 +51,9 @@ void CTextEditorDialog::on_fontSize_valueChanged() {
 
 void CTextEditorDialog::on_symbolWidget_symbolDoubleClicked(QChar symbol) {
     QTextCursor cursor = m_form->textEdit->textCursor();
-    const QTextCharFormat format = cursor.charFormat();
+    QTextCharFormat format = cursor.charFormat();
+    // At the start of a block this is the format of what follows, which may be a symbol.
+    format.clearProperty(TextBoxText::MarkerProperty);
     QTextCharFormat markerFormat = format;
     markerFormat.setProperty(TextBoxText::MarkerProperty, true);
     QTextCharFormat symbolFormat;
@@ -60,9 +66,10 @@ void CTextEditorDialog::on_symbolWidget_symbolDoubleClicked(QChar symbol) {
 
 void CTextEditorDialog::align(QTextCharFormat::VerticalAlignment alignment) {
     QTextCursor cursor = m_form->textEdit->textCursor();
-    QTextCharFormat format = cursor.charFormat();
+    QTextCharFormat format;
     format.setVerticalAlignment(alignment);
-    cursor.setCharFormat(format);
+    // Merged: what is selected may hold symbols, which their format makes what they are.
+    cursor.mergeCharFormat(format);
     m_form->textEdit->setTextCursor(cursor);
 }
 
@@ -85,17 +92,40 @@ void CTextEditorDialog::on_normalScriptButton_toggled(bool on) {
 }
 
 void CTextEditorDialog::on_textEdit_currentCharFormatChanged(QTextCharFormat format) {
+    const QTextCursor cursor = m_form->textEdit->textCursor();
+    if (format.hasProperty(TextBoxText::MarkerProperty) && !cursor.hasSelection()) {
+        // What is typed in front of a symbol is none.
+        format.clearProperty(TextBoxText::MarkerProperty);
+        m_form->textEdit->setCurrentCharFormat(format);
+    }
+    QToolButton* button = nullptr;
     switch (format.intProperty(QTextFormat::TextVerticalAlignment)) {
         case QTextCharFormat::AlignSuperScript:
-            m_form->superScriptButton->setChecked(true);
+            button = m_form->superScriptButton;
             break;
         case QTextCharFormat::AlignSubScript:
-            m_form->subScriptButton->setChecked(true);
+            button = m_form->subScriptButton;
             break;
         case QTextCharFormat::AlignNormal:
-            m_form->normalScriptButton->setChecked(true);
+            button = m_form->normalScriptButton;
             break;
         default:
-            break;
+            return;
     }
+    // The button follows the text here, and not the text the button.
+    const QSignalBlocker blocker(button);
+    button->setChecked(true);
+}
+
+bool CTextEditorDialog::eventFilter(QObject* watched, QEvent* event) {
+    auto* key = event->type() == QEvent::KeyPress ? static_cast<QKeyEvent*>(event) : nullptr;
+    if (key && watched == m_form->textEdit) {
+        const bool isBackward = key->key() == Qt::Key_Backspace;
+        if ((isBackward || key->key() == Qt::Key_Delete) &&
+            !(key->modifiers() & Qt::ControlModifier) &&
+            TextBoxText::removeSymbol(m_form->textEdit->textCursor(), isBackward)) {
+            return true;
+        }
+    }
+    return QDialog::eventFilter(watched, event);
 }

@@ -226,3 +226,65 @@ void TextBoxText::setFamily(QTextDocument* document, const QString& family) {
     }
     cursor.endEditBlock();
 }
+
+namespace {
+
+/// Whether the three characters from the position on are a symbol.
+bool isSymbolAt(const FlatDocument& flat, int position) {
+    return position >= 0 && position + SymbolLength <= flat.end &&
+           flat.text.at(position) == TextBoxText::Guard && flat.isMarked(position + 1) &&
+           flat.text.at(position + 1) != TextBoxText::Guard &&
+           flat.text.at(position + 2) == TextBoxText::Guard;
+}
+
+}  // namespace
+
+bool TextBoxText::removeSymbol(QTextCursor cursor, bool isBackward) {
+    if (cursor.hasSelection()) {
+        return false;
+    }
+    const FlatDocument flat(*cursor.document());
+    const int at = cursor.position();
+    const int first = isBackward ? at - SymbolLength : at - SymbolLength + 1;
+    const int last = isBackward ? at - 1 : at;
+    for (int start = first; start <= last; ++start) {
+        if (isSymbolAt(flat, start)) {
+            cursor.setPosition(start);
+            cursor.setPosition(start + SymbolLength, QTextCursor::KeepAnchor);
+            cursor.removeSelectedText();
+            return true;
+        }
+    }
+    return false;
+}
+
+void TextBoxText::repair(QTextDocument* document) {
+    const FlatDocument flat(*document);
+    QVector<int> strays;
+    QVector<int> markers;
+    for (int position = 0; position < flat.end; ++position) {
+        if (isSymbolAt(flat, position)) {
+            if (flat.isMarked(position + SymbolLength)) {
+                markers.append(position + SymbolLength - 1);
+            }
+            position += SymbolLength - 1;
+        } else if (flat.text.at(position) == Guard) {
+            strays.append(position);
+        } else if (flat.isMarked(position + 1)) {
+            markers.append(position);
+        }
+    }
+    QTextCursor cursor(document);
+    for (int position : qAsConst(markers)) {
+        cursor.setPosition(position);
+        cursor.setPosition(position + 1, QTextCursor::KeepAnchor);
+        QTextCharFormat format = cursor.charFormat();
+        format.clearProperty(MarkerProperty);
+        cursor.setCharFormat(format);
+    }
+    // From the end, so that the places before stay what they are.
+    for (int i = strays.size() - 1; i >= 0; --i) {
+        cursor.setPosition(strays.at(i));
+        cursor.deleteChar();
+    }
+}

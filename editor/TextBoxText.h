@@ -4,6 +4,7 @@
 
 class QFont;
 class QString;
+class QTextCursor;
 class QTextDocument;
 
 /// The text of a text box between its two forms: a string with escapes of five characters, "{|?|}"
@@ -26,6 +27,11 @@ void fillFromPlainText(QTextDocument* document, const QString& plain, const QFon
 /// Lets the document break a line anywhere if the text, its own, holds a word so long that looking
 /// for better places would take time by the square of its length.
 void adaptWrapping(QTextDocument* document, const QString& text);
+/// Takes out the whole symbol before the cursor, or behind it, or around it; false if there is
+/// none. Its guards can't be seen, and what is left of a symbol would swallow its neighbours.
+bool removeSymbol(QTextCursor cursor, bool isBackward);
+/// Takes out guards that belong to no symbol, and the marker where it marks none.
+void repair(QTextDocument* document);
 /// Sets the family of everything but the symbols.
 void setFamily(QTextDocument* document, const QString& family);
 

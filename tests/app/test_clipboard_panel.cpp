@@ -4,7 +4,6 @@
 #include "CanvasSelection.h"
 #include "Clipboard.h"
 #include "ClipboardWidget.h"
-#include "ICircuitEditorExt.h"
 
 #include <gtest/gtest.h>
 
@@ -114,9 +113,8 @@ TEST_F(ClipboardPanel, FollowsTheServiceAndClearsIt) {
 }
 
 /// Of a canvas, what concerns its selection.
-class SelectionStub : public QObject, public ICircuitEditorExt {
+class SelectionStub : public QObject {
     Q_OBJECT
-    Q_INTERFACES(ICircuitEditorExt)
 
 public:
     QGraphicsScene scene;
@@ -126,22 +124,11 @@ public:
         hasGroup = on;
         emit selectionStateChanged();
     }
-    QGraphicsItem* add(int kind) {
+    QGraphicsItem* add() {
         QGraphicsItem* item = scene.addRect(0, 0, 10, 10);
         item->setFlag(QGraphicsItem::ItemIsSelectable);
-        item->setData(0, kind);
         return item;
     }
-
-    QObject* containerObject() override { return this; }
-    int typeOfItem(QGraphicsItem* item) const override { return item->data(0).toInt(); }
-
-    ICircuitElement* elementFromItem(QGraphicsItem*) const override { return nullptr; }
-    ICircuitElementNode* elementNodeFromItem(QGraphicsItem*) const override { return nullptr; }
-    ICircuitNode* circuitNodeFromItem(QGraphicsItem*) const override { return nullptr; }
-    QGraphicsItem* itemFor(ICircuitElement*) override { return nullptr; }
-    QGraphicsItem* itemFor(ICircuitElementNode*) override { return nullptr; }
-    QGraphicsItem* itemFor(ICircuitNode*) override { return nullptr; }
 
 signals:
     void selectionStateChanged();
@@ -165,22 +152,14 @@ TEST(CanvasSelection, TellsWhatCanBeCopiedAndDeleted) {
         return result;
     };
     EXPECT_EQ(told(), "nothing, not copyable");
-    const struct {
-        int kind;
-        const char* told;
-    } kinds[] = {{0, "selected, copyable"},       // an annotation
-                 {1, "selected, copyable"},       // an element
-                 {2, "selected, not copyable"},   // a terminal
-                 {3, "selected, not copyable"}};  // a wire
-    for (const auto& row : kinds) {
-        QGraphicsItem* item = canvas->add(row.kind);
-        item->setSelected(true);
-        EXPECT_EQ(told(), row.told) << row.kind;
-        delete item;
-        EXPECT_EQ(told(), "nothing, not copyable");
-    }
+    // A wire, say: it can be deleted.
+    QGraphicsItem* item = canvas->add();
+    item->setSelected(true);
+    EXPECT_EQ(told(), "selected, not copyable");
+    delete item;
+    EXPECT_EQ(told(), "nothing, not copyable");
     // A group is no item's selection; a swarm of changes is told of once.
-    canvas->add(3)->setSelected(true);
+    canvas->add()->setSelected(true);
     canvas->setGroup(true);
     EXPECT_EQ(told(), "selected, copyable");
     canvas->setGroup(false);

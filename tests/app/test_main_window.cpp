@@ -205,6 +205,9 @@ TEST_F(MainWindowTest, ActionsCallTheEditor) {
         EXPECT_FALSE(action(id)->isEnabled());
     }
 
+    trigger("showTexts");
+    EXPECT_FALSE(action("showTexts")->isChecked());
+    trigger("showTexts");
     // Both keys redo, and the entry tells what.
     EXPECT_EQ(action("redo")->shortcuts(),
               (QList<QKeySequence>{QKeySequence("Ctrl+Y"), QKeySequence("Ctrl+Shift+Z")}));

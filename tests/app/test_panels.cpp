@@ -285,6 +285,14 @@ TEST_F(PropertyEditorTest, TellsOfParametersThatAreNotThere) {
     EXPECT_EQ(shown("R"), "{2*Rl + 1k}");
     EXPECT_TRUE(circuit.changeGlobalVariableName(0, "Rl"));
     EXPECT_FALSE(isMarked());
+    // Their own values are edited where the circuit is shown.
+    panel.setObject(&circuit, false);
+    type("Rl", "4k");
+    EXPECT_EQ(circuit.globalVariableValue(0), QVariant("4k"));
+    QApplication::processEvents();
+    EXPECT_EQ(itemWithText(panel, "half")->toolTip(1), "{Rl/2} = 2k");
+    panel.setObject(r1->containerObject(), false);
+    EXPECT_EQ(tip(), "{2*Rl + 1k} = 9k");
     circuit.removeGlobalVariable("Rl");
     EXPECT_TRUE(isMarked());
     type("R", "{1/0}");

@@ -433,6 +433,19 @@ TEST_F(Pointer, ReadOnlyStillPansAndSelects) {
     click({300, 300});
 }
 
+TEST_F(Pointer, AWireThatIsNoLongerSelectedHasNoKeys) {
+    create("Resistor.Basic", {-100, 0});
+    create("Resistor.Basic", {100, 0});
+    solver.makeConnection(terminal("R1.n"), terminal("R2.p"));
+    wireAt("R1.n")->setSelected(true);
+    editor->unhighlight();
+    key(Qt::Key_Delete);
+    EXPECT_EQ(circuit.nodeCount(), 1);
+    wireAt("R1.n")->setSelected(true);
+    key(Qt::Key_Delete);
+    EXPECT_EQ(circuit.nodeCount(), 0);
+}
+
 TEST_F(Pointer, TheWheelZoomsAndNeverScrolls) {
     const int before = editor->verticalScrollBar()->value();
     wheel(120);

@@ -196,3 +196,42 @@ TEST_F(TextDialog, ClosesWhenTheBoxGoes) {
     EXPECT_TRUE(box.isNull());
     EXPECT_EQ(editor->textBoxCount(), 0);
 }
+
+TEST_F(TextDialog, ASymbolIsDeletedWholeAndLeavesItsNeighboursAlone) {
+    const struct {
+        const char* before;
+        int position;
+        QList<Qt::Key> keys;
+        const char* after;
+    } cases[] = {
+        {"a{|W|}bc", 4, {Qt::Key_Backspace}, "abc"},
+        {"a{|W|}bc", 3, {Qt::Key_Backspace}, "abc"},
+        {"a{|W|}bc", 1, {Qt::Key_Delete}, "abc"},
+        {"a{|W|}bc", 4, {Qt::Key_Backspace, Qt::Key_Backspace}, "bc"},
+        {"a{|W|}{|x|}", 7, {Qt::Key_Backspace}, "a{|W|}"},
+        {"{|W|}b", 0, {Qt::Key_R}, "r{|W|}b"},
+        {"a{|W|}b", 1, {Qt::Key_R}, "ar{|W|}b"},
+    };
+    for (const auto& example : cases) {
+        box->setText(QString::fromLatin1(example.before));
+        edit([&] {
+            QTextCursor cursor = text->textCursor();
+            cursor.setPosition(example.position);
+            text->setTextCursor(cursor);
+            for (Qt::Key key : example.keys) {
+                QTest::keyClick(text, key);
+            }
+        });
+        EXPECT_EQ(box->text(), QString::fromLatin1(example.after)) << example.before;
+    }
+    // What was pasted without its fellows doesn't stay either, and alignment spares the symbols.
+    box->setText(QStringLiteral("x{|W|}y"));
+    edit([this] {
+        QTextCursor cursor = text->textCursor();
+        cursor.clearSelection();
+        cursor.insertText(QString(QChar::ObjectReplacementCharacter) + "z");
+        text->selectAll();
+        part<QToolButton>("superScriptButton")->click();
+    });
+    EXPECT_EQ(box->text().remove(QLatin1Char('z')), QStringLiteral("x{|W|}y"));
+}

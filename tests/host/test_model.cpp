@@ -282,7 +282,7 @@ TEST_F(Model, OptionalAbilitiesAreFoundByIdentifier) {
           "ICircuitOutputVariableReorderSupport"}) {
         EXPECT_TRUE(circuit.qt_metacast(QByteArray("com.tesmira.") + name + "/1.0")) << name;
     }
-    EXPECT_FALSE(circuit.qt_metacast("com.tesmira.IEditableProperties/1.0"));
+    EXPECT_FALSE(circuit.qt_metacast("com.tesmira.ICircuitElement/1.0"));
     EXPECT_TRUE(solver.qt_metacast("com.tesmira.ICircuitSolverEx/1.0"));
     EXPECT_EQ(circuit.circuitSolver(), &solver);
     {
@@ -317,9 +317,21 @@ TEST_F(Model, GlobalVariables) {
     circuit.setGlobalVariableValue(1, 3);
     circuit.setGlobalVariableValue(1, 3);
     circuit.setGlobalVariableValue(9, 3);
-    EXPECT_EQ(log.take(),
-              QStringList({"globalVariableValueModified a 7", "globalVariableValueModified b 3"}));
-    EXPECT_FALSE(circuit.isRealGlobalVariable(0));
+    EXPECT_EQ(log.take(), QStringList({"globalVariableValueModified b 3"}));
+    EXPECT_EQ(circuit.globalVariableValue(0), QVariant("1.5"));  // added twice, it stays
+    // As the user edits them: numbers are checked.
+    const char* const edits[][3] = {{"4.7k", "4.7k", "4.7k"},
+                                    {"{b*2}", "{b*2}", "{b*2}"},
+                                    {"1.25", "1.25", "{b*2}"},
+                                    {"x", "1.25", "{b*2}"}};
+    for (const auto& [typed, real, integer] : edits) {
+        circuit.setPropertyValue(0, typed);
+        circuit.setPropertyValue(1, typed);
+        EXPECT_EQ(circuit.propertyValueString(0), real) << typed;
+        EXPECT_EQ(circuit.propertyValueString(1), integer) << typed;
+    }
+    circuit.setPropertyValue(1, 3);
+    log.take();
 
     for (const auto& refused : {std::make_pair(0, "a"), std::make_pair(0, "b"),
                                 std::make_pair(0, ""), std::make_pair(3, "z")}) {

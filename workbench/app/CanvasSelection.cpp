@@ -1,16 +1,19 @@
 #include "CanvasSelection.h"
 
-#include "ICircuitEditorExt.h"
-
 #include <QGraphicsScene>
 #include <QMetaObject>
-
-#include <algorithm>
 
 namespace {
 
 bool hasMethod(const QObject* object, const char* signature) {
     return object->metaObject()->indexOfMethod(signature) >= 0;
+}
+
+/// Calls a method without arguments; leaves the answer as it was if there is none.
+void callIfThere(QObject* object, const char* name, bool* answer) {
+    if (hasMethod(object, QByteArray(name) + "()")) {
+        QMetaObject::invokeMethod(object, name, Qt::DirectConnection, Q_RETURN_ARG(bool, *answer));
+    }
 }
 
 }  // namespace
@@ -36,17 +39,11 @@ void CanvasSelection::refresh() {
     if (!m_scene || !m_canvas) {
         return;
     }
-    bool hasGroup = false;
-    if (hasMethod(m_canvas, "hasSelection()")) {
-        QMetaObject::invokeMethod(m_canvas, "hasSelection", Qt::DirectConnection,
-                                  Q_RETURN_ARG(bool, hasGroup));
-    }
-    const QList<QGraphicsItem*> items = m_scene->selectedItems();
-    const auto* kinds = qobject_cast<ICircuitEditorExt*>(m_canvas);
-    const auto isCopyable = [kinds](QGraphicsItem* item) {
-        const int kind = kinds ? kinds->typeOfItem(item) : 0;
-        return kind != 2 && kind != 3;  // terminal, wire
-    };
-    emit selectedChanged(hasGroup || !items.isEmpty());
-    emit copyableChanged(hasGroup || std::any_of(items.begin(), items.end(), isCopyable));
+    const bool isSelected = !m_scene->selectedItems().isEmpty();
+    bool canErase = isSelected;
+    bool canCopy = isSelected;
+    callIfThere(m_canvas, "canErase", &canErase);
+    callIfThere(m_canvas, "hasSelection", &canCopy);
+    emit selectedChanged(canErase);
+    emit copyableChanged(canCopy);
 }

@@ -12,8 +12,9 @@ class CanvasSelection : public QObject {
     Q_OBJECT
 
 public:
-    /// `canvas`, which shows the scene, may have `bool hasSelection()` and the signal
-    /// `selectionStateChanged()` for what is selected otherwise than as an item, such as a group.
+    /// `canvas`, which shows the scene, may have `bool hasSelection()`, for what can be copied,
+    /// `bool canErase()`, and the signal `selectionStateChanged()`; else the scene's selection
+    /// counts.
     CanvasSelection(QGraphicsScene* scene, QObject* canvas, QObject* parent);
 
 signals:

@@ -83,7 +83,8 @@ bool GuiBuilder::build(QString* error) {
 
 bool GuiBuilder::makeAction(const QString& id, const QVariantMap& description) {
     const bool isComponents = description.contains(QStringLiteral("action"));
-    QAction* action = isComponents ? componentAction(description) : new QAction(m_window);
+    const bool isToggle = description.contains(QStringLiteral("toggles"));
+    QAction* action = isToggle ? toggleAction(description) : new QAction(m_window);
     if (!action) {
         return false;
     }
@@ -112,7 +113,7 @@ bool GuiBuilder::makeAction(const QString& id, const QVariantMap& description) {
     if (!kind.isEmpty() && !followSelection(action, kind)) {
         return false;
     }
-    if (isComponents) {
+    if (isToggle) {
         return true;
     }
     if (description.contains(QStringLiteral("call"))) {
@@ -162,9 +163,14 @@ bool GuiBuilder::followSelection(QAction* action, const QString& kind) {
     return true;
 }
 
-QAction* GuiBuilder::componentAction(const QVariantMap& description) {
+QAction* GuiBuilder::toggleAction(const QVariantMap& description) {
     const QString name = text(description, "action");
     auto* action = qobject_cast<QAction*>(m_workbench.object(name));
+    if (name.isEmpty()) {
+        action = new QAction(m_window);
+        action->setCheckable(true);
+        action->setChecked(true);
+    }
     if (!action) {
         fail(QStringLiteral("there is no action \"%1\"").arg(name));
         return nullptr;

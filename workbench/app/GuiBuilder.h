@@ -33,8 +33,8 @@ private:
     bool followState(QAction* action, QObject* object, const QVariantMap& description);
     /// Greys the action while the canvas has no selection of the kind that the action works on.
     bool followSelection(QAction* action, const QString& kind);
-    /// An action that a component offers, which switches something of that component.
-    QAction* componentAction(const QVariantMap& description);
+    /// An action that switches something: a component's own, or one for the method that it names.
+    QAction* toggleAction(const QVariantMap& description);
     bool makeDock(const QVariantMap& description);
     bool fillMenu(QMenu* menu, const QVariantList& items);
     bool makeToolBar(const QVariantMap& description);

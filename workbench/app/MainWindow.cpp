@@ -55,7 +55,8 @@ bool MainWindow::build(QString* error) {
         {QStringLiteral("save"), [this] { save(); }},
         {QStringLiteral("saveAs"), [this] { saveAs(); }},
         {QStringLiteral("quit"), [this] { close(); }},
-        {QStringLiteral("paste"), [this] { paste(); }},
+        {QStringLiteral("paste"), [this] { paste("paste"); }},
+        {QStringLiteral("pasteFromSystem"), [this] { paste("pasteFromClipboard"); }},
         {QStringLiteral("elementHelp"), [this] { helpElement(); }}};
     if (!GuiBuilder(this, *m_workbench, handlers).build(error)) {
         return false;
@@ -284,15 +285,15 @@ void MainWindow::helpElement() {
     QCoreApplication::sendEvent(view, &key);
 }
 
-void MainWindow::paste() {
+void MainWindow::paste(const char* method) {
     // From the toolbar, or over a panel, the pointer would put it where nobody sees it.
-    ICanvas* canvas = m_workbench->canvas();
-    const QWidget* page = canvas->graphicsView()->viewport();
-    if (page->rect().contains(page->mapFromGlobal(QCursor::pos()))) {
-        canvas->paste();
-    } else {
-        canvas->paste(canvas->graphicsView()->mapToScene(page->rect().center()));
+    QGraphicsView* view = m_workbench->canvas()->graphicsView();
+    const QRect page = view->viewport()->rect();
+    QPoint place = view->viewport()->mapFromGlobal(QCursor::pos());
+    if (!page.contains(place)) {
+        place = page.center();
     }
+    QMetaObject::invokeMethod(view, method, Q_ARG(QPointF, view->mapToScene(place)));
 }
 
 QString MainWindow::startFolder() const {

@@ -61,7 +61,8 @@ private:
     QString documentName() const;
     void helpElement();
     /// At the pointer, or in the middle of the view if the pointer is elsewhere.
-    void paste();
+    /// Pastes at the pointer, or in the middle of what is seen.
+    void paste(const char* method);
     QString startFolder() const;
 
     Workbench* m_workbench;

@@ -6,6 +6,7 @@
 #include "ICircuitOutputVariableReorderSupport.h"
 #include "ICircuitStringGlobalVariableSupport.h"
 #include "ICircuitTitle.h"
+#include "IEditableProperties.h"
 #include "NameRegistry.h"
 
 #include <QList>
@@ -29,12 +30,13 @@ class Circuit : public QObject,
                 public ICircuitStringGlobalVariableSupport,
                 public ICircuitGlobalVariableChangeNameSupport,
                 public ICircuitGlobalVariableModifiedSignalSupport,
-                public ICircuitOutputVariableReorderSupport {
+                public ICircuitOutputVariableReorderSupport,
+                public IEditableProperties {
     Q_OBJECT
     Q_INTERFACES(
         ICircuit ICircuitTitle ICircuitStringGlobalVariableSupport
             ICircuitGlobalVariableChangeNameSupport ICircuitGlobalVariableModifiedSignalSupport
-                ICircuitOutputVariableReorderSupport)
+                ICircuitOutputVariableReorderSupport IEditableProperties)
     Q_PROPERTY(QString Title READ title WRITE setTitle NOTIFY titleChanged)
 
 public:
@@ -119,6 +121,15 @@ public:
 
     // ICircuitOutputVariableReorderSupport
     void moveOutputVariable(int from, int to) override;
+
+    // IEditableProperties: the global parameters. A number takes engineering notation or an
+    // expression, and ignores anything else.
+    int propertyCount() override;
+    QString propertyName(int index) override;
+    QString propertyGroup(int index) override;
+    QVariant propertyValue(int index) override;
+    QString propertyValueString(int index) override;
+    void setPropertyValue(int index, QVariant value) override;
 
 signals:
     void elementAdded(ICircuitElement* element);

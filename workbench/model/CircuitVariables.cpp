@@ -17,16 +17,10 @@ int Circuit::indexOfGlobalVariable(const QString& name) const {
 }
 
 void Circuit::storeGlobalVariable(const GlobalVariable& variable) {
-    if (variable.name.isEmpty()) {
-        return;
-    }
-    const int known = indexOfGlobalVariable(variable.name);
-    if (known < 0) {
+    // Adding never changes what is there: its value would be lost.
+    if (!variable.name.isEmpty() && indexOfGlobalVariable(variable.name) < 0) {
         m_globals.append(variable);
         emit globalVariableAdded(variable.name);
-    } else {
-        m_globals[known] = variable;
-        emit globalVariableValueModified(variable.name, variable.value.toString());
     }
 }
 

@@ -29,13 +29,17 @@ IEditableProperties* editableFor(QObject* object, const PropertyRow& row) {
     return fits ? editable : nullptr;
 }
 
-/// Whether the object's type lists the property among its numbers.
+/// Whether the object's type lists the property among its numbers; a circuit's values may all be
+/// expressions.
 bool isNumber(QObject* object, const QString& name) {
     auto* element = qobject_cast<ICircuitElement*>(object);
     ICircuitElementDesc* type = element ? element->desc() : nullptr;
     void* answer = nullptr;
     if (type) {
         type->queryInterface(QStringLiteral("IElementBasicParametersDesc"), &answer);
+    }
+    if (!element) {
+        return qobject_cast<ICircuit*>(object);
     }
     return answer &&
            static_cast<IElementBasicParametersDesc*>(answer)->realParameters().keys().contains(
@@ -57,6 +61,9 @@ IMathUtils::Lookup globalParametersOf(ICircuit* circuit) {
 QString groupTitle(const QString& group) {
     if (group == QLatin1String("rparams")) {
         return tr("Parameters");
+    }
+    if (group == QLatin1String("globals")) {
+        return tr("Global Parameters");
     }
     return group.isEmpty() ? tr("Other") : group;
 }
@@ -138,7 +145,7 @@ QVector<PropertyRow> propertyRowsOf(QObject* object) {
 
 ICircuit* circuitOf(QObject* object) {
     auto* element = qobject_cast<ICircuitElement*>(object);
-    return element ? element->circuit() : nullptr;
+    return element ? element->circuit() : qobject_cast<ICircuit*>(object);
 }
 
 QString propertyTitleOf(QObject* object) {
@@ -149,6 +156,9 @@ QString propertyTitleOf(QObject* object) {
     }
     if (auto* node = qobject_cast<ICircuitNode*>(object)) {
         return tr("Node %1").arg(node->name());
+    }
+    if (qobject_cast<ICircuit*>(object)) {
+        return tr("Circuit");
     }
     return object ? object->objectName() : tr("Nothing selected");
 }

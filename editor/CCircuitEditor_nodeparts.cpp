@@ -3,9 +3,38 @@
 #include "CCircuitEditorData.h"
 #include "CCircuitEditorNodeItem.h"
 #include "CDeleteCircuitNodeDialog.h"
+#include "CircuitGeometry.h"
 #include "ICircuitNode.h"
 
 #include <QPointer>
+
+namespace {
+
+bool isOn(ICircuitNode* node, const ICircuitElementNode* terminal) {
+    for (int i = 0; i < node->elementNodeCount(); ++i) {
+        if (node->elementNode(i) == terminal) {
+            return true;
+        }
+    }
+    return false;
+}
+
+/// The wire without the branches that begin or end at the point. Empty if there is no such branch,
+/// or no other.
+QPainterPath withoutBranchesTo(const QPointF& end, const QPainterPath& wire) {
+    QPainterPath kept;
+    bool dropped = false;
+    for (const QPainterPath& branch : CircuitGeometry::subPaths(wire)) {
+        if (QPointF(branch.elementAt(0)) == end || branch.currentPosition() == end) {
+            dropped = true;
+        } else {
+            kept.addPath(branch);
+        }
+    }
+    return dropped ? kept : QPainterPath();
+}
+
+}  // namespace
 
 void CCircuitEditor::deletePartsOfNode(QObject* node) {
     auto* net = qobject_cast<ICircuitNode*>(node);
@@ -41,32 +70,38 @@ void CCircuitEditor::deletePartsOfNode(QObject* node) {
 }
 
 void CCircuitEditor::deleteTerminalOf(ICircuitNode* node, ICircuitElementNode* elementNode) {
-    bool isOnNet = false;
-    for (int i = 0; i < node->elementNodeCount(); ++i) {
-        isOnNet = isOnNet || node->elementNode(i) == elementNode;
-    }
-    if (!isOnNet) {
-        return;
-    }
-    unhighlight();
-    // An automatic wire is routed anew by what follows; of one laid by hand the terminal's branch
-    // goes. Where that branch is none of its own the wire can't be kept as it was laid.
-    CCircuitEditorNodeItem* wire = nodeItem(node);
-    const bool wasLaid = wire->isManuallyConnected();
-    const QPainterPath before = wire->internalShape();
-    if (wasLaid) {
-        wire->removeShapeFor(elementNode);
-    }
-    const bool keepsBranch = wasLaid && wire->internalShape() == before;
     const QPointer<CCircuitEditor> self(this);
     const QPointer<QObject> guard(node->containerObject());
-    d->circuitSolver->breakConnection(elementNode, node);
-    if (!self) {
+    unhighlight();
+    // Whoever heard of that may have cut the net or the terminal off.
+    if (!self || !guard || !nodeItem(node) || !isOn(node, elementNode)) {
+        return;
+    }
+    if (node->elementNodeCount() == 2) {
+        on_removeNodeRequest(node);
+        return;
+    }
+    CCircuitEditorNodeItem* wire = nodeItem(node);
+    const QGraphicsItem* marker = itemFor(elementNode);
+    // An automatic wire is routed anew by what follows; of one laid by hand the terminal's branch
+    // goes. Where that branch is none of its own the wire can't be kept as it was laid.
+    const bool wasLaid = wire->isManuallyConnected();
+    QPainterPath kept;
+    if (wasLaid && marker) {
+        kept = withoutBranchesTo(wire->mapFromItem(marker, QPointF(0, 0)), wire->internalShape());
+    }
+    if (!d->circuitSolver || !d->circuitSolver->breakConnection(elementNode, node) || !self) {
         return;
     }
     wire = guard ? nodeItem(node) : nullptr;
-    if (wire && keepsBranch) {
-        wire->setManuallyConnected(false);
+    if (wire && wasLaid) {
+        if (kept.isEmpty()) {
+            wire->setManuallyConnected(false);
+        } else {
+            wire->addShape(kept, true);
+        }
     }
-    emit projectPartModified();
+    if (self) {
+        emit projectPartModified();
+    }
 }

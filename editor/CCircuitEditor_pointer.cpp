@@ -340,9 +340,11 @@ void CCircuitEditor::pickElementVariable(ICircuitElement* element) {
         return;
     }
     const QPointer<CCircuitEditor> self(this);
+    connect(this, &CCircuitEditor::editorModeChanged, &menu, &QMenu::close);
     QAction* chosen = menu.exec(QCursor::pos());
-    // The menu ran its own event loop: the editor or the element may be gone.
-    if (self && chosen && !qobject_cast<QWidgetAction*>(chosen) && elementItem(element)) {
+    // The menu ran its own event loop: the picking may be over, the editor or the element gone.
+    if (self && d->mode == OutVarSelectionMode && chosen && !qobject_cast<QWidgetAction*>(chosen) &&
+        elementItem(element)) {
         emit outvarSelected(element, chosen->text());
     }
 }

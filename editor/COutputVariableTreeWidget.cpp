@@ -90,3 +90,9 @@ bool COutputVariableTreeWidget::dropMimeData(QTreeWidgetItem*, int index, const 
     }
     return taken;
 }
+
+void COutputVariableTreeWidget::dropEvent(QDropEvent* event) {
+    // The tree widget's own way moves the items by itself and asks no `dropMimeData`. The plain
+    // view asks it, and takes the sources away once the drag has ended.
+    QTreeView::dropEvent(event);
+}

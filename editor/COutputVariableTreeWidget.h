@@ -30,6 +30,7 @@ protected:
     /// what is damaged or forged ends the reading. False if there was no such row.
     bool dropMimeData(QTreeWidgetItem* parent, int index, const QMimeData* data,
                       Qt::DropAction action) override;
+    void dropEvent(QDropEvent* event) override;
 
 private:
     std::unique_ptr<COutputVariableTreeWidgetData> d;

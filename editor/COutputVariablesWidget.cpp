@@ -27,6 +27,7 @@ COutputVariablesWidget::COutputVariablesWidget(QWidget* parent)
     d->delegate->setWidget(this);
     d->outVarsList->setItemDelegate(d->delegate);
     d->outVarsList->setDragDropMode(QAbstractItemView::InternalMove);
+    d->outVarsList->setSelectionMode(QAbstractItemView::ExtendedSelection);
     d->cmdUp->setIcon(style()->standardIcon(QStyle::SP_ArrowUp));
     d->cmdUp->setToolTip(QStringLiteral("Move Up"));
     d->cmdUp->setEnabled(false);
@@ -183,16 +184,19 @@ void COutputVariablesWidget::on_outputVariableAdded(ICircuitOutputVariable* vari
 }
 
 void COutputVariablesWidget::on_outputVariableRemoved(ICircuitOutputVariable* variable) {
-    QTreeWidgetItem* item = variable ? d->outVarsList->rowOf(variable) : nullptr;
-    if (!item) {
-        return;
+    bool isListed = false;
+    // A drop that was no move leaves a variable in two rows, and none may outlive it. Another row
+    // becomes current with each that goes, and listeners to that may remove more.
+    for (int row = d->outVarsList->topLevelItemCount() - 1; variable && row >= 0; --row) {
+        QTreeWidgetItem* item = d->outVarsList->topLevelItem(row);
+        if (item && COutputVariableTreeWidget::itemData(item).outputVariable == variable) {
+            delete item;
+            isListed = true;
+        }
     }
-    // A drop that was no move leaves a variable in two rows, and none may outlive it.
-    while (item) {
-        delete item;
-        item = d->outVarsList->rowOf(variable);
+    if (isListed) {
+        emit projectPartModified();
     }
-    emit projectPartModified();
 }
 
 void COutputVariablesWidget::on_outputVariableEdited(ICircuitOutputVariable* variable) {

@@ -128,8 +128,8 @@ TEST_F(OutputPanelTest, AWiresMenuTakesTerminalsOut) {
     ICircuitNode* net = largestNet();
     const int terminals = net->elementNodeCount();
     ASSERT_GT(terminals, 3);
-    const QPoint place = placeOn(wireOf(net));
     const auto openMenu = [&] {
+        const QPoint place = placeOn(wireOf(net));
         QContextMenuEvent event(QContextMenuEvent::Mouse, place,
                                 view->viewport()->mapToGlobal(place));
         QApplication::sendEvent(view->viewport(), &event);

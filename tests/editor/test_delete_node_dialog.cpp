@@ -12,6 +12,8 @@
 #include <QScrollBar>
 #include <QWheelEvent>
 
+#include <functional>
+
 /// Four resistors whose left ends are one net.
 class DeleteNodeDialog : public DrawingTest {
 protected:
@@ -25,19 +27,30 @@ protected:
     }
 
     /// Runs the dialog with these rows checked and no others.
-    void choose(const QList<int>& rows, bool accept) {
+    void choose(
+        const QList<int>& rows, bool accept, const std::function<void()>& meanwhile = [] {}) {
         DialogDriver driver;
-        driver.queue([rows, accept](QWidget* dialog) {
+        driver.queue([=](QWidget* dialog) {
             auto* list = dialog->findChild<QListWidget*>("listWidget");
             for (int i = 0; i < list->count(); ++i) {
                 list->item(i)->setCheckState(rows.contains(i) ? Qt::Checked : Qt::Unchecked);
             }
+            meanwhile();
             QMetaObject::invokeMethod(dialog, accept ? "accept" : "reject");
         });
         QMetaObject::invokeMethod(editor, "deletePartsOfNode",
                                   Q_ARG(QObject*, node->containerObject()));
         EXPECT_EQ(driver.titles, QStringList{"Delete Node Dialog"});
         turnEventLoop();
+    }
+    /// A branch by hand, around two corners.
+    QPainterPath branch(const char* terminalName) {
+        const QPointF end = placeOf(terminalName);
+        QPainterPath path(end);
+        path.lineTo(end.x() - 50, end.y());
+        path.lineTo(end.x() - 50, 0);
+        path.lineTo(end.x() - 20, 0);
+        return path;
     }
     QString terminalsLeft() {
         QString names;
@@ -103,17 +116,23 @@ TEST_F(DeleteNodeDialog, WhatWasChosenGoes) {
     EXPECT_EQ(terminalsLeft(), "R1R2R3R4");
     choose({}, true);
     EXPECT_EQ(terminalsLeft(), "R1R2R3R4");
+    // A wire that was laid by hand is kept as far as it doesn't lead to what has gone.
+    QPainterPath kept = branch("R1.p");
+    kept.addPath(branch("R4.p").toReversed());
+    QPainterPath laid = kept;
+    laid.addPath(branch("R3.p"));
+    CCircuitEditorNodeItem* wire = editor->nodeItem(node);
+    wire->addShape(laid, true);
     choose({1}, true);
     EXPECT_EQ(terminalsLeft(), "R1R2R4");
-    EXPECT_FALSE(editor->nodeItem(node)->isManuallyConnected());
-    // A wire that was laid by hand is kept as far as it doesn't lead to what has gone.
-    CCircuitEditorNodeItem* wire = editor->nodeItem(node);
-    QPainterPath path(placeOf("R1.p"));
-    path.lineTo(placeOf("R4.p"));
-    wire->addShape(path, true);
+    EXPECT_TRUE(wire->internalShape() == kept);
+    EXPECT_TRUE(wire->isManuallyConnected());
+    // Nothing else was laid: what is left is routed.
+    wire->addShape(branch("R4.p"), true);
     choose({1}, true);
     EXPECT_EQ(terminalsLeft(), "R1R2");
-    EXPECT_FALSE(editor->nodeItem(node)->contains(placeOf("R4.p")));
+    EXPECT_TRUE(wire->contains(placeOf("R1.p")));
+    EXPECT_FALSE(wire->isManuallyConnected());
     choose({0}, true);
     EXPECT_EQ(circuit.nodeCount(), 0);
     EXPECT_TRUE(circuit.elementCount() == 4);
@@ -122,7 +141,16 @@ TEST_F(DeleteNodeDialog, WhatWasChosenGoes) {
     QMetaObject::invokeMethod(editor, "deletePartsOfNode", Q_ARG(QObject*, nullptr));
 }
 
-TEST_F(DeleteNodeDialog, TheNetMayGoWhileTheUserChooses) {
+TEST_F(DeleteNodeDialog, TheNetMayShrinkOrGoWhileTheUserChooses) {
+    choose({2}, true, [this] { solver.breakConnection(terminal("R1.p"), node); });
+    EXPECT_EQ(terminalsLeft(), "R2R3");
+    solver.makeConnection(terminal("R4.p"), node);
+    editor->nodeItem(node)->addShape(branch("R3.p"), true);
+    // A terminal of two takes the other one along.
+    choose({1}, true, [this] { solver.breakConnection(terminal("R3.p"), node); });
+    EXPECT_EQ(circuit.nodeCount(), 0);
+
+    node = solver.makeConnection(terminal("R1.p"), terminal("R2.p"));
     DialogDriver driver;
     driver.queue([this](QWidget* dialog) {
         circuit.removeElement(element("R4"));

@@ -278,14 +278,19 @@ TEST_F(ElementHandling, MenusAndDialogsSurviveTheDeathOfTheirElement) {
 
 TEST_F(ElementHandling, TheOutputVariableDialogListsWhatTheTypeOffers) {
     create("Resistor.Basic", {0, 0});
+    create("Comparator.Analog", {200, 0});
     CCircuitEditorElementConfigDialog dialog(editor);
     auto* list = dialog.findChild<QListWidget*>(QStringLiteral("lstOutVars"));
-    dialog.setCircuitElement(element("R1"));
-    QStringList names;
-    for (int i = 0; i < list->count(); ++i) {
-        names << list->item(i)->text();
-    }
-    EXPECT_EQ(names, (QStringList{"i", "p", "v", "R"}));
+    const auto listed = [&](const char* name) {
+        dialog.setCircuitElement(element(name));
+        QStringList names;
+        for (int i = 0; i < list->count(); ++i) {
+            names << list->item(i)->text();
+        }
+        return names;
+    };
+    EXPECT_EQ(listed("R1"), (QStringList{"i", "p", "v", "R"}));
+    EXPECT_EQ(listed("CMP1"), (QStringList{"out", "vd"}));
     EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Output Variables Selection Dialog"));
     dialog.setCircuitElement(nullptr);
     EXPECT_EQ(list->count(), 0);

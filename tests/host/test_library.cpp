@@ -71,7 +71,10 @@ TEST_F(Library, ReadsADescription) {
 
 TEST_F(Library, FurtherInterfacesAreAskedByName) {
     write("Widget.json", Good);
-    write("Plain.json", QByteArray(Good).replace("\"mixed\": true", "\"mixed\": false"));
+    // Terminals of several kinds tell by themselves that a type is mixed.
+    const QByteArray unmarked = QByteArray(Good).replace("\"mixed\": true", "\"mixed\": false");
+    write("Unmarked.json", unmarked);
+    write("Plain.json", QByteArray(unmarked).replace("\"t\"", "\"e\""));
     ASSERT_TRUE(library.load(folder.path()));
     ICircuitElementDesc* type = library.description("Widget.Lib");
     void* answer = nullptr;
@@ -90,6 +93,7 @@ TEST_F(Library, FurtherInterfacesAreAskedByName) {
         bool offered;
     } table[] = {
         {"Widget.Lib", "IGeneralMixedElementDesc", true},
+        {"Unmarked.Lib", "IGeneralMixedElementDesc", true},
         {"Plain.Lib", "IGeneralMixedElementDesc", false},
         {"Widget.Lib", "ISubCircuitElementDesc", false},
         {"Widget.Lib", "", false},

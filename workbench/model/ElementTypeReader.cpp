@@ -149,6 +149,9 @@ void ElementTypeReader::readTerminals(const QJsonObject& root) {
     if (m_data.terminals.isEmpty()) {
         complain(QStringLiteral("there is no terminal"));
     }
+    for (const TerminalData& terminal : qAsConst(m_data.terminals)) {
+        m_data.mixed = m_data.mixed || terminal.type != m_data.terminals.first().type;
+    }
 }
 
 void ElementTypeReader::readParameters(const QJsonObject& root) {

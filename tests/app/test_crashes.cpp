@@ -17,7 +17,7 @@
 namespace {
 
 const QString Divider = QStringLiteral(VORTEL_SOURCE_DIR "/tests/data/divider.ckt");
-const QString Large = QStringLiteral(VORTEL_SOURCE_DIR "/examples/opamp-741.ckt");
+const QString Large = QStringLiteral(VORTEL_SOURCE_DIR "/examples/opamp-741.vprj");
 constexpr int Timeout = 60000;
 
 }  // namespace

@@ -324,11 +324,15 @@ TEST_F(CommandLineTest, FullDiskLeavesTheOldFile) {
 
 TEST_F(CommandLineTest, ReplacesWhatALinkLeadsTo) {
     write("real.svg", "old");
+    write(".real.svg.99999999-0.part", "of a program that was killed");
+    write(".real.svg.1-0.part", "of one that runs");
     ASSERT_TRUE(QFile::link(path("real.svg"), path("link.svg")));
     EXPECT_EQ(run({"export", Divider, "-o", path("link.svg")}).status, 0);
     EXPECT_TRUE(QFileInfo(path("link.svg")).isSymLink());
     EXPECT_TRUE(contentOf(path("real.svg")).contains("</svg>"));
-    EXPECT_EQ(files(), QStringList({"link.svg", "real.svg"}));
+    EXPECT_EQ(files(), QStringList({".real.svg.1-0.part", "link.svg", "real.svg"}));
+    EXPECT_EQ(run({"export", Divider, "-o", path("new.svg")}).status, 0);
+    EXPECT_EQ(QFile::permissions(path("new.svg")), QFile::permissions(path("real.svg")));
 }
 
 TEST_F(CommandLineTest, PluginThatCannotBeUsed) {

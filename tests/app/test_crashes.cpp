@@ -28,7 +28,7 @@ protected:
         QDir().mkpath(homePath("vortel-workbench"));
         QFile settings(homePath("vortel-workbench/settings.ini"));
         EXPECT_TRUE(settings.open(QIODevice::WriteOnly));
-        settings.write("[General]\nAutosaveSeconds=0.001\n");
+        settings.write("[General]\nAutosaveSeconds=0.02\n");
     }
 
     struct Window {
@@ -142,8 +142,8 @@ TEST_F(Crashes, LeaveTheChangesOfAFileToBeRecovered) {
 
     // Recovered, and lost in another crash, and still there.
     for (int i = 0; i < 2; ++i) {
-        window = open({file}, "Recover");
-        const QJsonObject state = window->waitFor(shown);
+        window = open(i == 0 ? QStringList(file) : QStringList(), "Recover");
+        const QJsonObject state = window->waitFor(isModified);
         EXPECT_EQ(elements(state), 5);
         EXPECT_TRUE(isModified(state));
         EXPECT_EQ(state["title"].toString(), "x.vprj[*] - Vortel Workbench");
@@ -187,7 +187,7 @@ TEST_F(Crashes, LeaveAProjectWithoutAFileToBeRecovered) {
     window->waitFor(holds(1));
     window->kill();
 
-    window = open({}, "Discard");
+    window = open({Divider}, "Discard");
     EXPECT_TRUE(QTest::qWaitFor([&] { return autosavesAtHome().isEmpty(); }, Timeout));
 }
 

@@ -9,6 +9,7 @@
 #include "ICircuitEditorExt.h"
 #include "ICircuitEditorExt2.h"
 #include "ICircuitElementFactory.h"
+#include "IPropertyEditor.h"
 #include "MainWindow.h"
 #include "ProjectManager.h"
 #include "WarningGuard.h"
@@ -19,20 +20,25 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
+#include <QDateTime>
 #include <QDesktopServices>
+#include <QDir>
 #include <QDockWidget>
 #include <QFile>
 #include <QFileInfo>
 #include <QGraphicsItem>
 #include <QGraphicsView>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QSignalSpy>
+#include <QStandardPaths>
 #include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QToolBar>
+#include <QTreeWidget>
 #include <QUrl>
 
 #include <memory>
@@ -401,6 +407,37 @@ TEST_F(MainWindowTest, SavingDoesNotMakeLossesFinalUnasked) {
     trigger("save");  // there is nothing left to lose
 }
 
+TEST_F(MainWindowTest, KeepsWhatCrashesHaveLeftUntilAsked) {
+    const QString file = folder.filePath("x.ckt");
+    const QString beside = folder.filePath(".x.ckt.autosave");
+    const QString aside = folder.filePath("aside");
+    const QDir home(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
+    QFile newer(home.filePath("autosave/newer.autosave"));
+    ASSERT_TRUE(QFile::copy(Partly, file) && home.mkpath("autosave"));
+    QString message;
+    EXPECT_TRUE(window->openFile(file, &message));
+    addResistor();
+    workbench.projectManager()->autosave();
+    // As two programs leave them.
+    ASSERT_TRUE(QFile::copy(beside, newer.fileName()) && QFile::rename(beside, aside));
+    workbench.clear();
+    ASSERT_TRUE(QFile::rename(aside, beside) && newer.open(QIODevice::Append));
+    newer.setFileTime(QDateTime::currentDateTime().addSecs(9), QFile::FileModificationTime);
+
+    DialogDriver dialogs;
+    answer(dialogs, "Recover");
+    EXPECT_TRUE(window->openFile(file, &message));
+    answer(dialogs, "Save");
+    trigger("save");
+    EXPECT_TRUE(dialogs.texts.last().contains("could not be restored. Save the rest?"));
+    EXPECT_FALSE(newer.exists());
+    EXPECT_TRUE(QFile::exists(beside));
+    trigger("new");
+    dialogs.chooseFile(file);
+    trigger("saveAs");
+    EXPECT_FALSE(QFile::exists(beside));
+}
+
 TEST_F(MainWindowTest, OpensRecentFiles) {
     auto* menu = window->findChild<QMenu*>("openRecent");
     ASSERT_NE(menu, nullptr);
@@ -437,8 +474,40 @@ TEST_F(MainWindowTest, OpensRecentFiles) {
 TEST_F(MainWindowTest, AsksBeforeWorkIsLost) {
     DialogDriver dialogs;
     const auto answer = [&dialogs](const char* button) { MainWindowTest::answer(dialogs, button); };
+    QFile file(folder.filePath("x.vprj"));
+    for (const char* content :
+         {"<ProjectPart ID='VortelCircuit' Title='T'>"
+          "<CircuitElement ElementType='Resistor.Basic' ID='7' X='0.3'/><TextBox X='9'>t</TextBox>"
+          "<EPTextBox Width='9' ElementIndex='0' Property='R'/></ProjectPart>",
+          ""}) {
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(QByteArray("<VortelProject Format='1'>") + content + "</VortelProject>");
+        file.close();
+        open(file.fileName());
+        QMetaObject::invokeMethod(workbench.editorWidget(), "selectAll");
+        QApplication::processEvents();
+        trigger("zoomIn");
+        EXPECT_FALSE(workbench.projectManager()->checkModified()) << content;
+    }
+    EXPECT_EQ(circuit()->containerObject()->property("Title"), "");
     trigger("new");
     EXPECT_EQ(dialogs.titles, QStringList());  // nothing to lose
+
+    // What is being typed counts.
+    open(Divider);
+    window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    QObject* element = circuit()->element(0)->containerObject();
+    QObject* panel = workbench.object("CPropertyEditorComponent.propertyEditor");
+    qobject_cast<IPropertyEditor*>(panel)->setObject(element, false);
+    auto* tree = panel->findChild<QTreeWidget*>();
+    tree->setCurrentItem(tree->findItems("Caption", Qt::MatchRecursive).value(0), 1);
+    QTest::keyClick(tree, Qt::Key_F2);
+    QTest::keyClicks(tree->viewport()->findChild<QLineEdit*>(), "typed");
+    answer("Cancel");
+    EXPECT_FALSE(window->close());
+    EXPECT_EQ(element->property("Caption"), "typed");
+    workbench.clear();
 
     addResistor();
     answer("Cancel");
@@ -462,7 +531,7 @@ TEST_F(MainWindowTest, AsksBeforeWorkIsLost) {
     EXPECT_EQ(circuit()->elementCount(), 0);
     EXPECT_EQ(window->windowTitle(), "Untitled[*] - Vortel Workbench");
     EXPECT_TRUE(window->close());
-    EXPECT_EQ(dialogs.titles.count("Unsaved changes"), 5);
+    EXPECT_EQ(dialogs.titles.count("Unsaved changes"), 6);
 }
 
 TEST_F(MainWindowTest, EditorHearsOfWindowAndProject) {

@@ -1,12 +1,16 @@
 // The project manager with parts that record how they are called.
 
+#include "PendingFile.h"
 #include "ProjectManager.h"
 
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
+#include <QDir>
+#include <QFile>
 #include <QSignalSpy>
 #include <QTemporaryDir>
+#include <QTest>
 
 namespace {
 
@@ -112,6 +116,33 @@ TEST_F(ProjectParts, OnlyTheUsersChangesCount) {
     EXPECT_TRUE(manager.save(folder.filePath("x.vprj"), &reason));
     EXPECT_FALSE(manager.isModified());
     EXPECT_EQ(manager.projectFileName(), folder.filePath("x.vprj"));
+    circuit.value = "unreported";
+    EXPECT_TRUE(manager.checkModified());
+}
+
+TEST_F(ProjectParts, AutosavesWhatNobodyReportsUntilItSucceeds) {
+    const QTemporaryDir folder;
+    const QString autosave = folder.filePath(".x.vprj.autosave");
+    const auto isThere = [&] { return QFile::exists(autosave); };
+    manager.newProject();
+    EXPECT_TRUE(manager.save(folder.filePath("x.vprj"), &reason));
+    ASSERT_TRUE(QFile::setPermissions(folder.filePath("x.vprj"), QFile::ReadOwner));
+    manager.setAutosaveInterval(1);
+    circuit.value = "1";
+    ASSERT_TRUE(QTest::qWaitFor(isThere));
+    EXPECT_TRUE(manager.isModified());
+    const auto others = QFile::ReadGroup | QFile::ReadOther;
+    EXPECT_EQ(QFile::permissions(autosave) & others, 0);
+    PendingFile pending(folder.filePath("y"));
+    EXPECT_EQ(QFile::permissions(pending.temporaryName()) & others, 0);
+    QSignalSpy failures(&manager, &ProjectManager::autosaveFailed);
+    ASSERT_TRUE(QFile::remove(autosave) && QDir().mkdir(autosave));
+    circuit.value = "2";
+    EXPECT_TRUE(QTest::qWaitFor([&] { return failures.count() >= 2; }));
+    ASSERT_TRUE(QDir().rmdir(autosave));
+    EXPECT_TRUE(QTest::qWaitFor(isThere));
+    manager.close();
+    EXPECT_FALSE(isThere());
 }
 
 TEST_F(ProjectParts, WhatWasOpenSurvivesAPartThatRefuses) {

@@ -24,6 +24,7 @@
 #include <QStatusBar>
 
 #include <algorithm>
+#include <iterator>
 
 namespace {
 
@@ -91,10 +92,28 @@ bool MainWindow::openFile(const QString& fileName, QString* message) {
     return true;
 }
 
-void MainWindow::offerRecovery() {
+void MainWindow::offerRecovery(bool ofFiles) {
+    // What has just been recovered comes first; the next start asks again.
+    if (m_workbench->projectManager()->checkModified()) {
+        return;
+    }
+    std::vector<std::unique_ptr<Autosave>> abandoned = Autosave::abandoned({});
+    if (ofFiles) {
+        // Those that were found are locked, and so not found once more.
+        for (const QString& file : RecentFiles::list()) {
+            auto further = Autosave::abandoned(file);
+            std::move(further.begin(), further.end(), std::back_inserter(abandoned));
+        }
+    } else {
+        const auto hasFile = [](const auto& autosave) {
+            return !autosave->projectFile().isEmpty();
+        };
+        abandoned.erase(std::remove_if(abandoned.begin(), abandoned.end(), hasFile),
+                        abandoned.end());
+    }
     bool recovered = false;
     QString message;
-    if (!recoverFirst(Autosave::abandoned({}), &recovered, &message)) {
+    if (!recoverFirst(std::move(abandoned), &recovered, &message)) {
         if (!message.isEmpty()) {
             QMessageBox::information(this, tr("Cannot recover"), message);
         }
@@ -226,26 +245,38 @@ bool MainWindow::saveAs() {
 }
 
 bool MainWindow::saveTo(const QString& fileName) {
+    finishEditing();
     const QString losses = m_workbench->lossesOnSaving(fileName);
     if (!losses.isEmpty() && !askToSaveDespite(this, losses)) {
         return false;
     }
+    const QFileInfo target(fileName);
+    const bool replacesAnother =
+        target.exists() && target != QFileInfo(m_workbench->projectManager()->projectFileName());
     QString error;
     if (!m_workbench->save(fileName, &error)) {
         QMessageBox::information(this, tr("Cannot save"), error);
         return false;
     }
-    // What a crash has left of the file that this one replaces.
-    for (const auto& autosave : Autosave::abandoned(fileName)) {
-        autosave->discard();
+    // The user has given up that file, and so what a crash has left of it.
+    if (replacesAnother) {
+        for (const auto& autosave : Autosave::abandoned(fileName)) {
+            autosave->discard();
+        }
     }
     RecentFiles::add(fileName);
     showDocument();
     return true;
 }
 
+void MainWindow::finishEditing() {
+    // An editor in a panel takes its value over when it loses the focus.
+    m_workbench->editorWidget()->setFocus();
+}
+
 bool MainWindow::mayDiscard() {
-    if (!m_workbench->projectManager()->isModified()) {
+    finishEditing();
+    if (!m_workbench->projectManager()->checkModified()) {
         return true;
     }
     switch (askToSave(this, documentName())) {

@@ -27,13 +27,13 @@ public:
     /// restored shows in the status bar and is told in `*message`.
     bool openFile(const QString& fileName, QString* message);
 
+    /// Asks whether to go on with what a crash has left of projects without a file, and if
+    /// `ofFiles` of those with one too: the recent ones and all that the user's data folder holds.
+    void offerRecovery(bool ofFiles);
+
 signals:
     /// A page of the workspace comes to the front: this window has one, the canvas.
     void workspaceWidgetActivated(QWidget* widget);
-
-public slots:
-    /// Asks whether to go on with what a crash has left, if it has.
-    void offerRecovery();
 
 protected:
     void showEvent(QShowEvent* event) override;
@@ -48,6 +48,8 @@ private:
     bool save();
     bool saveAs();
     bool saveTo(const QString& fileName);
+    /// Takes over what is being typed in one of the panels.
+    void finishEditing();
     /// True if nothing would be lost, or if the user has saved it or gives it up.
     bool mayDiscard();
     /// Asks for each of the autosaves until the user recovers one, or cancels. True if nothing

@@ -149,7 +149,6 @@ ProjectManager* Workbench::projectManager() const {
 }
 
 void Workbench::clear() {
-    m_openLosses.clear();
     projectManager()->newProject({}, [this] { clearTitle(); });
 }
 
@@ -178,13 +177,23 @@ bool Workbench::openProject(const QString& fileName, QString* message) {
 bool Workbench::load(const ProjectFile& file, const QString& fileName, const QString& source,
                      QString* message) {
     QString reason;
-    if (!projectManager()->load(file, fileName, &reason)) {
+    // Of an autosave: what its project had lost before.
+    const QString earlier = file.root().attribute(QLatin1String(Autosave::LossesAttribute));
+    const QDomElement circuitPart = file.part(QLatin1String(ProjectFile::CircuitPart));
+    QStringList losses = {earlier};
+    // Before anything is saved, which numbers the elements anew.
+    const auto finish = [&] {
+        if (circuitPart.isNull()) {
+            clearTitle();
+        }
+        losses.append(lossesOf(circuitRecords(circuitPart), *circuit()));
+    };
+    if (!projectManager()->load(file, fileName, &reason, finish)) {
         *message = about(source, reason);
         return false;
     }
-    const CircuitRecords records =
-        circuitRecords(file.part(QLatin1String(ProjectFile::CircuitPart)));
-    *message = noteLosses(source, lossesOf(records, *circuit()));
+    losses.removeAll(QString());
+    *message = noteLosses(source, losses.join(QLatin1String(", and ")));
     return true;
 }
 
@@ -195,16 +204,18 @@ bool Workbench::openCircuit(const QString& fileName, QString* message) {
         *message = about(fileName, reason);
         return false;
     }
-    projectManager()->newProject(fileName, [this, &fileName] {
+    QString losses;
+    projectManager()->newProject(fileName, [&] {
         clearTitle();
         editor()->load(fileName);
+        losses = lossesOf(*records, *circuit());
     });
-    *message = noteLosses(fileName, lossesOf(*records, *circuit()));
+    *message = noteLosses(fileName, losses);
     return true;
 }
 
-QString Workbench::noteLosses(const QString& source, const QString& losses) {
-    m_openLosses = losses;
+QString Workbench::noteLosses(const QString& source, const QString& losses) const {
+    projectManager()->setLosses(losses);
     return losses.isEmpty() ? QString() : about(source, losses);
 }
 
@@ -226,7 +237,6 @@ bool Workbench::save(const QString& fileName, QString* error) {
     QString reason;
     const bool isProject = documentFormatOf(fileName) == DocumentFormat::Project;
     if (isProject ? projectManager()->save(fileName, &reason) : saveCircuit(fileName, &reason)) {
-        m_openLosses.clear();
         return true;
     }
     *error = cannotWrite(fileName, reason);
@@ -255,9 +265,10 @@ bool Workbench::saveCircuit(const QString& fileName, QString* reason) {
 }
 
 QString Workbench::lossesOnSaving(const QString& fileName) const {
-    if (!m_openLosses.isEmpty() &&
+    const QString losses = projectManager()->losses();
+    if (!losses.isEmpty() &&
         QFileInfo(fileName) == QFileInfo(projectManager()->projectFileName())) {
-        return about(fileName, m_openLosses);
+        return about(fileName, losses);
     }
     if (documentFormatOf(fileName) == DocumentFormat::Project) {
         return {};

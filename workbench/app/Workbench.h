@@ -78,10 +78,8 @@ private:
               QString* message);
     bool saveCircuit(const QString& fileName, QString* reason);
     /// Notes what the file that was opened holds and the circuit doesn't.
-    QString noteLosses(const QString& source, const QString& losses);
+    QString noteLosses(const QString& source, const QString& losses) const;
 
     /// What the components have handed out; those that found no place in a window are deleted here.
     QList<QPointer<QWidget>> m_widgets;
-    // Of the file that is open: saving over it would make them final.
-    QString m_openLosses;
 };

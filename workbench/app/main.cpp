@@ -75,12 +75,11 @@ int runWindow(const CommandLine& line) {
     }
     const QuitOnSignal quitOnSignal;
     window.show();
-    if (line.file.isEmpty()) {
-        // Once the window is there to ask over.
-        QTimer::singleShot(0, &window, &MainWindow::offerRecovery);
-    }
+    // Once the window is there to ask over.
+    const bool isPlain = line.file.isEmpty();
+    QTimer::singleShot(0, &window, [&window, isPlain] { window.offerRecovery(isPlain); });
     const int status = QApplication::exec();
-    // Still modified: the end came from outside, and nobody was asked.
+    // Still open: the end came from outside, and nobody was asked.
     workbench.projectManager()->autosave();
     return status;
 }

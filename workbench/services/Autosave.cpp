@@ -3,12 +3,15 @@
 #include "PendingFile.h"
 #include "ProjectFile.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QLockFile>
 #include <QStandardPaths>
 #include <QUuid>
+
+#include <algorithm>
 
 namespace {
 
@@ -44,6 +47,15 @@ std::optional<QString> projectOf(const QString& autosave) {
     return file->root().attribute(QLatin1String(Autosave::ProjectAttribute));
 }
 
+QDateTime timeOf(const std::unique_ptr<Autosave>& autosave) {
+    return QFileInfo(autosave->fileName()).lastModified();
+}
+
+QFileDevice::Permissions permissionsFor(const QString& projectFile) {
+    const QFileDevice::Permissions own = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
+    return QFileInfo(projectFile).isFile() ? QFile::permissions(projectFile) | own : own;
+}
+
 }  // namespace
 
 Autosave::Autosave(const QString& projectFile) : m_projectFile(absoluteName(projectFile)) {}
@@ -76,13 +88,15 @@ std::vector<std::unique_ptr<Autosave>> Autosave::abandoned(const QString& projec
         take(nameBeside(project), project);
     }
     const QFileInfoList common =
-        QDir(commonFolder()).entryInfoList({QLatin1Char('*') + Suffix}, QDir::Files, QDir::Time);
+        QDir(commonFolder()).entryInfoList({QLatin1Char('*') + Suffix}, QDir::Files);
     for (const QFileInfo& info : common) {
         const std::optional<QString> itsProject = projectOf(info.filePath());
         if (itsProject && (project.isEmpty() || *itsProject == project)) {
             take(info.filePath(), *itsProject);
         }
     }
+    std::stable_sort(found.begin(), found.end(),
+                     [](const auto& a, const auto& b) { return timeOf(a) > timeOf(b); });
     return found;
 }
 
@@ -100,7 +114,7 @@ bool Autosave::write(const QByteArray& content, QString* reason) {
             }
         }
     }
-    return PendingFile::write(m_fileName, content, reason);
+    return PendingFile::write(m_fileName, content, reason, permissionsFor(m_projectFile));
 }
 
 void Autosave::discard() {

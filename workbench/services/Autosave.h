@@ -10,9 +10,9 @@ class QLockFile;
 
 /// The autosaved state of one open project: a project file of its own, hidden beside the project's
 /// file, or in the user's data folder if the project has no file yet, the folder is closed to us or
-/// another running program autosaves the same project there. A lock beside it tells that its
-/// program runs; an autosave whose lock is stale or missing was left by a crash. An object that
-/// dies gives up the lock and leaves the file.
+/// another running program autosaves the same project there. Who may not read the project's file
+/// may not read this one. A lock beside it tells that its program runs; an autosave whose lock is
+/// stale or missing was left by a crash. An object that dies gives up the lock and leaves the file.
 class Autosave {
 public:
     /// `projectFile` is empty for a project without a file.
@@ -37,6 +37,8 @@ public:
 
     /// The root's attribute that names the project of an autosave in the user's data folder.
     static constexpr char ProjectAttribute[] = "AutosaveOf";
+    /// The one that tells what the project lacks of its file; missing if it lacks nothing.
+    static constexpr char LossesAttribute[] = "AutosaveLosses";
 
 private:
     bool lock(const QString& fileName);

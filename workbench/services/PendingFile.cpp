@@ -4,28 +4,61 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <cstring>
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
 
-QString unusedNameBeside(const QFileInfo& target) {
-    const QDir folder = target.absoluteDir();
+/// Makes the file, which nobody but its owner can read. A name that can't be made is as good as
+/// any: to open it fails with the reason.
+QString newFileBeside(const QFileInfo& target) {
+    const QString prefix = QStringLiteral("/.") + target.fileName() + QLatin1Char('.') +
+                           QString::number(QCoreApplication::applicationPid());
     for (int i = 0;; ++i) {
-        const QString name = folder.filePath(QStringLiteral(".%1.%2-%3.part")
-                                                 .arg(target.fileName())
-                                                 .arg(QCoreApplication::applicationPid())
-                                                 .arg(i));
-        const QFileInfo info(name);
-        if (!info.exists() && !info.isSymLink()) {
+        const QString name = target.absolutePath() + prefix + QStringLiteral("-%1.part").arg(i);
+        const int handle = open(QFile::encodeName(name).constData(),
+                                O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR);
+        if (handle >= 0) {
+            close(handle);
+            return name;
+        }
+        if (errno != EEXIST) {
             return name;
         }
     }
+}
+
+void removeAbandonedBeside(const QFileInfo& target) {
+    const QRegularExpression pattern(QStringLiteral("^\\.%1\\.(\\d+)-\\d+\\.part$")
+                                         .arg(QRegularExpression::escape(target.fileName())));
+    const QDir folder = target.absoluteDir();
+    for (const QString& name : folder.entryList(QDir::Files | QDir::Hidden)) {
+        const QRegularExpressionMatch match = pattern.match(name);
+        const pid_t owner = match.captured(1).toInt();
+        if (owner > 0 && kill(owner, 0) != 0 && errno == ESRCH) {
+            QFile::remove(folder.filePath(name));
+        }
+    }
+}
+
+/// What a file gets that is made in the ordinary way.
+QFileDevice::Permissions permissionsOfNewFiles() {
+    const mode_t mask = umask(0);
+    umask(mask);
+    QFileDevice::Permissions permissions = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
+    permissions.setFlag(QFileDevice::ReadGroup, !(mask & S_IRGRP));
+    permissions.setFlag(QFileDevice::WriteGroup, !(mask & S_IWGRP));
+    permissions.setFlag(QFileDevice::ReadOther, !(mask & S_IROTH));
+    permissions.setFlag(QFileDevice::WriteOther, !(mask & S_IWOTH));
+    return permissions;
 }
 
 /// False, with errno, if the system couldn't hand the file or folder over to the disk.
@@ -48,11 +81,20 @@ PendingFile::PendingFile(const QString& target) : m_target(target) {
     if (!linked.isEmpty()) {
         m_target = linked;
     }
-    m_temporary = unusedNameBeside(QFileInfo(m_target));
 }
 
 PendingFile::~PendingFile() {
-    QFile::remove(m_temporary);
+    if (!m_temporary.isEmpty()) {
+        QFile::remove(m_temporary);
+    }
+}
+
+QString PendingFile::temporaryName() {
+    if (m_temporary.isEmpty()) {
+        removeAbandonedBeside(QFileInfo(m_target));
+        m_temporary = newFileBeside(QFileInfo(m_target));
+    }
+    return m_temporary;
 }
 
 QString PendingFile::obstacle() const {
@@ -73,10 +115,12 @@ QString PendingFile::obstacle() const {
     return {};
 }
 
-bool PendingFile::commit(QString* reason) {
-    if (QFileInfo::exists(m_target)) {
-        QFile::setPermissions(m_temporary, QFile::permissions(m_target));
+bool PendingFile::commit(QString* reason, std::optional<QFileDevice::Permissions> permissions) {
+    if (!permissions) {
+        permissions =
+            QFileInfo::exists(m_target) ? QFile::permissions(m_target) : permissionsOfNewFiles();
     }
+    QFile::setPermissions(m_temporary, *permissions);
     // The content must be on the disk before the name is: after a power failure the new name could
     // otherwise lead to an empty file. Unlike QFile::rename this replaces an existing target in one
     // step.
@@ -90,7 +134,8 @@ bool PendingFile::commit(QString* reason) {
     return true;
 }
 
-bool PendingFile::write(const QString& target, const QByteArray& content, QString* reason) {
+bool PendingFile::write(const QString& target, const QByteArray& content, QString* reason,
+                        std::optional<QFileDevice::Permissions> permissions) {
     PendingFile pending(target);
     *reason = pending.obstacle();
     if (!reason->isEmpty()) {
@@ -103,5 +148,5 @@ bool PendingFile::write(const QString& target, const QByteArray& content, QStrin
         return false;
     }
     file.close();
-    return pending.commit(reason);
+    return pending.commit(reason, permissions);
 }

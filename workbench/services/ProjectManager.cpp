@@ -7,6 +7,7 @@
 #include <Plexa/ObjectIterator.h>
 
 #include <QCoreApplication>
+#include <QCryptographicHash>
 #include <QEvent>
 
 #include <algorithm>
@@ -15,10 +16,13 @@ namespace {
 
 constexpr double DefaultAutosaveSeconds = 180;
 
+QByteArray digestOf(const QByteArray& content) {
+    return QCryptographicHash::hash(content, QCryptographicHash::Sha256);
+}
+
 }  // namespace
 
 ProjectManager::ProjectManager(QObject* parent) : QObject(parent) {
-    m_autosaveTimer.setSingleShot(true);
     connect(&m_autosaveTimer, &QTimer::timeout, this, &ProjectManager::autosave);
     const double seconds =
         Settings().value(QStringLiteral("AutosaveSeconds"), DefaultAutosaveSeconds).toDouble();
@@ -50,7 +54,10 @@ void ProjectManager::addPart(IProjectPart* part) {
 }
 
 void ProjectManager::setAutosaveInterval(int interval) {
-    m_autosaveTimer.setInterval(interval);
+    m_autosaveTimer.stop();
+    if (interval > 0) {
+        m_autosaveTimer.start(interval);
+    }
 }
 
 void ProjectManager::setProjectFileName(const QString& fileName) {
@@ -61,29 +68,36 @@ void ProjectManager::setProjectFileName(const QString& fileName) {
 }
 
 void ProjectManager::markModified() {
-    if (m_isLoading) {
-        return;
+    if (!m_isLoading) {
+        setModified(true);
     }
-    if (!m_autosaveTimer.isActive() && m_autosaveTimer.interval() > 0) {
-        m_autosaveTimer.start();
+}
+
+bool ProjectManager::checkModified() {
+    if (!m_modified && m_isOpen && digestOf(content().toBytes()) != m_settled) {
+        setModified(true);
     }
-    setModified(true);
+    return m_modified;
 }
 
 void ProjectManager::setModified(bool modified) {
-    if (!modified) {
-        m_autosaveTimer.stop();
-    }
     if (modified != m_modified) {
         m_modified = modified;
         emit modifiedChanged(modified);
     }
 }
 
+void ProjectManager::settle(const QByteArray& content) {
+    discardAutosave();
+    m_settled = digestOf(content);
+    setModified(false);
+}
+
 void ProjectManager::newProject(const QString& fileName, const std::function<void()>& fill) {
     closeParts();
     m_isLoading = true;
     m_origin = ProjectFile();
+    m_losses.clear();
     for (const Part& part : qAsConst(m_parts)) {
         if (part.object) {
             part.part->newProjectPart();
@@ -99,12 +113,12 @@ void ProjectManager::newProject(const QString& fileName, const std::function<voi
     }
     m_isOpen = true;
     endLoading();
-    discardAutosave();
-    setModified(false);
+    settle(content().toBytes());
     setProjectFileName(fileName);
 }
 
-bool ProjectManager::load(const ProjectFile& file, const QString& fileName, QString* reason) {
+bool ProjectManager::load(const ProjectFile& file, const QString& fileName, QString* reason,
+                          const std::function<void()>& finish) {
     const ProjectFile before = content();
     const bool wasOpen = m_isOpen;
     closeParts();
@@ -118,11 +132,15 @@ bool ProjectManager::load(const ProjectFile& file, const QString& fileName, QStr
         endLoading();
         return false;
     }
+    if (finish) {
+        finish();
+    }
     endLoading();
     m_origin = file;
     m_origin.root().removeAttribute(QLatin1String(Autosave::ProjectAttribute));
-    discardAutosave();
-    setModified(false);
+    m_origin.root().removeAttribute(QLatin1String(Autosave::LossesAttribute));
+    m_losses.clear();
+    settle(content().toBytes());
     setProjectFileName(fileName);
     return true;
 }
@@ -198,19 +216,24 @@ bool ProjectManager::save(const QString& fileName, QString* reason) {
     if (!PendingFile::write(fileName, bytes, reason)) {
         return false;
     }
-    markSaved(fileName);
+    markSaved(fileName, bytes);
     return true;
 }
 
 void ProjectManager::markSaved(const QString& fileName) {
-    discardAutosave();
-    setModified(false);
+    markSaved(fileName, content().toBytes());
+}
+
+void ProjectManager::markSaved(const QString& fileName, const QByteArray& content) {
+    m_losses.clear();
+    settle(content);
     setProjectFileName(fileName);
 }
 
 void ProjectManager::adopt(std::unique_ptr<Autosave> autosave) {
     discardAutosave();
     m_autosave = std::move(autosave);
+    m_autosaved = m_settled;
     setModified(true);
 }
 
@@ -221,17 +244,28 @@ void ProjectManager::close() {
 }
 
 void ProjectManager::autosave() {
-    if (!m_modified || !m_isOpen || m_isLoading) {
+    if (!m_isOpen || m_isLoading) {
         return;
     }
-    m_autosaveTimer.stop();
+    const ProjectFile file = content();
+    const QByteArray digest = digestOf(file.toBytes());
+    if (digest != m_settled) {
+        setModified(true);
+    }
+    if (!m_modified || digest == m_autosaved) {
+        return;
+    }
     if (!m_autosave) {
         m_autosave = std::make_unique<Autosave>(m_fileName);
     }
-    const ProjectFile file = content();
     file.root().setAttribute(QLatin1String(Autosave::ProjectAttribute), m_autosave->projectFile());
+    if (!m_losses.isEmpty()) {
+        file.root().setAttribute(QLatin1String(Autosave::LossesAttribute), m_losses);
+    }
     QString reason;
-    if (!m_autosave->write(file.toBytes(), &reason)) {
+    if (m_autosave->write(file.toBytes(), &reason)) {
+        m_autosaved = digest;
+    } else {
         emit autosaveFailed(QStringLiteral("the changes could not be autosaved: %1").arg(reason));
     }
 }
@@ -241,6 +275,7 @@ void ProjectManager::discardAutosave() {
         m_autosave->discard();
         m_autosave.reset();
     }
+    m_autosaved.clear();
 }
 
 QString ProjectManager::projectPartID() {

@@ -32,10 +32,13 @@ public:
     /// Parts are saved and loaded in the order in which they were added, but the circuit first,
     /// which others refer to. A part may die before this object.
     void addPart(IProjectPart* part);
-    /// In milliseconds from a change until the project is autosaved; 0 for never.
+    /// In milliseconds: how often the project is autosaved if it has changed since; 0 for never.
     void setAutosaveInterval(int interval);
 
+    /// By what the parts have reported, and what the last autosave or `checkModified` has found.
     bool isModified() const { return m_modified; }
+    /// Finds changes that no part has reported, too: takes about as long as a save.
+    bool checkModified();
     /// An empty name means a project that has not been saved yet.
     void setProjectFileName(const QString& fileName);
 
@@ -43,8 +46,14 @@ public:
     /// from elsewhere, and doesn't count as a change.
     void newProject(const QString& fileName = {}, const std::function<void()>& fill = {});
     /// Closes what is open and loads the project. False, with the reason, if a part refuses it;
-    /// what was open is then open again, but for its undo history.
-    bool load(const ProjectFile& file, const QString& fileName, QString* reason);
+    /// what was open is then open again, but for its undo history. `finish` sets right what parts
+    /// leave undone, and doesn't count as a change.
+    bool load(const ProjectFile& file, const QString& fileName, QString* reason,
+              const std::function<void()>& finish = {});
+    /// What the file that was opened holds and the project doesn't, in words: saving over the file
+    /// would make it final. Forgotten when the project is saved or another one opened.
+    QString losses() const { return m_losses; }
+    void setLosses(const QString& losses) { m_losses = losses; }
     /// The project as it is now, what a newer program has added to the file it came from included.
     ProjectFile content();
     /// Writes the project, whole or not at all.
@@ -67,7 +76,8 @@ public:
     bool closeProjectPart() override { return true; }
 
 public slots:
-    /// Puts by what wasn't saved, to be offered when the program starts again.
+    /// Puts by what wasn't saved, to be offered when the program starts again. Does nothing if that
+    /// is what it did last.
     void autosave();
 
 signals:
@@ -87,6 +97,9 @@ private:
     };
 
     void setModified(bool modified);
+    void markSaved(const QString& fileName, const QByteArray& content);
+    /// From now on `content` is what isn't modified, and there is nothing to recover.
+    void settle(const QByteArray& content);
     void discardAutosave();
     void closeParts();
     /// A part that the file lacks starts empty. False, with the reason, if a part refuses.
@@ -101,7 +114,10 @@ private:
     bool m_modified = false;
     // The file that the project came from; no parts if there is none.
     ProjectFile m_origin;
+    QString m_losses;
     std::unique_ptr<Autosave> m_autosave;
-    // Runs from the first change after an autosave.
+    // Digests of the content, as it was opened or saved last, and as the autosave holds it.
+    QByteArray m_settled;
+    QByteArray m_autosaved;
     QTimer m_autosaveTimer;
 };

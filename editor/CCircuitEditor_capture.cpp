@@ -13,6 +13,7 @@
 #include <QPrinter>
 #include <QProcess>
 #include <QScopedValueRollback>
+#include <QScreen>
 #include <QSvgGenerator>
 #include <QTemporaryDir>
 
@@ -92,6 +93,10 @@ bool printPostScript(QGraphicsScene* scene, const QString& fileName, const QRect
 bool writeSvg(QGraphicsScene* scene, const QString& fileName, const QRectF& source) {
     QSvgGenerator generator;
     generator.setFileName(fileName);
+    // That of the screen, or texts would be written smaller than they are laid out.
+    if (const QScreen* screen = QGuiApplication::primaryScreen()) {
+        generator.setResolution(qRound(screen->logicalDotsPerInchY()));
+    }
     // A generator without a size has no "whole device": the drawing is written in scene units.
     return paintScene(scene, &generator, QRectF(QPointF(), source.size()), source);
 }

@@ -5,6 +5,7 @@
 #include "CCircuitEditorNodeItem.h"
 #include "CCircuitEditorTextBox.h"
 #include "CCircuitElementPropertyTextBox.h"
+#include "CUndoRedo.h"
 #include "DrawingTest.h"
 #include "ICircuitSolver.h"
 #include "WarningGuard.h"
@@ -168,7 +169,7 @@ TEST_F(ProjectRecords, ForgedOnesLeaveADrawingThatOpensAgain) {
         "<TextBox/><TextBox X='1e999' Width='nan' FontFamily='' FillColor='none' BorderColor=''>"
         "ab{|</TextBox><TextBox><![CDATA[a]]]]><![CDATA[>b{|?|}{|?|}]]></TextBox>"
         "<TextBox TextColor='#12'>%1</TextBox>"
-        "<EPTextBox/><EPTextBox ElementIndex='-1'/><EPTextBox ElementIndex='99999999999'/>"
+        "<EPTextBox/><EPTextBox ElementIndex='-1'/><EPTextBox ElementIndex='77'/>"
         "<EPTextBox ElementIndex='0' Property='No such'/><EPTextBox ElementIndex='0' Property='R'/>"
         "<GlobalParamTextBox/><GlobalParamTextBox GlobalParamName='k'>k = 1</GlobalParamTextBox>"
         "</P>");

@@ -96,7 +96,7 @@ void expectPaired(ICircuitElement* element) {
     }
 }
 
-const char* const Inside = R"(<VortelProject Version="1"><ProjectPart ID="Other"/>
+const char* const Inside = R"(<VortelProject Format="1"><ProjectPart ID="Other"/>
 <ProjectPart ID="VortelCircuit" Title="Block">
 <CircuitElement ID="7" ElementType="Pin.Lib" X="0" Y="0"/>
 <CircuitElement ID="8" ElementType="Gone.Lib" X="50" Y="0"/>
@@ -235,8 +235,8 @@ TEST_F(SubCircuits, InsidesThatCanNotBeUsedAreRefused) {
         {QByteArray("<a>").repeated(100000), "nested too deeply"},
         {QByteArray("<a>").repeated(150) + QByteArray("</a>").repeated(150), "too deeply"},
         {"<VortelCircuit/>", "its root \"VortelCircuit\" is not that of a project"},
-        {"<VortelProject Version='1'/>", "it has no part \"VortelCircuit\""},
-        {"<VortelProject Version='2'/>", "its version \"2\" is not known"},
+        {"<VortelProject Format='1'/>", "it has no part \"VortelCircuit\""},
+        {"<VortelProject Format='2'/>", "its format \"2\" is not known"},
         {"<ProjectPart/>", "the terminal \"t\" belongs to the net \"a\", which"},
         {"<CircuitInfo/>", "it holds no compressed project"},
         {packed(part), "it holds no compressed project"},
@@ -256,6 +256,14 @@ TEST_F(SubCircuits, InsidesThatCanNotBeUsedAreRefused) {
         EXPECT_LE(library.problems().size(), 1);
         EXPECT_EQ(library.description("Block.Lib") != nullptr, !row.problem);
     }
+}
+
+TEST_F(SubCircuits, AnyProjectOfTheProgramCanBeInside) {
+    QString problem;
+    const QDomDocument part = SubCircuitProject::read(
+        QStringLiteral(VORTEL_SOURCE_DIR "/examples/opamp-741.vprj"), &problem);
+    EXPECT_EQ(problem, QString());
+    EXPECT_GT(SubCircuitProject::records(part, "CircuitElement").size(), 20);
 }
 
 TEST_F(SubCircuits, NoneContainsItself) {

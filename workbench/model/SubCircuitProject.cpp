@@ -1,5 +1,6 @@
 #include "SubCircuitProject.h"
 
+#include "ProjectFile.h"
 #include "XmlUtils.h"
 
 #include <QFile>
@@ -61,9 +62,9 @@ QDomDocument documentOf(const QDomElement& part) {
 }
 
 QDomDocument fromProject(const QDomElement& project, QString* problem) {
-    const QString version = project.attribute(QStringLiteral("Version"));
-    if (version != QLatin1String("1")) {
-        *problem = QStringLiteral("its version \"%1\" is not known").arg(version);
+    const QString format = project.attribute(QStringLiteral("Format"));
+    if (format != QString::number(ProjectFile::Format)) {
+        *problem = QStringLiteral("its format \"%1\" is not known").arg(format);
         return {};
     }
     for (QDomElement part = project.firstChildElement(PartTag); !part.isNull();

@@ -2,7 +2,9 @@
 
 #include "CCircuitEditorElementItem.h"
 #include "CCircuitEditorElementNodeItem.h"
+#include "CCircuitEditorGlobaParamTextBox.h"
 #include "CCircuitEditorNodeItem.h"
+#include "CCircuitElementPropertyTextBox.h"
 #include "CUndoRedo.h"
 
 #include <QGraphicsScene>
@@ -142,16 +144,47 @@ void checkWireEnds(const CCircuitEditor& editor, ICircuitNode* node,
     }
 }
 
+template <class Box>
+void checkListed(const CCircuitEditor& editor, const Box* box, QStringList& breaches) {
+    if (box->scene() != editor.scene() || box->parent() != &editor) {
+        breaches << QStringLiteral("a listed text box is not the editor's");
+    }
+}
+
+void checkBoxes(const CCircuitEditor& editor, int boxCount, QStringList& breaches) {
+    for (int i = 0; i < editor.textBoxCount(); ++i) {
+        checkListed(editor, editor.textBox(i), breaches);
+    }
+    for (int i = 0; i < editor.globalParamTextBoxCount(); ++i) {
+        checkListed(editor, editor.globalParamTextBox(i), breaches);
+    }
+    for (int i = 0; i < editor.elementPropertyTextBoxCount(); ++i) {
+        CCircuitElementPropertyTextBox* box = editor.elementPropertyTextBox(i);
+        checkListed(editor, box, breaches);
+        const CCircuitEditorElementItem* item = editor.elementItem(box->element());
+        if (box->element() && (!item || item->propertyTextBoxes().count(box) != 1)) {
+            breaches << QStringLiteral("a box shows a property of an element that doesn't know it");
+        }
+    }
+    if (boxCount != editor.textBoxCount() + editor.globalParamTextBoxCount() +
+                        editor.elementPropertyTextBoxCount()) {
+        breaches << QStringLiteral("%1 text boxes are not all listed").arg(boxCount);
+    }
+}
+
 }  // namespace
 
 QStringList invariantBreaches(const CCircuitEditor& editor) {
     QStringList breaches;
     int elementItems = 0;
     int wires = 0;
+    int boxes = 0;
     for (const QGraphicsItem* item : editor.scene()->items()) {
         elementItems += item->type() == CCircuitEditorElementItem::Type;
         wires += item->type() == CCircuitEditorNodeItem::Type;
+        boxes += item->type() == TextBoxItemType || item->type() == ElementPropertyTextBoxItemType;
     }
+    checkBoxes(editor, boxes, breaches);
     if (!editor.undoStack()->watchesOwnCommandsOnly()) {
         breaches << QStringLiteral("the history watches objects for commands that it doesn't hold");
     }

@@ -1,6 +1,7 @@
 // A whole circuit drawn from an empty canvas with pointer and keys alone.
 
 #include "CCircuitEditorElementItem.h"
+#include "CCircuitEditorGlobaParamTextBox.h"
 #include "CUndoRedo.h"
 #include "CircuitElementNode.h"
 #include "DrawingTest.h"
@@ -195,6 +196,7 @@ TEST_F(Drawing, ARestlessUserBreaksNothing) {
                                  "And.Digital",    "Fuse.Basic",         "No.Such"};
     const Qt::Key keys[] = {Qt::Key_R,    Qt::Key_F,     Qt::Key_Delete, Qt::Key_Left,
                             Qt::Key_Down, Qt::Key_Right, Qt::Key_Up};
+    editor->setRouteEmptyShapes(true);
     QRandomGenerator random(20);
     const auto point = [&random] {
         return QPointF(random.bounded(-15, 16) * 20, random.bounded(-10, 11) * 20);
@@ -208,12 +210,76 @@ TEST_F(Drawing, ARestlessUserBreaksNothing) {
         return editor->itemFor(element->elementNode(names.at(random.bounded(names.size()))))
             ->mapToScene(QPointF(0, 0));
     };
-    for (int i = 0; i < 400; ++i) {
-        switch (random.bounded(10)) {
+    const auto element = [&]() -> CCircuitEditorElementItem* {
+        const int count = circuit.elementCount();
+        return count ? editor->elementItem(circuit.element(random.bounded(count))) : nullptr;
+    };
+    const auto create = [&](QPointF place) {
+        // A text box would open its dialog.
+        const QGraphicsItem* there = editor->itemAt(at(place));
+        if (!there || there->type() < TextBoxItemType) {
+            doubleClick(place);
+        }
+    };
+    const auto annotate = [&] {
+        CCircuitEditorElementItem* item = element();
+        const QPointF place = point();
+        if (item && random.bounded(2)) {
+            QMetaObject::invokeMethod(item, "createElementPropertyTextBoxesForDisplayProperties");
+        } else if (random.bounded(2)) {
+            editor->addTextBox(place)->setText(QStringLiteral("a{|b|}{|?|}c"));
+        } else {
+            circuit.addGlobalVariable(QStringLiteral("k"), 1, true);
+            auto* box = editor->addGlobalParamTextBox(place);
+            box->setGlobalParameterName(QStringLiteral("k"));
+            box->setText(QStringLiteral("k = 1"));
+        }
+    };
+    const auto useClipboard = [&] {
+        switch (random.bounded(5)) {
+            case 0:
+                editor->cut();
+                break;
+            case 1:
+                editor->selectAll();
+                key(Qt::Key_Right);
+                break;
+            case 2:
+                key(Qt::Key_Tab);
+                break;
+            default:
+                // Not without bounds: copies of copies double.
+                editor->scene()->items().size() < 200 ? editor->copy() : editor->clear();
+                editor->paste(point());
+                break;
+        }
+    };
+    const auto pickOutput = [&] {
+        editor->setMode(CCircuitEditor::OutVarSelectionMode);
+        if (CCircuitEditorElementItem* item = element()) {
+            circuit.addOutputVariable(item->element(), QStringLiteral("i"));
+            circuit.addOutputVariable(
+                item->element(),
+                item->element()->elementNode(item->element()->elementNodeNames().first()));
+        }
+        editor->setMode(CCircuitEditor::EditMode);
+    };
+    for (int i = 0; i < 600; ++i) {
+        switch (random.bounded(14)) {
+            case 10:
+                annotate();
+                break;
+            case 11:
+            case 12:
+                useClipboard();
+                break;
+            case 13:
+                pickOutput();
+                break;
             case 0:
             case 1:
                 explorer.selected = QString::fromLatin1(types[random.bounded(6)]);
-                doubleClick(point());
+                create(point());
                 break;
             case 2:
                 framework.component->setManualConnectionMode(true);

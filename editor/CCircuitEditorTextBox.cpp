@@ -5,6 +5,7 @@
 #include "CTextEditorDialog.h"
 #include "ColorAction.h"
 #include "IPropertyEditor.h"
+#include "ResizeGrip.h"
 #include "TextBoxText.h"
 
 #include <QCursor>
@@ -21,23 +22,7 @@
 
 namespace {
 
-constexpr double MinimumSize = 21;
-// Length of the legs of the triangle in the bottom right corner that resizes the box.
-constexpr int GripSize = 16;
 constexpr double Layer = 2000;
-const QColor HoverVeil(255, 255, 255, 200);
-const QColor GripColor(192, 192, 192, 128);
-
-template <class Rect>
-QPainterPath gripPath(const Rect& rect) {
-    const double right = rect.x() + rect.width();
-    const double bottom = rect.y() + rect.height();
-    QPainterPath path(QPointF(right, bottom));
-    path.lineTo(right, bottom - GripSize);
-    path.lineTo(right - GripSize, bottom);
-    path.closeSubpath();
-    return path;
-}
 
 QVariantMap palette(const char* key) {
     const CCircuitEditorComponent* component = CCircuitEditorComponent::instance();
@@ -61,7 +46,9 @@ public:
           textColors(palette("Text")),
           fillColors(palette("Fill")) {}
 
-    bool isInResizeZone(const QPointF& position) const { return gripPath(rect).contains(position); }
+    bool isInResizeZone(const QPointF& position) const {
+        return ResizeGrip::path(rect).contains(position);
+    }
     void reportModified() const {
         if (circuitEditor) {
             emit circuitEditor->projectPartModified();
@@ -125,7 +112,8 @@ CCircuitEditor* CCircuitEditorTextBox::circuitEditor() const {
 void CCircuitEditorTextBox::setRect(const QRectF& rect) {
     setPos(rect.topLeft());
     prepareGeometryChange();
-    d->rect = QRectF(0, 0, qMax(MinimumSize, rect.width()), qMax(MinimumSize, rect.height()));
+    d->rect = QRectF(0, 0, qMax(ResizeGrip::SmallestSide, rect.width()),
+                     qMax(ResizeGrip::SmallestSide, rect.height()));
     setTextWidth(d->rect.width());
 }
 
@@ -251,7 +239,7 @@ void CCircuitEditorTextBox::paint(QPainter* painter, const QStyleOptionGraphicsI
     const QRect frame = option->rect;
     painter->fillRect(frame, d->fillColor);
     if (d->hovering) {
-        painter->fillRect(frame, HoverVeil);
+        painter->fillRect(frame, ResizeGrip::veil());
     }
     QGraphicsTextItem::paint(painter, option, widget);
     if (!d->hovering) {
@@ -260,7 +248,7 @@ void CCircuitEditorTextBox::paint(QPainter* painter, const QStyleOptionGraphicsI
     }
     painter->drawRects(&frame, 1);
     if (d->hovering) {
-        painter->fillPath(gripPath(frame), QBrush(GripColor, Qt::SolidPattern));
+        painter->fillPath(ResizeGrip::path(frame), QBrush(ResizeGrip::color(), Qt::SolidPattern));
     }
 }
 
@@ -306,8 +294,8 @@ void CCircuitEditorTextBox::mouseMoveEvent(QGraphicsSceneMouseEvent* event) {
     const QPointF step = event->scenePos() - d->lastScenePos;
     d->lastScenePos = event->scenePos();
     prepareGeometryChange();
-    d->rect.setWidth(qMax(MinimumSize, d->rect.width() + step.x()));
-    d->rect.setHeight(qMax(MinimumSize, d->rect.height() + step.y()));
+    d->rect.setWidth(qMax(ResizeGrip::SmallestSide, d->rect.width() + step.x()));
+    d->rect.setHeight(qMax(ResizeGrip::SmallestSide, d->rect.height() + step.y()));
     setTextWidth(d->rect.width());
     d->reportModifiedLater();
 }

@@ -20,10 +20,6 @@
 
 namespace {
 
-constexpr double GripSide = 16;
-const QColor HoverColor(255, 255, 255, 200);
-const QColor GripColor(192, 192, 192, 128);
-
 QVariantMap palette() {
     const CCircuitEditorComponent* component = CCircuitEditorComponent::instance();
     return component ? component->textBoxColors() : QVariantMap();
@@ -36,16 +32,6 @@ QColor colorNamed(const QVariant& name) {
 }
 
 }  // namespace
-
-QPainterPath CCircuitElementPropertyTextBoxData::gripOf(const QRectF& rect) {
-    const double right = rect.x() + rect.width();
-    const double bottom = rect.y() + rect.height();
-    QPainterPath grip(QPointF(right, bottom));
-    grip.lineTo(right, bottom - GripSide);
-    grip.lineTo(right - GripSide, bottom);
-    grip.closeSubpath();
-    return grip;
-}
 
 QString CCircuitElementPropertyTextBoxData::formatted(const QString& value) const {
     return textFormat == CCircuitElementPropertyTextBox::ValueOnly
@@ -113,7 +99,8 @@ CCircuitElementPropertyTextBox::~CCircuitElementPropertyTextBox() {
 void CCircuitElementPropertyTextBox::setRect(const QRectF& rect) {
     setPos(rect.topLeft());
     prepareGeometryChange();
-    d->rect = QRectF(0, 0, std::max(d->MinSide, rect.width()), std::max(d->MinSide, rect.height()));
+    d->rect = QRectF(0, 0, std::max(ResizeGrip::SmallestSide, rect.width()),
+                     std::max(ResizeGrip::SmallestSide, rect.height()));
 }
 
 QRectF CCircuitElementPropertyTextBox::rect() const {
@@ -248,7 +235,7 @@ void CCircuitElementPropertyTextBox::paint(QPainter* painter,
                                            const QStyleOptionGraphicsItem* option, QWidget*) {
     const QRect rect = option->rect;
     if (d->hovering) {
-        painter->fillRect(rect, HoverColor);
+        painter->fillRect(rect, ResizeGrip::veil());
     } else if (d->backgroundColor.isValid()) {
         painter->fillRect(rect, d->backgroundColor);
     }
@@ -259,7 +246,7 @@ void CCircuitElementPropertyTextBox::paint(QPainter* painter,
     if (d->hovering) {
         painter->drawRects(&rect, 1);
         const QRectF frame(rect);
-        painter->fillPath(d->gripOf(frame), QBrush(GripColor, Qt::SolidPattern));
+        painter->fillPath(ResizeGrip::path(frame), QBrush(ResizeGrip::color(), Qt::SolidPattern));
     }
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "CCircuitElementPropertyTextBox.h"
+#include "ResizeGrip.h"
 
-#include <QPainterPath>
 #include <QPointF>
 #include <QRectF>
 #include <QString>
@@ -12,10 +12,6 @@ class CCircuitEditorElementItem;
 /// Private data of a property text box, shared by the box's two sources.
 class CCircuitElementPropertyTextBoxData {
 public:
-    static constexpr double MinSide = 21;
-
-    /// The triangle in the bottom right corner by which a box is resized.
-    static QPainterPath gripOf(const QRectF& rect);
     QString circuitElementPropertyText() const;
     /// Makes the box as large as its text.
     void measure();
@@ -25,7 +21,7 @@ public:
 
     CCircuitEditor* circuitEditor = nullptr;
     // In item coordinates: left and top are 0.
-    QRectF rect{0, 0, 40, MinSide};
+    QRectF rect{0, 0, 40, ResizeGrip::SmallestSide};
     bool hovering = false;
     bool resizing = false;
     // Of the previous step of a resize, in scene units.

@@ -55,7 +55,7 @@ QVariant CCircuitElementPropertyTextBox::itemChange(GraphicsItemChange change,
 }
 
 void CCircuitElementPropertyTextBox::mousePressEvent(QGraphicsSceneMouseEvent* event) {
-    if (!d->gripOf(d->rect).contains(event->pos())) {
+    if (!ResizeGrip::path(d->rect).contains(event->pos())) {
         QGraphicsItem::mousePressEvent(event);
         return;
     }
@@ -74,8 +74,8 @@ void CCircuitElementPropertyTextBox::mouseMoveEvent(QGraphicsSceneMouseEvent* ev
     const QPointF step = event->scenePos() - d->lastScenePos;
     d->lastScenePos = event->scenePos();
     prepareGeometryChange();
-    d->rect.setWidth(std::max(d->MinSide, d->rect.width() + step.x()));
-    d->rect.setHeight(std::max(d->MinSide, d->rect.height() + step.y()));
+    d->rect.setWidth(std::max(ResizeGrip::SmallestSide, d->rect.width() + step.x()));
+    d->rect.setHeight(std::max(ResizeGrip::SmallestSide, d->rect.height() + step.y()));
     d->notifyModified();
 }
 
@@ -90,8 +90,8 @@ void CCircuitElementPropertyTextBox::mouseReleaseEvent(QGraphicsSceneMouseEvent*
 
 void CCircuitElementPropertyTextBox::hoverEnterEvent(QGraphicsSceneHoverEvent* event) {
     d->hovering = true;
-    setCursor2(d->gripOf(d->rect).contains(event->pos()) ? Qt::SizeFDiagCursor
-                                                         : Qt::OpenHandCursor);
+    setCursor2(ResizeGrip::path(d->rect).contains(event->pos()) ? Qt::SizeFDiagCursor
+                                                                : Qt::OpenHandCursor);
     update();
 }
 

@@ -16,6 +16,7 @@ public:
     explicit CCircuitNodeDeleteCmd(ICircuitNode* node);
 
     // Not const, and so not the id that the stack compares.
+    using CUndoRedoCmdBase::id;
     int id() { return 4; }
 
     void undo() override;

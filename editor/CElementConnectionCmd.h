@@ -17,6 +17,7 @@ public:
     CElementConnectionCmd(ICircuitElementNode* a, ICircuitNode* node);
 
     // Not const, and so not the id that the stack compares.
+    using CUndoRedoCmdBase::id;
     int id() { return 3; }
 
     void undo() override;

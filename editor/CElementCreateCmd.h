@@ -9,6 +9,7 @@ public:
     explicit CElementCreateCmd(ICircuitElement* element);
 
     // Not const, and so not the id that the stack compares.
+    using CUndoRedoCmdBase::id;
     int id() { return 5; }
 
     void undo() override;

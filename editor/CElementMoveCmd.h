@@ -14,6 +14,7 @@ public:
     CElementMoveCmd(CCircuitEditorElementItem* item, QPointF oldPos, QPointF newPos);
 
     // Not const, and so not the id that the stack compares: merging is up to mergeWith() alone.
+    using CUndoRedoCmdBase::id;
     int id() { return 1; }
 
     bool mergeWith(const QUndoCommand* other) override;

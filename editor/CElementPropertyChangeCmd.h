@@ -12,6 +12,7 @@ public:
     CElementPropertyChangeCmd(QObject* object, QString name, QVariant oldValue, QVariant newValue);
 
     // Not const, and so not the id that the stack compares.
+    using CUndoRedoCmdBase::id;
     int id() { return 2; }
 
     bool mergeWith(const QUndoCommand* other) override;

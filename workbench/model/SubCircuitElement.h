@@ -53,6 +53,7 @@ public:
     ICircuitOutputVariable* addOutputVariable(ICircuitNode*) override;
     void removeOutputVariable(ICircuitOutputVariable*) override {}
     int modelCount() override { return 0; }
+    using CircuitElement::modelName;
     QString modelName(int) override { return {}; }
     QString modelFile(int) override { return {}; }
 

@@ -1,8 +1,8 @@
 #include "AnnotationRecords.h"
 
-#include "CCircuitEditorComponent.h"
 #include "CCircuitEditorTextBox.h"
 #include "CircuitGeometry.h"
+#include "TextBoxColors.h"
 #include "XmlText.h"
 
 #include <QPainterPath>
@@ -30,15 +30,6 @@ constexpr ColorField ColorFields[] = {
     {"FillColor", "Fill", &CCircuitEditorTextBox::fillColor, &CCircuitEditorTextBox::setFillColor},
     {"TextColor", "Text", &CCircuitEditorTextBox::textColor, &CCircuitEditorTextBox::setTextColor},
 };
-
-QColor defaultColor(const char* palette) {
-    const CCircuitEditorComponent* component = CCircuitEditorComponent::instance();
-    const QVariantMap palettes = component ? component->textBoxColors() : QVariantMap();
-    QColor color;
-    color.setNamedColor(
-        palettes.value(QLatin1String(palette)).toMap().value(QStringLiteral("Default")).toString());
-    return color;
-}
 
 /// With transparency, which the plain name of a colour leaves out.
 QString colorName(const QColor& color) {
@@ -88,7 +79,7 @@ QPainterPath AnnotationRecords::storedPath(const QList<QDomElement>& shapeElemen
 void AnnotationRecords::setStoredColors(QDomElement& record, const CCircuitEditorTextBox& box) {
     for (const ColorField& field : ColorFields) {
         const QColor color = (box.*field.get)();
-        const QColor standard = defaultColor(field.palette);
+        const QColor standard = TextBoxColors::standard(field.palette);
         if (color != standard || !standard.isValid()) {
             record.setAttribute(QLatin1String(field.attribute), colorName(color));
         }
@@ -98,9 +89,8 @@ void AnnotationRecords::setStoredColors(QDomElement& record, const CCircuitEdito
 void AnnotationRecords::applyStoredColors(const QDomElement& record, CCircuitEditorTextBox* box) {
     for (const ColorField& field : ColorFields) {
         if (record.hasAttribute(QLatin1String(field.attribute))) {
-            QColor color;
-            color.setNamedColor(record.attribute(QLatin1String(field.attribute)));
-            (box->*field.set)(color);
+            (box->*field.set)(
+                TextBoxColors::named(record.attribute(QLatin1String(field.attribute))));
         }
     }
 }

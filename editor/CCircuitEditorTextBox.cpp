@@ -4,15 +4,12 @@
 #include "CCircuitEditorComponent.h"
 #include "CTextEditorDialog.h"
 #include "ColorAction.h"
-#include "IPropertyEditor.h"
-#include "ResizeGrip.h"
+#include "TextBoxColors.h"
 #include "TextBoxText.h"
 
 #include <QCursor>
 #include <QGraphicsScene>
 #include <QGraphicsSceneContextMenuEvent>
-#include <QGraphicsSceneHoverEvent>
-#include <QGraphicsSceneMouseEvent>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QPainter>
@@ -20,76 +17,23 @@
 #include <QStyleOptionGraphicsItem>
 #include <QTextDocument>
 
-namespace {
-
-constexpr double Layer = 2000;
-
-QVariantMap palette(const char* key) {
-    const CCircuitEditorComponent* component = CCircuitEditorComponent::instance();
-    return component ? component->textBoxColors().value(QString::fromLatin1(key)).toMap()
-                     : QVariantMap();
-}
-
-QColor defaultOf(const QVariantMap& colors) {
-    QColor color;
-    color.setNamedColor(colors.value(QStringLiteral("Default")).toString());
-    return color;
-}
-
-}  // namespace
-
 class CCircuitEditorTextBoxData {
 public:
-    explicit CCircuitEditorTextBoxData(CCircuitEditor* editor)
-        : circuitEditor(editor),
-          borderColors(palette("Border")),
-          textColors(palette("Text")),
-          fillColors(palette("Fill")) {}
-
-    bool isInResizeZone(const QPointF& position) const {
-        return ResizeGrip::path(rect).contains(position);
-    }
-    void reportModified() const {
-        if (circuitEditor) {
-            emit circuitEditor->projectPartModified();
-        }
-    }
-    /// Once the event loop runs again.
-    void reportModifiedLater() const {
-        if (circuitEditor) {
-            QMetaObject::invokeMethod(circuitEditor, "projectPartModified", Qt::QueuedConnection);
-        }
-    }
-
-    QPointer<CCircuitEditor> circuitEditor;
-    // In item coordinates, with its top left at the origin.
-    QRectF rect;
-    bool hovering = false;
-    bool resizing = false;
-    QPointF lastScenePos;
     QFont font;
-    QColor borderColor;
-    QColor textColor;
-    QColor fillColor;
-    QVariantMap borderColors;
-    QVariantMap textColors;
-    QVariantMap fillColors;
+    QColor borderColor = TextBoxColors::standard("Border");
+    // Kept, but not set: text is drawn in the item's own colour until it is given one.
+    QColor textColor = TextBoxColors::standard("Text");
+    QColor fillColor = TextBoxColors::standard("Fill");
+    QVariantMap borderColors = TextBoxColors::choices("Border");
+    QVariantMap textColors = TextBoxColors::choices("Text");
+    QVariantMap fillColors = TextBoxColors::choices("Fill");
     // The one that is open; it looks at the box's document.
     QPointer<CTextEditorDialog> dialog;
 };
 
 CCircuitEditorTextBox::CCircuitEditorTextBox(CCircuitEditor* editor)
-    : d(std::make_unique<CCircuitEditorTextBoxData>(editor)) {
-    d->borderColor = defaultOf(d->borderColors);
-    // Kept, but not set: text is drawn in the item's own colour until it is given one.
-    d->textColor = defaultOf(d->textColors);
-    d->fillColor = defaultOf(d->fillColors);
-    setTextInteractionFlags(Qt::NoTextInteraction);
-    setFlags(ItemIsMovable | ItemIsSelectable | ItemIsFocusable | ItemSendsGeometryChanges);
-    setZValue(Layer);
-    setAcceptHoverEvents(true);
+    : CanvasBox(editor), d(std::make_unique<CCircuitEditorTextBoxData>()) {
     setToolTip(QStringLiteral("Double click here to edit the text"));
-    setCursor2(Qt::OpenHandCursor);
     setDocument(new QTextDocument(this));
 }
 
@@ -106,19 +50,7 @@ CCircuitEditorTextBox::~CCircuitEditorTextBox() {
 }
 
 CCircuitEditor* CCircuitEditorTextBox::circuitEditor() const {
-    return d->circuitEditor;
-}
-
-void CCircuitEditorTextBox::setRect(const QRectF& rect) {
-    setPos(rect.topLeft());
-    prepareGeometryChange();
-    d->rect = QRectF(0, 0, qMax(ResizeGrip::SmallestSide, rect.width()),
-                     qMax(ResizeGrip::SmallestSide, rect.height()));
-    setTextWidth(d->rect.width());
-}
-
-QRectF CCircuitEditorTextBox::rect() const {
-    return QRectF(pos(), d->rect.size());
+    return editor();
 }
 
 void CCircuitEditorTextBox::setDefaultFont(const QFont& font) {
@@ -146,7 +78,9 @@ QString CCircuitEditorTextBox::text() const {
 void CCircuitEditorTextBox::deleteIfEmpty() {
     if (document()->isEmpty()) {
         deleteLater();
-        d->reportModified();
+        if (editor()) {
+            emit editor()->projectPartModified();
+        }
     }
 }
 
@@ -180,13 +114,6 @@ QColor CCircuitEditorTextBox::textColor() const {
     return defaultTextColor();
 }
 
-void CCircuitEditorTextBox::setCursor2(const QCursor& cursor) {
-    if (hasCursor()) {
-        unsetCursor();
-    }
-    setCursor(cursor);
-}
-
 void CCircuitEditorTextBox::editText() {
     if (d->dialog) {
         return;
@@ -211,7 +138,7 @@ void CCircuitEditorTextBox::editText() {
         TextBoxText::repair(document());
         TextBoxText::adaptWrapping(document(), document()->toPlainText());
         QGraphicsTextItem::setFont(d->font);
-        setTextWidth(d->rect.width());
+        setTextWidth(localRect().width());
         update();
     }
     delete dialog;
@@ -220,93 +147,23 @@ void CCircuitEditorTextBox::editText() {
     }
 }
 
-QRectF CCircuitEditorTextBox::boundingRect() const {
-    return d->rect;
-}
-
-QPainterPath CCircuitEditorTextBox::shape() const {
-    QPainterPath path;
-    path.addRect(d->rect);
-    return path;
-}
-
 bool CCircuitEditorTextBox::contains(const QPointF& point) const {
-    return d->rect.contains(point);
+    return localRect().contains(point);
 }
 
 void CCircuitEditorTextBox::paint(QPainter* painter, const QStyleOptionGraphicsItem* option,
                                   QWidget* widget) {
     const QRect frame = option->rect;
     painter->fillRect(frame, d->fillColor);
-    if (d->hovering) {
-        painter->fillRect(frame, ResizeGrip::veil());
+    if (isHovering()) {
+        painter->fillRect(frame, veil());
     }
     QGraphicsTextItem::paint(painter, option, widget);
-    if (!d->hovering) {
+    if (!isHovering()) {
         painter->setPen(QPen(QBrush(d->borderColor, Qt::SolidPattern), 1.0, Qt::SolidLine,
                              Qt::SquareCap, Qt::BevelJoin));
     }
-    painter->drawRects(&frame, 1);
-    if (d->hovering) {
-        painter->fillPath(ResizeGrip::path(frame), QBrush(ResizeGrip::color(), Qt::SolidPattern));
-    }
-}
-
-void CCircuitEditorTextBox::setHovered(const QPointF& position) {
-    d->hovering = true;
-    setCursor2(d->isInResizeZone(position) ? Qt::SizeFDiagCursor : Qt::OpenHandCursor);
-    update();
-}
-
-void CCircuitEditorTextBox::hoverEnterEvent(QGraphicsSceneHoverEvent* event) {
-    setHovered(event->pos());
-}
-
-void CCircuitEditorTextBox::hoverMoveEvent(QGraphicsSceneHoverEvent* event) {
-    if (d->hovering) {
-        setHovered(event->pos());
-    }
-}
-
-void CCircuitEditorTextBox::hoverLeaveEvent(QGraphicsSceneHoverEvent*) {
-    d->hovering = false;
-    update();
-}
-
-void CCircuitEditorTextBox::mousePressEvent(QGraphicsSceneMouseEvent* event) {
-    if (d->isInResizeZone(event->pos())) {
-        d->resizing = true;
-        d->lastScenePos = event->scenePos();
-        setCursor2(Qt::SizeFDiagCursor);
-    } else {
-        QGraphicsTextItem::mousePressEvent(event);
-    }
-}
-
-void CCircuitEditorTextBox::mouseMoveEvent(QGraphicsSceneMouseEvent* event) {
-    if (!d->resizing) {
-        setCursor2(Qt::ClosedHandCursor);
-        QGraphicsTextItem::mouseMoveEvent(event);
-        return;
-    }
-    // Steps from the true position even at the minimum size: on the way back the corner runs ahead
-    // of the pointer.
-    const QPointF step = event->scenePos() - d->lastScenePos;
-    d->lastScenePos = event->scenePos();
-    prepareGeometryChange();
-    d->rect.setWidth(qMax(ResizeGrip::SmallestSide, d->rect.width() + step.x()));
-    d->rect.setHeight(qMax(ResizeGrip::SmallestSide, d->rect.height() + step.y()));
-    setTextWidth(d->rect.width());
-    d->reportModifiedLater();
-}
-
-void CCircuitEditorTextBox::mouseReleaseEvent(QGraphicsSceneMouseEvent* event) {
-    if (d->resizing) {
-        d->resizing = false;
-    } else {
-        setCursor2(Qt::OpenHandCursor);
-        QGraphicsTextItem::mouseReleaseEvent(event);
-    }
+    paintFrame(painter, frame);
 }
 
 void CCircuitEditorTextBox::mouseDoubleClickEvent(QGraphicsSceneMouseEvent*) {
@@ -318,42 +175,11 @@ void CCircuitEditorTextBox::mouseDoubleClickEvent(QGraphicsSceneMouseEvent*) {
 }
 
 void CCircuitEditorTextBox::keyPressEvent(QKeyEvent* event) {
-    if (!isSelected()) {
-        return;
+    if (event->key() == Qt::Key_F2 && isSelected()) {
+        editText();
+    } else {
+        CanvasBox::keyPressEvent(event);
     }
-    QPointF step;
-    const QPointer<CCircuitEditorTextBox> self(this);
-    switch (event->key()) {
-        case Qt::Key_Delete:
-            deleteLater();
-            break;
-        case Qt::Key_Left:
-            step = {-1, 0};
-            break;
-        case Qt::Key_Right:
-            step = {1, 0};
-            break;
-        case Qt::Key_Up:
-            step = {0, -1};
-            break;
-        case Qt::Key_Down:
-            step = {0, 1};
-            break;
-        case Qt::Key_F2:
-            editText();
-            break;
-        default:
-            QGraphicsItem::keyPressEvent(event);
-            return;
-    }
-    // The dialog ran its own event loop: the box may be gone.
-    if (!self) {
-        return;
-    }
-    if (!(event->modifiers() & Qt::ControlModifier) && d->circuitEditor) {
-        step *= d->circuitEditor->gridSize();
-    }
-    setPos(pos() + step);
 }
 
 void CCircuitEditorTextBox::contextMenuEvent(QGraphicsSceneContextMenuEvent*) {
@@ -382,13 +208,11 @@ void CCircuitEditorTextBox::contextMenuEvent(QGraphicsSceneContextMenuEvent*) {
 }
 
 QVariant CCircuitEditorTextBox::itemChange(GraphicsItemChange change, const QVariant& value) {
-    if (change == ItemSelectedChange && value.toBool() && d->circuitEditor) {
-        if (IPropertyEditor* propertyEditor = d->circuitEditor->propertyEditor()) {
-            propertyEditor->setObject(nullptr, false);
-        }
-        d->circuitEditor->on_textBoxSelected(this);
+    if (change == ItemSelectedChange && value.toBool() && editor()) {
+        clearPanel();
+        editor()->on_textBoxSelected(this);
     } else if (change == ItemPositionHasChanged) {
-        d->reportModifiedLater();
+        reportModifiedLater();
     }
     return QGraphicsItem::itemChange(change, value);
 }

@@ -1,20 +1,20 @@
 #pragma once
 
+#include "CanvasBox.h"
 #include "ItemTypes.h"
 
 #include <QColor>
 #include <QFont>
-#include <QGraphicsTextItem>
 
 #include <memory>
 
 class CCircuitEditor;
 class CCircuitEditorTextBoxData;
 
-/// A free annotation: a movable, resizable rectangle with a fill, a border and plain text in which
-/// single characters may stand in the "Symbol" font. Child of the editor as a QObject; the user's
+/// A free annotation: a box with a fill, a border and plain text in which single characters may
+/// stand in the "Symbol" font. Child of the editor as a QObject; the user's
 /// deletions go through deleteLater(). Takes no part in the undo history.
-class CCircuitEditorTextBox : public QGraphicsTextItem {
+class CCircuitEditorTextBox : public CanvasBox<QGraphicsTextItem> {
     Q_OBJECT
     Q_PROPERTY(QFont font READ font WRITE setFont)
 
@@ -25,9 +25,6 @@ public:
     ~CCircuitEditorTextBox() override;
 
     CCircuitEditor* circuitEditor() const;
-    /// Top left in scene units; at least 21 units in either direction.
-    void setRect(const QRectF& rect);
-    QRectF rect() const;
     /// The font of all normal text. What was given as a point size is kept as a pixel size, so that
     /// `pointSize()` of the answer is -1.
     void setDefaultFont(const QFont& font);
@@ -41,12 +38,8 @@ public:
     QColor textColor() const;
     /// Opens the text dialog. A box left without text deletes itself later.
     Q_INVOKABLE void editText();
-    /// The one way to change the item's cursor.
-    void setCursor2(const QCursor& cursor);
 
     // QGraphicsItem
-    QRectF boundingRect() const override;
-    QPainterPath shape() const override;
     bool contains(const QPointF& point) const override;
     void paint(QPainter* painter, const QStyleOptionGraphicsItem* option, QWidget* widget) override;
     int type() const override { return Type; }
@@ -57,19 +50,14 @@ public slots:
     void setTextColor(const QColor& color);
 
 protected:
-    void mousePressEvent(QGraphicsSceneMouseEvent* event) override;
-    void mouseMoveEvent(QGraphicsSceneMouseEvent* event) override;
-    void mouseReleaseEvent(QGraphicsSceneMouseEvent* event) override;
     void mouseDoubleClickEvent(QGraphicsSceneMouseEvent* event) override;
     void contextMenuEvent(QGraphicsSceneContextMenuEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
-    void hoverEnterEvent(QGraphicsSceneHoverEvent* event) override;
-    void hoverMoveEvent(QGraphicsSceneHoverEvent* event) override;
-    void hoverLeaveEvent(QGraphicsSceneHoverEvent* event) override;
     QVariant itemChange(GraphicsItemChange change, const QVariant& value) override;
 
 private:
-    void setHovered(const QPointF& position);
+    void removeLater() override { deleteLater(); }
+    void resized() override { setTextWidth(localRect().width()); }
     void deleteIfEmpty();
 
     std::unique_ptr<CCircuitEditorTextBoxData> d;

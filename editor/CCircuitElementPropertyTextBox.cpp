@@ -3,35 +3,17 @@
 #include "CCircuitElementPropertyTextBox.h"
 
 #include "CCircuitEditor.h"
-#include "CCircuitEditorComponent.h"
 #include "CCircuitEditorElementItem.h"
 #include "CCircuitElementPropertyTextBoxData.h"
 #include "ICircuitElement.h"
 #include "PropertyLookup.h"
 #include "QtSeries.h"
+#include "TextBoxColors.h"
 
-#include <QCursor>
 #include <QFontMetrics>
 #include <QMetaProperty>
 #include <QPainter>
 #include <QStyleOptionGraphicsItem>
-
-#include <algorithm>
-
-namespace {
-
-QVariantMap palette() {
-    const CCircuitEditorComponent* component = CCircuitEditorComponent::instance();
-    return component ? component->textBoxColors() : QVariantMap();
-}
-
-/// Invalid for a name that is no colour.
-QColor colorNamed(const QVariant& name) {
-    const QString text = name.toString();
-    return QColor::isValidColor(text) ? QColor(text) : QColor();
-}
-
-}  // namespace
 
 QString CCircuitElementPropertyTextBoxData::formatted(const QString& value) const {
     return textFormat == CCircuitElementPropertyTextBox::ValueOnly
@@ -59,31 +41,25 @@ QString CCircuitElementPropertyTextBoxData::circuitElementPropertyText() const {
     return properties->propertyGroup(index) == QLatin1String("Nodes") ? value : formatted(value);
 }
 
-void CCircuitElementPropertyTextBoxData::measure() {
-    // The least size is for what the user and the files ask for.
-    rect = QRectF(QPointF(), QFontMetrics(font).boundingRect(propertyText).size());
+void CCircuitElementPropertyTextBox::fitToText() {
+    setLocalSize(textSize());
 }
 
-void CCircuitElementPropertyTextBoxData::notifyModified() const {
-    QMetaObject::invokeMethod(circuitEditor, "projectPartModified", Qt::QueuedConnection);
+QSizeF CCircuitElementPropertyTextBox::textSize() const {
+    return QFontMetrics(d->font).boundingRect(d->propertyText).size();
 }
 
 CCircuitElementPropertyTextBox::CCircuitElementPropertyTextBox(CCircuitEditor* editor)
-    : d(std::make_unique<CCircuitElementPropertyTextBoxData>()) {
-    d->backgroundColor = colorNamed(
-        palette().value(QStringLiteral("Fill")).toMap().value(QStringLiteral("Default")));
-    d->circuitEditor = editor;
+    : CanvasBox(editor), d(std::make_unique<CCircuitElementPropertyTextBoxData>()) {
+    setLocalSize(QSizeF(40, 21));
+    d->backgroundColor = TextBoxColors::standard("Fill");
     editor->addElementPropertyTextBox(this);
     d->font = editor->font();
     if (d->font.pointSize() != 0) {
         d->fontPointSize = d->font.pointSize();
     }
     d->font.setPixelSize(QFontMetrics(d->font).height());
-    setFlags(ItemIsMovable | ItemIsSelectable | ItemIsFocusable | ItemSendsGeometryChanges);
-    setZValue(2000);
-    setAcceptHoverEvents(true);
     setToolTip(QStringLiteral("Double click here to set the circuit-element/property"));
-    setCursor2(Qt::OpenHandCursor);
 }
 
 CCircuitElementPropertyTextBox::~CCircuitElementPropertyTextBox() {
@@ -94,17 +70,6 @@ CCircuitElementPropertyTextBox::~CCircuitElementPropertyTextBox() {
     if (d->elementItem) {
         d->elementItem->propertyTextBoxList().removeAll(this);
     }
-}
-
-void CCircuitElementPropertyTextBox::setRect(const QRectF& rect) {
-    setPos(rect.topLeft());
-    prepareGeometryChange();
-    d->rect = QRectF(0, 0, std::max(ResizeGrip::SmallestSide, rect.width()),
-                     std::max(ResizeGrip::SmallestSide, rect.height()));
-}
-
-QRectF CCircuitElementPropertyTextBox::rect() const {
-    return {pos(), d->rect.size()};
 }
 
 void CCircuitElementPropertyTextBox::setFont(const QFont& font) {
@@ -139,10 +104,9 @@ QColor CCircuitElementPropertyTextBox::backgroundColor() const {
 }
 
 void CCircuitElementPropertyTextBox::setTextFormat(TextFormat format) {
-    prepareGeometryChange();
     d->textFormat = format;
     d->propertyText = d->circuitElementPropertyText();
-    d->measure();
+    fitToText();
     update();
 }
 
@@ -155,8 +119,7 @@ void CCircuitElementPropertyTextBox::setElementProperty(ICircuitElement* element
     if (element == d->element && propertyName == d->propertyName) {
         return;
     }
-    d->notifyModified();
-    prepareGeometryChange();
+    reportModifiedLater();
     const bool isOtherElement = element != d->element;
     if (isOtherElement) {
         if (d->element) {
@@ -170,7 +133,7 @@ void CCircuitElementPropertyTextBox::setElementProperty(ICircuitElement* element
     d->element = element;
     d->propertyName = propertyName;
     d->propertyText = d->circuitElementPropertyText();
-    d->measure();
+    fitToText();
     if (isOtherElement && element) {
         bindToElement();
     }
@@ -178,7 +141,7 @@ void CCircuitElementPropertyTextBox::setElementProperty(ICircuitElement* element
 }
 
 void CCircuitElementPropertyTextBox::bindToElement() {
-    d->elementItem = d->circuitEditor->elementItem(d->element);
+    d->elementItem = editor()->elementItem(d->element);
     if (d->elementItem) {
         connect(d->elementItem, SIGNAL(moved(QPointF)), this, SLOT(slotElementMoved(QPointF)));
         d->elementItem->propertyTextBoxList().append(this);
@@ -207,13 +170,6 @@ QString CCircuitElementPropertyTextBox::propertyGroup() const {
     return index >= 0 ? properties->propertyGroup(index) : QString();
 }
 
-void CCircuitElementPropertyTextBox::setCursor2(const QCursor& cursor) {
-    if (hasCursor()) {
-        unsetCursor();
-    }
-    setCursor(cursor);
-}
-
 void CCircuitElementPropertyTextBox::forgetElementItem() {
     if (d->elementItem) {
         QObject::disconnect(d->elementItem, nullptr, this, nullptr);
@@ -221,32 +177,19 @@ void CCircuitElementPropertyTextBox::forgetElementItem() {
     }
 }
 
-QRectF CCircuitElementPropertyTextBox::boundingRect() const {
-    return d->rect;
-}
-
-QPainterPath CCircuitElementPropertyTextBox::shape() const {
-    QPainterPath path;
-    path.addRect(d->rect);
-    return path;
-}
-
 void CCircuitElementPropertyTextBox::paint(QPainter* painter,
                                            const QStyleOptionGraphicsItem* option, QWidget*) {
-    const QRect rect = option->rect;
-    if (d->hovering) {
-        painter->fillRect(rect, ResizeGrip::veil());
+    const QRect frame = option->rect;
+    if (isHovering()) {
+        painter->fillRect(frame, veil());
     } else if (d->backgroundColor.isValid()) {
-        painter->fillRect(rect, d->backgroundColor);
+        painter->fillRect(frame, d->backgroundColor);
     }
-    painter->setPen(
-        QtSeries::hairline(colorNamed(palette().value(QStringLiteral("PropertyTextColor")))));
+    painter->setPen(QtSeries::hairline(TextBoxColors::propertyText()));
     painter->setFont(d->font);
-    painter->drawText(d->rect, Qt::AlignCenter, d->propertyText);
-    if (d->hovering) {
-        painter->drawRects(&rect, 1);
-        const QRectF frame(rect);
-        painter->fillPath(ResizeGrip::path(frame), QBrush(ResizeGrip::color(), Qt::SolidPattern));
+    painter->drawText(localRect(), Qt::AlignCenter, d->propertyText);
+    if (isHovering()) {
+        paintFrame(painter, frame);
     }
 }
 

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "CanvasBox.h"
 #include "ItemTypes.h"
 
 #include <QColor>
 #include <QFont>
-#include <QGraphicsItem>
 #include <QObject>
 
 #include <memory>
@@ -16,7 +16,7 @@ class ICircuitElement;
 /// Shows one property of one element: its text is read from the element and follows it; the box
 /// moves along with the element's item and dies with the element. Adds itself to the editor, whose
 /// child it is as a QObject.
-class CCircuitElementPropertyTextBox : public QObject, public QGraphicsItem {
+class CCircuitElementPropertyTextBox : public QObject, public CanvasBox<QGraphicsItem> {
     Q_OBJECT
     Q_INTERFACES(QGraphicsItem)
 
@@ -27,9 +27,6 @@ public:
     explicit CCircuitElementPropertyTextBox(CCircuitEditor* editor);
     ~CCircuitElementPropertyTextBox() override;
 
-    /// Top left in scene units; at least 21 units in either direction.
-    void setRect(const QRectF& rect);
-    QRectF rect() const;
     void setFont(const QFont& font);
     QFont font() const;
     /// The size to store in a file.
@@ -46,8 +43,6 @@ public:
     QString propertyGroup() const;
     /// The text as drawn.
     QString propertyText() const;
-    /// The one way to change the item's cursor.
-    void setCursor2(const QCursor& cursor);
     /// Lets the user pick element and property; a box left without an element deletes itself later.
     Q_INVOKABLE void showSelectElementDialog();
     /// The element's item is dying or was never there.
@@ -55,8 +50,6 @@ public:
 
     // QGraphicsItem
     int type() const override { return Type; }
-    QRectF boundingRect() const override;
-    QPainterPath shape() const override;
     void paint(QPainter* painter, const QStyleOptionGraphicsItem* option, QWidget* widget) override;
 
 public slots:
@@ -66,19 +59,18 @@ public slots:
 
 protected:
     QVariant itemChange(GraphicsItemChange change, const QVariant& value) override;
-    void mousePressEvent(QGraphicsSceneMouseEvent* event) override;
-    void mouseMoveEvent(QGraphicsSceneMouseEvent* event) override;
-    void mouseReleaseEvent(QGraphicsSceneMouseEvent* event) override;
-    void hoverEnterEvent(QGraphicsSceneHoverEvent* event) override;
-    void hoverLeaveEvent(QGraphicsSceneHoverEvent* event) override;
-    void hoverMoveEvent(QGraphicsSceneHoverEvent* event) override;
     void mouseDoubleClickEvent(QGraphicsSceneMouseEvent* event) override;
     void contextMenuEvent(QGraphicsSceneContextMenuEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    void removeLater() override { deleteLater(); }
     /// Hears the element, and its item if it is drawn.
     void bindToElement();
+    /// Makes the box as large as its text, even below the least size, which is for what the user
+    /// and the files ask for.
+    void fitToText();
+    /// Of the text in the box's font.
+    QSizeF textSize() const;
 
     std::unique_ptr<CCircuitElementPropertyTextBoxData> d;
 };

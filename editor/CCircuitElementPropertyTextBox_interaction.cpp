@@ -1,19 +1,12 @@
-// What the property text box does when it is moved, resized, selected or pointed at.
+// What the property text box does when it is moved, selected or given another property.
 
 #include "CCircuitEditor.h"
 #include "CCircuitElementPropertyTextBoxData.h"
 #include "CElementPropertySelectionDialog.h"
-#include "IPropertyEditor.h"
 
 #include <QCursor>
-#include <QFontMetrics>
-#include <QGraphicsSceneHoverEvent>
-#include <QGraphicsSceneMouseEvent>
-#include <QKeyEvent>
 #include <QMenu>
 #include <QPointer>
-
-#include <algorithm>
 
 void CCircuitElementPropertyTextBox::showSelectElementDialog() {
     const QPointer<CCircuitElementPropertyTextBox> self(this);
@@ -21,7 +14,7 @@ void CCircuitElementPropertyTextBox::showSelectElementDialog() {
     setVisible(false);
     // On the heap: the editor may go while the dialog is open, and takes it along.
     const QPointer<CElementPropertySelectionDialog> dialog(
-        new CElementPropertySelectionDialog(d->circuitEditor));
+        new CElementPropertySelectionDialog(editor()));
     dialog->setElementProperty(d->element, d->propertyName);
     const bool isAccepted = dialog->exec() == QDialog::Accepted && dialog;
     ICircuitElement* chosen = isAccepted ? dialog->element() : nullptr;
@@ -32,9 +25,9 @@ void CCircuitElementPropertyTextBox::showSelectElementDialog() {
     }
     if (isAccepted) {
         // What left the drawing while the dialog was open counts as no choice.
-        const bool isDrawn = d->circuitEditor->elementItem(chosen);
+        const bool isDrawn = editor()->elementItem(chosen);
         setElementProperty(isDrawn ? chosen : nullptr, isDrawn ? name : QString());
-        setRect(QRectF(pos(), QFontMetrics(d->font).boundingRect(d->propertyText).size()));
+        setRect(QRectF(pos(), textSize()));
     }
     setVisible(true);
     if (!d->element || !d->elementItem) {
@@ -45,65 +38,11 @@ void CCircuitElementPropertyTextBox::showSelectElementDialog() {
 QVariant CCircuitElementPropertyTextBox::itemChange(GraphicsItemChange change,
                                                     const QVariant& value) {
     if (change == ItemSelectedChange && value.toBool()) {
-        if (IPropertyEditor* panel = d->circuitEditor->propertyEditor()) {
-            panel->setObject(nullptr, false);
-        }
+        clearPanel();
     } else if (change == ItemPositionChange || change == ItemPositionHasChanged) {
-        d->notifyModified();
+        reportModifiedLater();
     }
     return QGraphicsItem::itemChange(change, value);
-}
-
-void CCircuitElementPropertyTextBox::mousePressEvent(QGraphicsSceneMouseEvent* event) {
-    if (!ResizeGrip::path(d->rect).contains(event->pos())) {
-        QGraphicsItem::mousePressEvent(event);
-        return;
-    }
-    d->resizing = true;
-    d->lastScenePos = event->scenePos();
-    setCursor2(Qt::SizeFDiagCursor);
-}
-
-void CCircuitElementPropertyTextBox::mouseMoveEvent(QGraphicsSceneMouseEvent* event) {
-    if (!d->resizing) {
-        setCursor2(Qt::ClosedHandCursor);
-        QGraphicsItem::mouseMoveEvent(event);
-        return;
-    }
-    // Steps from where the pointer is, even while the size is at its least.
-    const QPointF step = event->scenePos() - d->lastScenePos;
-    d->lastScenePos = event->scenePos();
-    prepareGeometryChange();
-    d->rect.setWidth(std::max(ResizeGrip::SmallestSide, d->rect.width() + step.x()));
-    d->rect.setHeight(std::max(ResizeGrip::SmallestSide, d->rect.height() + step.y()));
-    d->notifyModified();
-}
-
-void CCircuitElementPropertyTextBox::mouseReleaseEvent(QGraphicsSceneMouseEvent* event) {
-    if (d->resizing) {
-        d->resizing = false;
-        return;
-    }
-    setCursor2(Qt::OpenHandCursor);
-    QGraphicsItem::mouseReleaseEvent(event);
-}
-
-void CCircuitElementPropertyTextBox::hoverEnterEvent(QGraphicsSceneHoverEvent* event) {
-    d->hovering = true;
-    setCursor2(ResizeGrip::path(d->rect).contains(event->pos()) ? Qt::SizeFDiagCursor
-                                                                : Qt::OpenHandCursor);
-    update();
-}
-
-void CCircuitElementPropertyTextBox::hoverMoveEvent(QGraphicsSceneHoverEvent* event) {
-    if (d->hovering) {
-        hoverEnterEvent(event);
-    }
-}
-
-void CCircuitElementPropertyTextBox::hoverLeaveEvent(QGraphicsSceneHoverEvent*) {
-    d->hovering = false;
-    update();
 }
 
 void CCircuitElementPropertyTextBox::mouseDoubleClickEvent(QGraphicsSceneMouseEvent*) {
@@ -125,33 +64,5 @@ void CCircuitElementPropertyTextBox::contextMenuEvent(QGraphicsSceneContextMenuE
         showSelectElementDialog();
     } else if (chosen == remove) {
         deleteLater();
-    }
-}
-
-void CCircuitElementPropertyTextBox::keyPressEvent(QKeyEvent* event) {
-    if (!isSelected()) {
-        return;
-    }
-    const bool isFine = event->modifiers() & Qt::ControlModifier;
-    const double step = isFine ? 1 : d->circuitEditor->gridSize();
-    switch (event->key()) {
-        case Qt::Key_Delete:
-            deleteLater();
-            break;
-        case Qt::Key_Left:
-            moveBy(-step, 0);
-            break;
-        case Qt::Key_Right:
-            moveBy(step, 0);
-            break;
-        case Qt::Key_Up:
-            moveBy(0, -step);
-            break;
-        case Qt::Key_Down:
-            moveBy(0, step);
-            break;
-        default:
-            QGraphicsItem::keyPressEvent(event);
-            break;
     }
 }

@@ -1,6 +1,7 @@
 #include "ColorAction.h"
 
 #include "CCircuitEditorTextBox.h"
+#include "TextBoxColors.h"
 
 #include <QMenu>
 #include <QPixmap>
@@ -32,9 +33,7 @@ void createColorOptionsMenu(QMenu* parent, const QString& title,
     }
     QMenu* menu = parent->addMenu(title);
     for (auto it = colors.begin(); it != colors.end(); ++it) {
-        QColor color;
-        color.setNamedColor(it.value().toString());
-        auto* action = new ColorAction(it.key(), color, menu);
+        auto* action = new ColorAction(it.key(), TextBoxColors::named(it.value().toString()), menu);
         menu->addAction(action);
         QObject::connect(action, SIGNAL(triggered(QColor)), box, slot);
     }

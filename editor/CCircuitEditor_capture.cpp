@@ -78,16 +78,24 @@ bool printPdf(QGraphicsScene* scene, const QString& fileName, const QRectF& sour
 /// into a plug-in.
 bool printPostScript(QGraphicsScene* scene, const QString& fileName, const QRectF& source) {
     const QTemporaryDir folder;
+    if (!folder.isValid()) {
+        qWarning("there is no room for temporary files: %s", qPrintable(folder.errorString()));
+        return false;
+    }
     const QString pdf = folder.filePath(QStringLiteral("drawing.pdf"));
-    if (!folder.isValid() || !printPdf(scene, pdf, source)) {
+    if (!printPdf(scene, pdf, source)) {
         return false;
     }
     QProcess converter;
     // Its remarks are for nobody who draws circuits.
     converter.setStandardErrorFile(QProcess::nullDevice());
     converter.start(QStringLiteral("pdftops"), {pdf, fileName});
-    return converter.waitForStarted() && converter.waitForFinished(-1) &&
-           converter.exitStatus() == QProcess::NormalExit && converter.exitCode() == 0;
+    if (!converter.waitForStarted()) {
+        qWarning("the program pdftops, which makes PostScript, cannot be started");
+        return false;
+    }
+    return converter.waitForFinished(-1) && converter.exitStatus() == QProcess::NormalExit &&
+           converter.exitCode() == 0;
 }
 
 bool writeSvg(QGraphicsScene* scene, const QString& fileName, const QRectF& source) {

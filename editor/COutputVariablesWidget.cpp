@@ -83,7 +83,7 @@ void COutputVariablesWidget::setCircuitEditor(CCircuitEditor* editor) {
     connect(circuit, SIGNAL(outputVariableEdited(ICircuitOutputVariable*)),
             SLOT(on_outputVariableEdited(ICircuitOutputVariable*)));
     // A circuit that dies takes its variables along without a word on each.
-    connect(circuit, SIGNAL(destroyed()), d->outVarsList, SLOT(clear()));
+    connect(circuit, &QObject::destroyed, d->outVarsList, &COutputVariableTreeWidget::removeRowsOf);
 }
 
 CCircuitEditor* COutputVariablesWidget::circuitEditor() const {
@@ -112,8 +112,10 @@ IPropertyEditor* COutputVariablesWidget::propertyEditor() const {
 QList<ICircuitOutputVariable*> COutputVariablesWidget::outputVariables() const {
     QList<ICircuitOutputVariable*> variables;
     for (int row = 0; row < d->outVarsList->topLevelItemCount(); ++row) {
-        variables.append(
-            COutputVariableTreeWidget::itemData(d->outVarsList->topLevelItem(row)).outputVariable);
+        const QTreeWidgetItem* item = d->outVarsList->topLevelItem(row);
+        if (auto* variable = COutputVariableTreeWidget::itemData(item).outputVariable) {
+            variables.append(variable);
+        }
     }
     return variables;
 }
@@ -176,7 +178,11 @@ void COutputVariablesWidget::on_outputVariableAdded(ICircuitOutputVariable* vari
     if (ICircuitNode* node = variable->node()) {
         data.nodeObject = node->containerObject();
     }
-    COutputVariableTreeWidget::makeRow(new QTreeWidgetItem(d->outVarsList, 0), data);
+    const QObject* circuit = sender();
+    if (!circuit && d->circuit) {
+        circuit = d->circuit->containerObject();
+    }
+    COutputVariableTreeWidget::makeRow(new QTreeWidgetItem(d->outVarsList, 0), data, circuit);
     emit projectPartModified();
     if (!d->ctrlPressed) {
         d->cmdAddVariable->setChecked(false);
@@ -184,17 +190,7 @@ void COutputVariablesWidget::on_outputVariableAdded(ICircuitOutputVariable* vari
 }
 
 void COutputVariablesWidget::on_outputVariableRemoved(ICircuitOutputVariable* variable) {
-    bool isListed = false;
-    // A drop that was no move leaves a variable in two rows, and none may outlive it. Another row
-    // becomes current with each that goes, and listeners to that may remove more.
-    for (int row = d->outVarsList->topLevelItemCount() - 1; variable && row >= 0; --row) {
-        QTreeWidgetItem* item = d->outVarsList->topLevelItem(row);
-        if (item && COutputVariableTreeWidget::itemData(item).outputVariable == variable) {
-            delete item;
-            isListed = true;
-        }
-    }
-    if (isListed) {
+    if (variable && d->outVarsList->removeRowOf(variable)) {
         emit projectPartModified();
     }
 }
@@ -207,9 +203,13 @@ void COutputVariablesWidget::on_outputVariableEdited(ICircuitOutputVariable* var
 }
 
 void COutputVariablesWidget::on_cmdDeleteVariable_clicked() {
-    const QTreeWidgetItem* item = d->outVarsList->currentItem();
-    if (item && d->circuit) {
-        d->circuit->removeOutputVariable(COutputVariableTreeWidget::itemData(item).outputVariable);
+    for (ICircuitOutputVariable* variable : d->outVarsList->chosenVariables()) {
+        if (!variable || !d->outVarsList->rowOf(variable)) {
+            // The second row of one that is gone, which a drop that was no move has left.
+            delete d->outVarsList->rowOf(nullptr);
+        } else if (d->circuit) {
+            d->circuit->removeOutputVariable(variable);
+        }
     }
 }
 

@@ -48,8 +48,8 @@ public:
     // IProjectPart
     QString projectPartID() override;
     bool newProjectPart() override;
-    /// Adds the recorded variables to the circuit; those whose element, terminal or node is missing
-    /// are skipped.
+    /// Has the circuit add the recorded variables, with null for an element, terminal or node that
+    /// it hasn't got: what becomes of those is the circuit's to say.
     bool loadProjectPart(QDomDocument document, QDomElement parent) override;
     bool initializeProjectPart() override;
     bool saveProjectPart(QDomDocument document, QDomElement parent) override;
@@ -85,7 +85,7 @@ private:
     void updateArrows();
     void showOnDiagram(ICircuitOutputVariable* variable);
     void showContextMenu(const QContextMenuEvent* event);
-    /// Null for a record that names what the circuit hasn't got.
+    /// Null if the circuit makes no variable of it.
     ICircuitOutputVariable* addRecorded(const QDomElement& record);
 
     std::unique_ptr<COutputVariablesWidgetData> d;

@@ -75,17 +75,16 @@ ICircuitOutputVariable* COutputVariablesWidget::addRecorded(const QDomElement& r
     switch (record.attribute(QStringLiteral("Type")).toInt()) {
         case ICircuitOutputVariable::NodeVariable: {
             ICircuitNode* node = d->findCircuitNode(record.attribute(QStringLiteral("Node")));
-            return node ? d->circuit->addOutputVariable(node) : nullptr;
+            return d->circuit->addOutputVariable(node);
         }
         case ICircuitOutputVariable::TerminalVariable: {
             ICircuitElementNode* terminal =
                 d->findCircuitElementNode(element, record.attribute(QStringLiteral("ElementNode")));
-            return terminal ? d->circuit->addOutputVariable(element, terminal) : nullptr;
+            return d->circuit->addOutputVariable(element, terminal);
         }
         case ICircuitOutputVariable::ElementVariable:
-            return element ? d->circuit->addOutputVariable(
-                                 element, record.attribute(QStringLiteral("ElementVarName")))
-                           : nullptr;
+            return d->circuit->addOutputVariable(
+                element, record.attribute(QStringLiteral("ElementVarName")));
         default:
             return nullptr;
     }

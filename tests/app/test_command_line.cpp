@@ -314,8 +314,10 @@ TEST_F(CommandLineTest, FullDiskLeavesTheOldFile) {
                                                     : QStringList{"convert", Divider, target},
                           1024);
         EXPECT_EQ(outcome.status, 1);
-        ASSERT_FALSE(outcome.errorLines.isEmpty());
+        ASSERT_EQ(outcome.errorLines.size(), 1) << testing::PrintToString(outcome.errorLines);
         EXPECT_TRUE(outcome.errorLines.last().startsWith("cannot write " + target + ": "));
+        EXPECT_TRUE(outcome.errorLines.last().endsWith("File too large"))
+            << qPrintable(outcome.errorLines.last());
         EXPECT_EQ(contentOf(target), "old");
     }
     expected.sort();
@@ -331,8 +333,12 @@ TEST_F(CommandLineTest, ReplacesWhatALinkLeadsTo) {
     EXPECT_TRUE(QFileInfo(path("link.svg")).isSymLink());
     EXPECT_TRUE(contentOf(path("real.svg")).contains("</svg>"));
     EXPECT_EQ(files(), QStringList({".real.svg.1-0.part", "link.svg", "real.svg"}));
-    EXPECT_EQ(run({"export", Divider, "-o", path("new.svg")}).status, 0);
-    EXPECT_EQ(QFile::permissions(path("new.svg")), QFile::permissions(path("real.svg")));
+    // Also to a file that isn't there yet, and whatever the length of its name.
+    const QString name = QString(250, 'n') + ".ckt";
+    ASSERT_TRUE(QFile::link(name, path("new.ckt")));
+    EXPECT_EQ(run({"convert", Divider, path("new.ckt")}).status, 0);
+    EXPECT_TRUE(QFileInfo(path("new.ckt")).isSymLink());
+    EXPECT_EQ(QFile::permissions(path(name)), QFile::permissions(path("real.svg")));
 }
 
 TEST_F(CommandLineTest, PluginThatCannotBeUsed) {
@@ -370,14 +376,22 @@ TEST_F(CommandLineTest, CommandsNeedNoDisplay) {
 }
 
 TEST_F(CommandLineTest, OutputThatCannotBeWritten) {
-    QProcess process;
-    process.setStandardOutputFile("/dev/full");
-    process.setProcessEnvironment(environment);
-    process.start(builtFile("vortel-workbench"), {"describe", Divider});
-    ASSERT_TRUE(process.waitForFinished());
-    EXPECT_EQ(process.exitCode(), 1);
-    EXPECT_EQ(process.readAllStandardError(),
-              "cannot write to the standard output: No space left on device\n");
+    for (const QStringList& arguments : {QStringList{"describe", Divider}, QStringList{"--help"}}) {
+        QProcess process;
+        process.setStandardOutputFile("/dev/full");
+        process.setProcessEnvironment(environment);
+        process.start(builtFile("vortel-workbench"), arguments);
+        ASSERT_TRUE(process.waitForFinished());
+        EXPECT_EQ(process.exitCode(), 1);
+        EXPECT_EQ(process.readAllStandardError(),
+                  "cannot write to the standard output: No space left on device\n");
+    }
+    // What lacks to make it is told, too.
+    environment.insert("PATH", "/nowhere");
+    EXPECT_EQ(run({"export", Divider, "-o", path("x.ps")}).errorLines,
+              QStringList("cannot write " + path("x.ps") +
+                          ": the picture could not be written in full: the program pdftops, which "
+                          "makes PostScript, cannot be started"));
 }
 
 TEST_F(CommandLineTest, WindowEndsInOrderWhenTheSessionEnds) {

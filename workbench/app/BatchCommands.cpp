@@ -4,21 +4,7 @@
 #include "Console.h"
 #include "Workbench.h"
 
-#include <cerrno>
-#include <cstdio>
-#include <cstring>
-
 namespace {
-
-bool print(const QByteArray& text, QString* error) {
-    const auto size = static_cast<size_t>(text.size());
-    if (std::fwrite(text.constData(), 1, size, stdout) == size && std::fflush(stdout) == 0) {
-        return true;
-    }
-    *error = QStringLiteral("cannot write to the standard output: %1")
-                 .arg(QString::fromLocal8Bit(std::strerror(errno)));
-    return false;
-}
 
 bool run(const CommandLine& line, Workbench& workbench, QString* error) {
     switch (line.command) {
@@ -41,7 +27,7 @@ bool run(const CommandLine& line, Workbench& workbench, QString* error) {
         }
         case CommandLine::Command::Describe: {
             const QByteArray text = workbench.describe(error);
-            return !text.isEmpty() && print(text, error);
+            return !text.isEmpty() && printOutput(text, error);
         }
         default:
             return true;

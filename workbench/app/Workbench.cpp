@@ -3,6 +3,7 @@
 #include "Autosave.h"
 #include "CircuitFile.h"
 #include "Components.h"
+#include "HeldMessages.h"
 #include "ICanvas.h"
 #include "ICircuit.h"
 #include "ICircuitEditor.h"
@@ -45,6 +46,15 @@ bool readGuiDescription(QString* error) {
 
 QString about(const QString& fileName, const QString& remark) {
     return QStringLiteral("%1: %2").arg(fileName, remark);
+}
+
+/// Why the file isn't whole, whose writer has told this much, or nothing.
+QString reasonOfHalfFile(const PendingFile& file, const QString& told, const char* what) {
+    const QString lack = file.lackOfRoom();
+    const QString reason = lack.isEmpty() ? told : lack;
+    const QString failure =
+        QStringLiteral("the %1 could not be written in full").arg(QLatin1String(what));
+    return reason.isEmpty() ? failure : failure + QLatin1String(": ") + reason;
 }
 
 QString cannotWrite(const QString& fileName, const QString& reason) {
@@ -254,7 +264,7 @@ bool Workbench::saveCircuit(const QString& fileName, QString* reason) {
     const std::optional<CircuitRecords> written = readCircuitFile(file.temporaryName(), reason);
     if (!written || written->elementCount != circuit()->elementCount() ||
         written->nodes.size() != circuit()->nodeCount()) {
-        *reason = QStringLiteral("the file could not be written in full");
+        *reason = reasonOfHalfFile(file, {}, "file");
         return false;
     }
     if (!file.commit(reason)) {
@@ -284,6 +294,8 @@ bool Workbench::savePicture(const PictureOutput& picture, QString* error) {
     QString reason = file.obstacle();
     if (reason.isEmpty()) {
         bool written = false;
+        // The paint devices tell in the log what went wrong.
+        const HeldMessages messages;
         if (!QMetaObject::invokeMethod(editorObject(), "captureToFile", Qt::DirectConnection,
                                        Q_RETURN_ARG(bool, written),
                                        Q_ARG(int, static_cast<int>(picture.format)),
@@ -292,7 +304,7 @@ bool Workbench::savePicture(const PictureOutput& picture, QString* error) {
         } else if (!written && circuit()->elementCount() == 0) {
             reason = QStringLiteral("the drawing is empty");
         } else if (!written || !isWholePicture(picture.format, file.temporaryName())) {
-            reason = QStringLiteral("the picture could not be written in full");
+            reason = reasonOfHalfFile(file, messages.first(), "picture");
         } else if (file.commit(&reason)) {
             return true;
         }

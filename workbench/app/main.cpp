@@ -11,12 +11,14 @@
 #include <QHash>
 #include <QTimer>
 
-#include <cstdio>
-
 namespace {
 
 /// Before there is an application: the commands need no display, and a machine may have none.
 void choosePlatform(int argc, const char* const* argv) {
+    if (isBatchCommand(argc, argv)) {
+        // Boxes that fit their text have the same size wherever a file is converted.
+        qputenv("QT_FONT_DPI", "96");
+    }
     const bool hasDisplay =
         !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM") &&
@@ -84,15 +86,22 @@ int runWindow(const CommandLine& line) {
     return status;
 }
 
+int tell(const QString& line) {
+    QString error;
+    if (!printOutput(line.toLocal8Bit() + '\n', &error)) {
+        printError(error);
+        return Failed;
+    }
+    return Succeeded;
+}
+
 int run(const CommandLine& line) {
     switch (line.command) {
         case CommandLine::Command::Help:
-            std::printf("%s\n", qPrintable(usage()));
-            return Succeeded;
+            return tell(usage());
         case CommandLine::Command::Version:
-            std::printf("vortel-workbench %s\n",
-                        qPrintable(QCoreApplication::applicationVersion()));
-            return Succeeded;
+            return tell(QStringLiteral("vortel-workbench ") +
+                        QCoreApplication::applicationVersion());
         case CommandLine::Command::Window:
             return runWindow(line);
         default:

@@ -1,6 +1,7 @@
 #include "PendingFile.h"
 
 #include <QCoreApplication>
+#include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -17,10 +18,38 @@
 
 namespace {
 
+/// In bytes, at most. What is added to a target's name to make the temporary one fits beside it.
+constexpr int LongestStem = 200;
+
+/// What the names of temporary files begin with. Names near the longest that there can be leave no
+/// place for more.
+QString stemOf(const QFileInfo& target) {
+    const QByteArray name = QFile::encodeName(target.fileName());
+    const bool isLong = name.size() > LongestStem;
+    return QLatin1Char('.') +
+           (isLong ? QString::fromLatin1(
+                         QCryptographicHash::hash(name, QCryptographicHash::Sha1).toHex())
+                   : target.fileName());
+}
+
+/// Where the name leads to, whether there is a file yet or not; the name itself if it is no link.
+QString linkTarget(const QString& name) {
+    const QString file = QFileInfo(name).canonicalFilePath();
+    if (!file.isEmpty()) {
+        return file;
+    }
+    QString target = name;
+    // Links may lead in circles.
+    for (int i = 0; i < 40 && QFileInfo(target).isSymLink(); ++i) {
+        target = QFileInfo(target).symLinkTarget();
+    }
+    return target;
+}
+
 /// Makes the file, which nobody but its owner can read. A name that can't be made is as good as
 /// any: to open it fails with the reason.
 QString newFileBeside(const QFileInfo& target) {
-    const QString prefix = QStringLiteral("/.") + target.fileName() + QLatin1Char('.') +
+    const QString prefix = QLatin1Char('/') + stemOf(target) + QLatin1Char('.') +
                            QString::number(QCoreApplication::applicationPid());
     for (int i = 0;; ++i) {
         const QString name = target.absolutePath() + prefix + QStringLiteral("-%1.part").arg(i);
@@ -37,8 +66,8 @@ QString newFileBeside(const QFileInfo& target) {
 }
 
 void removeAbandonedBeside(const QFileInfo& target) {
-    const QRegularExpression pattern(QStringLiteral("^\\.%1\\.(\\d+)-\\d+\\.part$")
-                                         .arg(QRegularExpression::escape(target.fileName())));
+    const QRegularExpression pattern(QStringLiteral("^%1\\.(\\d+)-\\d+\\.part$")
+                                         .arg(QRegularExpression::escape(stemOf(target))));
     const QDir folder = target.absoluteDir();
     for (const QString& name : folder.entryList(QDir::Files | QDir::Hidden)) {
         const QRegularExpressionMatch match = pattern.match(name);
@@ -76,12 +105,7 @@ bool reachDisk(const QString& name) {
 
 }  // namespace
 
-PendingFile::PendingFile(const QString& target) : m_target(target) {
-    const QString linked = QFileInfo(target).canonicalFilePath();
-    if (!linked.isEmpty()) {
-        m_target = linked;
-    }
-}
+PendingFile::PendingFile(const QString& target) : m_target(linkTarget(target)) {}
 
 PendingFile::~PendingFile() {
     if (!m_temporary.isEmpty()) {
@@ -115,6 +139,24 @@ QString PendingFile::obstacle() const {
     return {};
 }
 
+QString PendingFile::lackOfRoom() const {
+    const int handle =
+        open(QFile::encodeName(m_temporary).constData(), O_WRONLY | O_APPEND | O_CLOEXEC);
+    if (handle < 0) {
+        return QString::fromLocal8Bit(std::strerror(errno));
+    }
+    // What is left of a room may take a part.
+    const QByteArray more(64 * 1024, ' ');
+    ssize_t written = 0;
+    for (int left = more.size(); left > 0 && written >= 0; left -= static_cast<int>(written)) {
+        written = ::write(handle, more.constData(), static_cast<size_t>(left));
+    }
+    const bool grows = written >= 0 && fsync(handle) == 0;
+    const int error = errno;
+    close(handle);
+    return grows ? QString() : QString::fromLocal8Bit(std::strerror(error));
+}
+
 bool PendingFile::commit(QString* reason, std::optional<QFileDevice::Permissions> permissions) {
     if (!permissions) {
         permissions =
@@ -144,7 +186,8 @@ bool PendingFile::write(const QString& target, const QByteArray& content, QStrin
     QFile file(pending.temporaryName());
     if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() ||
         !file.flush()) {
-        *reason = file.errorString();
+        const QString lack = pending.lackOfRoom();
+        *reason = lack.isEmpty() ? file.errorString() : lack;
         return false;
     }
     file.close();

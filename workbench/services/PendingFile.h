@@ -21,6 +21,9 @@ public:
     /// Why the target can't be written, found out without writing; empty if nothing speaks against
     /// it.
     QString obstacle() const;
+    /// What keeps the temporary file from growing; empty if nothing does. For writers that fail
+    /// without a reason.
+    QString lackOfRoom() const;
     /// Where to write: an empty file, unless the folder takes none. The first call also removes
     /// what programs that were killed have left of the same target.
     QString temporaryName();

@@ -23,7 +23,8 @@ std::optional<QString> decoded(const QByteArray& bytes, QString* reason) {
         *reason = QStringLiteral("is not a project file: it is not UTF-8 text");
         return {};
     }
-    return text;
+    // They would go with the next save in any case, and leave behind what they parted.
+    return XmlUtils::withoutForbidden(text);
 }
 
 bool isReadable(const QDomElement& root, QString* reason) {

@@ -9,6 +9,9 @@ namespace {
 /// file that is nested without end.
 constexpr int DeepestNesting = 1000;
 
+/// In bytes. Texts of twice that many are the most that can be held.
+constexpr qint64 LargestFile = 500 * 1000 * 1000;
+
 /// Position after the tag that opens at `start`; a `>` within quotes doesn't end it.
 int endOfTag(const QString& text, int start) {
     QChar quote;
@@ -80,6 +83,10 @@ std::optional<QByteArray> readRegularFile(const QString& fileName, QString* reas
     }
     if (!info.isFile()) {
         *reason = QStringLiteral("is not a regular file");
+        return {};
+    }
+    if (info.size() > LargestFile) {
+        *reason = QStringLiteral("is larger than 500 MB");
         return {};
     }
     QFile file(fileName);

@@ -6,6 +6,7 @@
 #include "CCircuitEditorElementItem.h"
 #include "CCircuitEditorElementNodeItem.h"
 #include "CCircuitEditorNodeItem.h"
+#include "CPlacementTool.h"
 #include "CUndoRedo.h"
 #include "ICircuitElementNode.h"
 
@@ -326,6 +327,7 @@ IXmlUtils* CCircuitEditor::xmlUtils() const {
 }
 
 void CCircuitEditor::setReadOnly(bool readOnly) {
+    d->placement->stop();
     d->readOnly = readOnly;
 }
 

@@ -18,6 +18,7 @@ class CCircuitEditorGlobaParamTextBox;
 class CCircuitEditorNodeItem;
 class CCircuitEditorTextBox;
 class CCircuitElementPropertyTextBox;
+class CPlacementTool;
 class CUndoRedoStack;
 class QLabel;
 
@@ -39,6 +40,7 @@ class CCircuitEditor : public QGraphicsView,
     Q_PROPERTY(QString DefaultPSPath READ defaultPSPath WRITE setDefaultPSPath)
     Q_PROPERTY(bool ReadOnly READ isReadOnly WRITE setReadOnly)
     Q_PROPERTY(bool RouteEmptyShapes READ isRouteEmptyShapes WRITE setRouteEmptyShapes)
+    Q_PROPERTY(bool ExtendedGestures READ isExtendedGestures WRITE setExtendedGestures)
 
 public:
     enum Mode { EditMode = 0, OutVarSelectionMode = 1, ManualConnectionMode = 2 };
@@ -69,6 +71,9 @@ public:
     /// taken at its word: a wire laid by hand, along nothing.
     bool isRouteEmptyShapes() const;
     void setRouteEmptyShapes(bool on);
+    /// See `CCanvasGestures`.
+    bool isExtendedGestures() const;
+    void setExtendedGestures(bool on);
     CUndoRedoStack* undoStack() const;
     /// Made on first call, without a parent: the caller gives it a place.
     QLabel* statusLabel() const;
@@ -139,6 +144,23 @@ public:
     Q_INVOKABLE void eraseSelection();
     /// Takes the whole drawing into one group.
     Q_INVOKABLE void selectAll();
+    /// Hangs a new element of the type at the pointer, to be put down by clicks; see
+    /// `CPlacementTool`. False, with nothing done, where nothing can be placed now.
+    Q_INVOKABLE bool startPlacing(const QString& type);
+    Q_INVOKABLE void stopPlacing();
+    Q_INVOKABLE bool isPlacing() const;
+    /// Puts one element of the type at the point, in scene units, as a click does.
+    Q_INVOKABLE bool placeElement(const QString& type, const QPointF& point);
+    /// Turns and flips what hangs at the pointer, or else the selected element, as R and F do.
+    Q_INVOKABLE void turnSelection();
+    Q_INVOKABLE void flipSelection();
+    /// Whether these two have something to work on.
+    Q_INVOKABLE bool canTurn() const;
+    /// What the present tool expects next, for the user; empty if nothing in particular.
+    Q_INVOKABLE QString toolHint() const;
+    /// Adds a new element to the circuit, at the point and on the grid, and records it.
+    void insertElement(ICircuitElement* element, const QPointF& point);
+    CPlacementTool* placementTool() const;
     /// Lets the user choose what to take out of a net, and does it. `node` is the object of a net
     /// of this editor's circuit; anything else is ignored.
     Q_INVOKABLE void deletePartsOfNode(QObject* node);
@@ -285,6 +307,9 @@ signals:
     void outvarSelected(ICircuitElement* e, ICircuitElementNode* node);
     void outvarSelected(ICircuitNode* node);
     void projectPartModified() override;
+    /// Another tool, or another load of it, is at work.
+    void toolChanged();
+    void toolHintChanged(QString hint);
     /// What hasSelection() and canErase() answer may have changed.
     void selectionStateChanged();
 
@@ -327,6 +352,7 @@ protected:
 
 private:
     // The items pass the user's requests on.
+    friend class CCanvasGestures;
     friend class CCircuitEditorElementItem;
     friend class CCircuitEditorNodeItem;
 
@@ -335,7 +361,10 @@ private:
     void closeSelectionRectangle();
     void pressOnCanvas(const QPoint& viewportPos);
     void pressOnItem(QMouseEvent* event, QGraphicsItem* item);
-    void pan();
+    /// The pointer, on the screen, has dragged the page to here.
+    void panTo(const QPoint& pointer);
+    bool canPlace() const;
+    void sendKey(int key);
     void eraseGroup();
     void leaveManualConnectionMode();
     void selectNextItem();

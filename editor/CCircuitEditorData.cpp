@@ -1,11 +1,13 @@
 #include "CCircuitEditorData.h"
 
+#include "CCanvasGestures.h"
 #include "CCircuitEditorElementItem.h"
 #include "CCircuitEditorGlobaParamTextBox.h"
 #include "CCircuitEditorNodeItem.h"
 #include "CCircuitEditorSelection.h"
 #include "CCircuitEditorTextBox.h"
 #include "CManualConnectorLineItem.h"
+#include "CPlacementTool.h"
 #include "CSelectionRectangleItem.h"
 #include "CircuitGeometry.h"
 #include "ICircuitElement.h"
@@ -22,7 +24,9 @@ CCircuitEditorData::CCircuitEditorData(CCircuitEditor* editor, QObject* scenePar
       gridColor(230, 230, 230),
       backgroundColor(Qt::white),
       defaultPSPath(QDir::homePath()),
-      selection(std::make_unique<CCircuitEditorSelection>(editor)) {}
+      selection(std::make_unique<CCircuitEditorSelection>(editor)),
+      placement(std::make_unique<CPlacementTool>(editor)),
+      gestures(std::make_unique<CCanvasGestures>(editor, this)) {}
 
 CCircuitEditorData::~CCircuitEditorData() {
     if (statusLabel && !statusLabel->parent()) {
@@ -98,6 +102,7 @@ void CCircuitEditorData::forgetItem(QGraphicsItem* item) {
         scene->setHighlightedItem(nullptr);
     }
     selection->forgetItem(item);
+    gestures->forgetItem(item);
     if (item == manualConnectorItem) {
         manualConnectorItem = nullptr;
     } else if (item == selectionRectItem) {
@@ -123,6 +128,7 @@ void CCircuitEditorData::forgetItem(QGraphicsItem* item) {
 }
 
 void CCircuitEditorData::deleteItems() {
+    placement->stop();
     if (!scene) {
         return;
     }

@@ -28,7 +28,9 @@ class CCircuitEditorNodeItem;
 class CCircuitEditorSelection;
 class CCircuitEditorTextBox;
 class CCircuitElementPropertyTextBox;
+class CCanvasGestures;
 class CManualConnectorLineItem;
+class CPlacementTool;
 class CSelectionRectangleItem;
 class CUndoRedoStack;
 class QGraphicsLineItem;
@@ -142,6 +144,8 @@ public:
     bool crosshairVisible = false;
     bool internalMove = false;
     bool readOnly = false;
+    std::unique_ptr<CPlacementTool> placement;
+    std::unique_ptr<CCanvasGestures> gestures;
     bool routeEmptyShapes = false;
 
 private:

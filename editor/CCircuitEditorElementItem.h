@@ -65,6 +65,9 @@ public:
     void setInternalMoveMode(bool on);
     bool isInternalMoveMode() const;
 
+    /// Joins each terminal to the terminals and wires at its place.
+    void joinWhatItLiesOn();
+
     // QGraphicsItem
     int type() const override { return Type; }
     void paint(QPainter* painter, const QStyleOptionGraphicsItem* option, QWidget* widget) override;

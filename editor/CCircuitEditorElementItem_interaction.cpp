@@ -96,6 +96,10 @@ void CCircuitEditorElementItem::finishDrag() {
         d->newPos = QPointF();
     }
     d->circuitEditor->snapToGrid(this);
+    joinWhatItLiesOn();
+}
+
+void CCircuitEditorElementItem::joinWhatItLiesOn() {
     const QPointer<CCircuitEditorElementItem> self(this);
     for (const QString& name : d->elementNodeItemMap.keys()) {
         if (self && d->elementNodeItemMap.contains(name)) {

@@ -98,16 +98,7 @@ void CCircuitEditor::eraseSelection() {
         eraseGroup();
         return;
     }
-    // As by the key: the item that has the focus does it in its own way. The scene has none while
-    // the canvas hasn't.
-    setFocus();
-    const QList<QGraphicsItem*> selected =
-        d->scene ? d->scene->selectedItems() : QList<QGraphicsItem*>();
-    if (!selected.isEmpty() && !d->scene->focusItem()) {
-        selected.first()->setFocus();
-    }
-    QKeyEvent press(QEvent::KeyPress, Qt::Key_Delete, Qt::NoModifier);
-    keyPressEvent(&press);
+    sendKey(Qt::Key_Delete);
 }
 
 void CCircuitEditor::eraseGroup() {

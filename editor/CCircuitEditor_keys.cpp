@@ -1,5 +1,6 @@
 // The keys that the canvas itself answers, and its menu where no item has one.
 
+#include "CCanvasGestures.h"
 #include "CCircuitEditorData.h"
 #include "CCircuitEditorElementItem.h"
 #include "CCircuitEditorSelection.h"
@@ -45,7 +46,8 @@ bool isElementOrWire(const QGraphicsItem* item) {
 }  // namespace
 
 void CCircuitEditor::keyPressEvent(QKeyEvent* event) {
-    if (d->readOnly || d->mode == OutVarSelectionMode || !d->scene) {
+    if (d->readOnly || d->mode == OutVarSelectionMode || !d->scene ||
+        d->gestures->keyPress(event)) {
         return;
     }
     switch (event->key()) {

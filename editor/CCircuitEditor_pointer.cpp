@@ -1,5 +1,6 @@
 // How the editor reads the pointer: modes, presses, drags, wires laid by hand, hover and wheel.
 
+#include "CCanvasGestures.h"
 #include "CCircuitEditorData.h"
 #include "CCircuitEditorElementItem.h"
 #include "CCircuitEditorElementNodeItem.h"
@@ -7,6 +8,7 @@
 #include "CCircuitEditorSelection.h"
 #include "CElementCreateCmd.h"
 #include "CManualConnectorLineItem.h"
+#include "CPlacementTool.h"
 #include "CSelectionRectangleItem.h"
 #include "CUndoRedo.h"
 #include "CircuitGeometry.h"
@@ -58,6 +60,7 @@ void CCircuitEditor::setMode(Mode mode) {
     if (mode == d->mode) {
         return;
     }
+    d->placement->stop();
     d->mode = mode;
     if (mode == OutVarSelectionMode) {
         viewport()->setCursor(Qt::CrossCursor);
@@ -65,6 +68,7 @@ void CCircuitEditor::setMode(Mode mode) {
         viewport()->unsetCursor();
     }
     d->dropConnection();
+    d->gestures->showModeCursor();
     emit editorModeChanged(mode);
 }
 
@@ -83,7 +87,7 @@ QPoint CCircuitEditor::roundedScenePosition(const QPoint& viewportPos) const {
 }
 
 void CCircuitEditor::mousePressEvent(QMouseEvent* event) {
-    if (event->button() != Qt::LeftButton || !d->scene) {
+    if (d->gestures->press(event) || event->button() != Qt::LeftButton || !d->scene) {
         return;
     }
     unhighlight();
@@ -176,7 +180,7 @@ void CCircuitEditor::pressOnItem(QMouseEvent* event, QGraphicsItem* item) {
 }
 
 void CCircuitEditor::mouseMoveEvent(QMouseEvent* event) {
-    if ((d->readOnly && !d->panning) || !d->scene) {
+    if (d->gestures->move(event) || (d->readOnly && !d->panning) || !d->scene) {
         return;
     }
     if (d->selecting) {
@@ -191,7 +195,7 @@ void CCircuitEditor::mouseMoveEvent(QMouseEvent* event) {
     QGraphicsItem* under = QGraphicsView::itemAt(event->pos());
     if (!under || under != d->selectionRectItem) {
         if (d->panning) {
-            pan();
+            panTo(QCursor::pos());
             return;
         }
         if (d->mode == OutVarSelectionMode) {
@@ -206,16 +210,15 @@ void CCircuitEditor::mouseMoveEvent(QMouseEvent* event) {
     QGraphicsView::mouseMoveEvent(event);
 }
 
-void CCircuitEditor::pan() {
-    const QPoint now = QCursor::pos();
-    const QPoint step = d->lastPanPos - now;
-    d->lastPanPos = now;
+void CCircuitEditor::panTo(const QPoint& pointer) {
+    const QPoint step = d->lastPanPos - pointer;
+    d->lastPanPos = pointer;
     horizontalScrollBar()->setValue(horizontalScrollBar()->value() + step.x());
     verticalScrollBar()->setValue(verticalScrollBar()->value() + step.y());
 }
 
 void CCircuitEditor::mouseReleaseEvent(QMouseEvent* event) {
-    if (!d->scene) {
+    if (d->gestures->release(event) || !d->scene) {
         return;
     }
     const bool wasPanning = d->panning;
@@ -266,7 +269,7 @@ void CCircuitEditor::releaseConnection(QMouseEvent* event) {
 }
 
 void CCircuitEditor::mouseDoubleClickEvent(QMouseEvent* event) {
-    if (d->mode == ManualConnectionMode) {
+    if (d->gestures->doubleClick(event) || d->mode == ManualConnectionMode) {
         return;
     }
     if (d->mode == OutVarSelectionMode) {
@@ -292,14 +295,18 @@ void CCircuitEditor::mouseDoubleClickEvent(QMouseEvent* event) {
     if (!element) {
         return;
     }
-    bound->addElement(element);
+    insertElement(element, mapToScene(event->pos()));
+    emit canvasDoubleClickEvent(canvas(), roundedScenePosition(event->pos()), event->button(),
+                                event->modifiers());
+}
+
+void CCircuitEditor::insertElement(ICircuitElement* element, const QPointF& point) {
+    circuit()->addElement(element);
     if (CCircuitEditorElementItem* item = elementItem(element)) {
-        item->setPos(mapToScene(event->pos()));
+        item->setPos(point);
         snapToGrid(item);
     }
     d->undoStack->push(new CElementCreateCmd(element));
-    emit canvasDoubleClickEvent(canvas(), roundedScenePosition(event->pos()), event->button(),
-                                event->modifiers());
 }
 
 void CCircuitEditor::pickOutputVariable(QGraphicsItem* item) {
@@ -374,7 +381,8 @@ void CCircuitEditor::manualClick(QGraphicsItem* item, const QPoint& viewportPos)
 }
 
 void CCircuitEditor::finishManualConnection(QGraphicsItem* end) {
-    QGraphicsItem* start = d->connectionStartItem;
+    QGraphicsItem* start = d->gestures->jointOf(d->connectionStartItem);
+    end = d->gestures->jointOf(end);
     d->connectionEndItem = end;
     const bool bothTerminals =
         start->type() == ElementNodeItemType && end->type() == ElementNodeItemType;
@@ -389,7 +397,9 @@ void CCircuitEditor::finishManualConnection(QGraphicsItem* end) {
         item->addShape(bothTerminals ? item->mapFromScene(path) : path, bothTerminals);
     }
     d->dropConnection();
-    setMode(EditMode);
+    if (!d->gestures->goesOnLaying()) {
+        setMode(EditMode);
+    }
 }
 
 bool CCircuitEditor::isSelectionRectangle(const QGraphicsItem* item) const {
@@ -397,6 +407,11 @@ bool CCircuitEditor::isSelectionRectangle(const QGraphicsItem* item) const {
 }
 
 bool CCircuitEditor::event(QEvent* event) {
+    if (event->type() == QEvent::ShortcutOverride && d &&
+        d->gestures->claimsKey(static_cast<QKeyEvent*>(event))) {
+        event->accept();
+        return true;
+    }
     if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Tab) {
         // The view would look for the next focus first, among items and widgets.
         keyPressEvent(static_cast<QKeyEvent*>(event));

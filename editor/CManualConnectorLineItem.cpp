@@ -45,6 +45,21 @@ void CManualConnectorLineItem::addPoint(const QPointF& scenePoint) {
     m_editor->viewport()->update();
 }
 
+void CManualConnectorLineItem::removeLastPoint() {
+    const int count = m_path.elementCount() - 1;
+    if (count < 1) {
+        return;
+    }
+    prepareGeometryChange();
+    QPainterPath shorter(m_path.elementAt(0));
+    for (int i = 1; i < count; ++i) {
+        shorter.lineTo(m_path.elementAt(i));
+    }
+    m_path = shorter;
+    m_lastPoint = m_path.elementAt(count - 1);
+    m_editor->viewport()->update();
+}
+
 void CManualConnectorLineItem::timerEvent(QTimerEvent*) {
     if (m_editor) {
         m_editor->viewport()->update();

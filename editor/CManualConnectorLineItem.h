@@ -24,6 +24,8 @@ public:
     void setEditor(CCircuitEditor* editor);
     /// A point that lies nearly on an axis with the last one is put on it.
     void addPoint(const QPointF& scenePoint);
+    /// The first point stays.
+    void removeLastPoint();
     const QPainterPath& path() const { return m_path; }
 
     QRectF boundingRect() const override;

@@ -144,6 +144,14 @@ void CCircuitEditor::setTextBoxDefaultSize(int width, int height) {
     d->textBoxDefaultHeight = height;
 }
 
+bool CCircuitEditor::isRouteEmptyShapes() const {
+    return d->routeEmptyShapes;
+}
+
+void CCircuitEditor::setRouteEmptyShapes(bool on) {
+    d->routeEmptyShapes = on;
+}
+
 CUndoRedoStack* CCircuitEditor::undoStack() const {
     return d->undoStack;
 }

@@ -382,11 +382,19 @@ private:
     bool isStudy() const;
     void showElements(ICircuit* circuit, const QList<QDomElement>& records);
     void showNodes(ICircuit* circuit, const QList<QDomElement>& records);
+    /// Makes the item of what has none yet, and enters it.
+    CCircuitEditorElementItem* makeItem(ICircuitElement* element);
+    CCircuitEditorNodeItem* makeItem(ICircuitNode* node);
+    /// Null is ignored.
+    void highlightItem(QGraphicsItem* item);
 
     void drawGridDots(QPainter* painter, const QRectF& rect, const QTransform& toDevice) const;
     void drawGridLines(QPainter* painter, const QRectF& rect, const QTransform& toDevice) const;
     void hideRemovedFromPropertyEditor(QObject* object);
     void deleteTerminalOf(ICircuitNode* node, ICircuitElementNode* elementNode);
+    /// What stays of a wire laid by hand when the terminal's branch goes, in item coordinates.
+    /// Empty if that branch is none of its own, so that the wire can't be kept as it was laid.
+    QPainterPath wireWithout(ICircuitElementNode* elementNode, ICircuitNode* node);
     void updateViewport();
 
     std::unique_ptr<CCircuitEditorData> d;

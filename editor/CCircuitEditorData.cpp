@@ -116,14 +116,13 @@ void CCircuitEditorData::forgetItem(QGraphicsItem* item) {
         hideConnectionLine();
         dropConnection();
     }
-    if (auto* element = qgraphicsitem_cast<CCircuitEditorElementItem*>(item)) {
-        if (elementItemMap.value(element->element()) == element) {
-            elementItemMap.remove(element->element());
-        }
-    } else if (auto* wire = qgraphicsitem_cast<CCircuitEditorNodeItem*>(item)) {
-        if (nodeItemMap.value(wire->circuitNode()) == wire) {
-            nodeItemMap.remove(wire->circuitNode());
-        }
+    // Only its own entry: the map may know another item of the same object by now.
+    const auto* element = qgraphicsitem_cast<CCircuitEditorElementItem*>(item);
+    const auto* wire = qgraphicsitem_cast<CCircuitEditorNodeItem*>(item);
+    if (element && elementItemMap.value(element->element()) == element) {
+        elementItemMap.remove(element->element());
+    } else if (wire && nodeItemMap.value(wire->circuitNode()) == wire) {
+        nodeItemMap.remove(wire->circuitNode());
     }
 }
 
@@ -138,18 +137,22 @@ void CCircuitEditorData::deleteItems() {
     connectorLineItem = nullptr;
     connectionStartItem = nullptr;
     connectionEndItem = nullptr;
-    // Wires first: an element re-routes the wires that it still has when it goes. The items take
-    // themselves out of their map.
-    qDeleteAll(QMap<ICircuitNode*, CCircuitEditorNodeItem*>(std::move(nodeItemMap)));
-    nodeItemMap.clear();
-    qDeleteAll(QMap<ICircuitElement*, CCircuitEditorElementItem*>(std::move(elementItemMap)));
-    elementItemMap.clear();
+    // Each is taken out before it goes, for it looks itself up then, and may take others along.
+    // Wires first: an element routes the wires anew that it still has when it goes.
+    while (!nodeItemMap.isEmpty()) {
+        delete nodeItemMap.take(nodeItemMap.firstKey());
+    }
+    // Their property boxes go with them.
+    while (!elementItemMap.isEmpty()) {
+        delete elementItemMap.take(elementItemMap.firstKey());
+    }
+    while (!textBoxes.isEmpty()) {
+        delete textBoxes.takeLast();
+    }
+    while (!globalParamTextBoxes.isEmpty()) {
+        delete globalParamTextBoxes.takeLast();
+    }
     // Deleting one item may delete others, so the scene is asked again each time.
-    // Boxes take themselves out of their list; those of elements have gone with them.
-    qDeleteAll(QList<CCircuitEditorTextBox*>(std::move(textBoxes)));
-    textBoxes.clear();
-    qDeleteAll(QList<CCircuitEditorGlobaParamTextBox*>(std::move(globalParamTextBoxes)));
-    globalParamTextBoxes.clear();
     for (QList<QGraphicsItem*> left = scene->items(); !left.isEmpty(); left = scene->items()) {
         delete left.first()->topLevelItem();
     }

@@ -3,6 +3,7 @@
 #include "CCircuitEditor.h"
 #include "CCircuitEditorScene.h"
 #include "ICircuit.h"
+#include "ICircuitElement.h"
 #include "ICircuitElementFactory.h"
 #include "ICircuitSolver.h"
 #include "IClipboard.h"
@@ -39,6 +40,9 @@ class QLabel;
 /// The editor's private data, open to the sources of the editor and of its items.
 class CCircuitEditorData {
 public:
+    // A listener may delete elements while nets are being read.
+    using ElementsById = QHash<int, InterfacePointer<ICircuitElement>>;
+
     CCircuitEditorData(CCircuitEditor* editor, QObject* sceneParent);
     ~CCircuitEditorData();
 
@@ -48,8 +52,6 @@ public:
     double calculateScaleFor(int level) const;
     int calculateZoomLevelFor(double scale) const;
     QPointF gridPoint(const QPointF& point) const;
-    /// The first element whose "_UniqueId_" is the number, in circuit order; null if there is none.
-    ICircuitElement* circuitElement(int id) const;
     QRectF visibleItemsBoundingRect() const;
     /// The topmost item that contains the point, by its own account; null if there is none.
     QGraphicsItem* itemAt(const QPoint& viewportPos);
@@ -65,7 +67,10 @@ public:
     void saveElement(QDomDocument document, QDomElement parent, ICircuitElement* element);
     void loadElement(const QDomElement& record);
     void saveNode(QDomDocument document, QDomElement parent, ICircuitNode* node);
-    void loadNode(const QDomElement& record);
+    void loadNode(const QDomElement& record, const ElementsById& elements);
+    /// The circuit's elements by "_UniqueId_"; of several with one number the first counts. The
+    /// numbers mean something while one document is being read, and so does this.
+    ElementsById elementsById() const;
     /// Loads all element records among the children of the parent, then all node records.
     void loadRecords(const QDomElement& parent);
     void saveRecords(QDomDocument document, QDomElement parent);
@@ -152,9 +157,5 @@ private:
     ICircuitNode* joinTerminals(ICircuitElementNode* a, ICircuitElementNode* b);
     ICircuitNode* joinTerminalToNode(ICircuitElementNode* terminal, ICircuitNode* node);
     ICircuitNode* mergeNodes(CCircuitEditorNodeItem* a, CCircuitEditorNodeItem* b);
-    ICircuitElementNode* storedTerminal(const QDomElement& record) const;
     void loadNodeShape(const QDomElement& record, CCircuitEditorNodeItem* item);
-
-    // Elements by number while one document is being read; the first of a number counts.
-    std::unique_ptr<QHash<int, ICircuitElement*>> m_loadIndex;
 };

@@ -40,6 +40,29 @@ bool differ(const QPointF& a, const QPointF& b) {
     return std::abs(a.x() - b.x()) > SamePosition || std::abs(a.y() - b.y()) > SamePosition;
 }
 
+/// What a terminal was dropped on: a terminal, or else a wire and its net.
+struct DropTarget {
+    ICircuitElementNode* terminal;
+    CCircuitEditorNodeItem* wire;
+    ICircuitNode* node;
+};
+
+/// To be taken down while all of them live: a connection can dissolve nets, whose wires then go.
+QList<DropTarget> dropTargets(const QList<QGraphicsItem*>& items,
+                              const CCircuitEditorElementNodeItem* dropped) {
+    QList<DropTarget> targets;
+    for (QGraphicsItem* item : items) {
+        const auto* end = qgraphicsitem_cast<CCircuitEditorElementNodeItem*>(item);
+        auto* wire = qgraphicsitem_cast<CCircuitEditorNodeItem*>(item);
+        if (end && end != dropped) {
+            targets.append({end->elementNode(), nullptr, nullptr});
+        } else if (wire) {
+            targets.append({nullptr, wire, wire->circuitNode()});
+        }
+    }
+    return targets;
+}
+
 }  // namespace
 
 bool CCircuitEditorElementItem::isLocked() const {
@@ -112,26 +135,10 @@ void CCircuitEditorElementItem::connectAtDrop(CCircuitEditorElementNodeItem* ter
     const QPointF place = mapToScene(terminal->pos());
     QPainterPath stub(place);
     stub.lineTo(mapToScene(terminal->pos() + DropStub));
-    // Looked at while all of them live: a connection can dissolve nets, whose wires then go.
-    struct Target {
-        ICircuitElementNode* terminal;
-        CCircuitEditorNodeItem* wire;
-        ICircuitNode* node;
-    };
-    QList<Target> targets;
-    for (QGraphicsItem* other : scene()->items(place)) {
-        const auto* end = qgraphicsitem_cast<CCircuitEditorElementNodeItem*>(other);
-        auto* wire = qgraphicsitem_cast<CCircuitEditorNodeItem*>(other);
-        if (end && end != terminal) {
-            targets.append({end->elementNode(), nullptr, nullptr});
-        } else if (wire) {
-            targets.append({nullptr, wire, wire->circuitNode()});
-        }
-    }
     const QPointer<CCircuitEditor> editor(d->circuitEditor);
     const QPointer<CCircuitEditorElementItem> self(this);
     ICircuitElementNode* own = terminal->elementNode();
-    for (const Target& target : qAsConst(targets)) {
+    for (const DropTarget& target : dropTargets(scene()->items(place), terminal)) {
         ICircuitSolver* solver = editor && self ? editor->circuitSolver() : nullptr;
         if (!solver) {
             return;

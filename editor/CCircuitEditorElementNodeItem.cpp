@@ -6,7 +6,7 @@
 #include "CircuitGeometry.h"
 #include "ICircuitElement.h"
 #include "ICircuitElementNode.h"
-#include "IEditableProperties.h"
+#include "PropertyLookup.h"
 #include "QtSeries.h"
 
 #include <QBrush>
@@ -29,26 +29,15 @@ public:
     CCircuitEditorElementItem* elementItem = nullptr;
     ICircuitElementNode* elementNode = nullptr;
 
-    static int indexOfProperty(IEditableProperties* props, const QString& name);
     QString elementNodeNameProperty() const;
 };
-
-int CCircuitEditorElementNodeItemData::indexOfProperty(IEditableProperties* props,
-                                                       const QString& name) {
-    for (int i = 0; i < props->propertyCount(); ++i) {
-        if (props->propertyName(i) == name) {
-            return i;
-        }
-    }
-    return -1;
-}
 
 QString CCircuitEditorElementNodeItemData::elementNodeNameProperty() const {
     // A terminal may have a property of its name on its element: the name of its net.
     const QString name = elementNode->name();
     QString value;
     auto* props = qobject_cast<IEditableProperties*>(elementNode->element()->containerObject());
-    const int index = props ? indexOfProperty(props, name) : -1;
+    const int index = indexOfProperty(props, name);
     if (index >= 0) {
         value = props->propertyValue(index).toString();
     }

@@ -144,6 +144,22 @@ bool CCircuitEditorNodeItem::joins(ICircuitNode* node, ICircuitElement* element,
     return false;
 }
 
+void CCircuitEditorNodeItem::updateWiresOf(const QList<QGraphicsItem*>& items) {
+    QSet<CCircuitEditorNodeItem*> wires;
+    for (QGraphicsItem* item : items) {
+        const auto* element = qgraphicsitem_cast<CCircuitEditorElementItem*>(item);
+        for (int i = 0; element && i < element->circuitNodeItemCount(); ++i) {
+            wires.insert(element->circuitNodeItem(i));
+        }
+        if (auto* wire = qgraphicsitem_cast<CCircuitEditorNodeItem*>(item)) {
+            wires.insert(wire);
+        }
+    }
+    for (CCircuitEditorNodeItem* wire : qAsConst(wires)) {
+        wire->updateNode();
+    }
+}
+
 ICircuitNode* CCircuitEditorNodeItem::circuitNode() const {
     return d->circuitNode;
 }

@@ -34,6 +34,10 @@ public:
     /// The wire, as drawn and as saved.
     QPainterPath internalShape() const;
 
+    /// Routes the automatic wires among the items and at the elements among them, each once. To be
+    /// called when all have moved: while an element moves its wires are routed from where it was.
+    static void updateWiresOf(const QList<QGraphicsItem*>& items);
+
     /// Binds the net, once. The net's first terminal gives the wire its colour for good.
     void setCircuitNode(ICircuitNode* node);
     /// False routes the wire anew.

@@ -1,6 +1,5 @@
 // The records of elements and nodes in files.
 
-#include "AnnotationRecords.h"
 #include "CCircuitEditorData.h"
 #include "CCircuitEditorElementItem.h"
 #include "CCircuitEditorNodeItem.h"
@@ -8,11 +7,12 @@
 #include "ICircuitElementDesc.h"
 #include "ICircuitElementNode.h"
 #include "ICircuitNode.h"
+#include "RecordFields.h"
 #include "XmlText.h"
 
-using AnnotationRecords::setStoredPosition;
-using AnnotationRecords::storedPath;
-using AnnotationRecords::storedPosition;
+using RecordFields::setStoredPosition;
+using RecordFields::storedPath;
+using RecordFields::storedPosition;
 
 namespace {
 
@@ -46,21 +46,26 @@ void discardElement(ICircuit* circuit, ICircuitElement* element) {
     delete object;
 }
 
+ICircuitElementNode* storedTerminal(const QDomElement& record,
+                                    const CCircuitEditorData::ElementsById& elements) {
+    ICircuitElement* element =
+        elements.value(record.attribute(QStringLiteral("ElementID")).toInt());
+    return element ? element->elementNode(record.attribute(QStringLiteral("Name"))) : nullptr;
+}
+
 }  // namespace
 
-ICircuitElement* CCircuitEditorData::circuitElement(int id) const {
-    if (m_loadIndex) {
-        return m_loadIndex->value(id);
-    }
+CCircuitEditorData::ElementsById CCircuitEditorData::elementsById() const {
     ICircuit* circuit = circuitEditor->circuit();
-    const int count = circuit ? circuit->elementCount() : 0;
-    for (int i = 0; i < count; ++i) {
+    ElementsById elements;
+    for (int i = 0; circuit && i < circuit->elementCount(); ++i) {
         ICircuitElement* element = circuit->element(i);
-        if (element && element->containerObject()->property(UniqueId).toInt() == id) {
-            return element;
+        const int id = element ? element->containerObject()->property(UniqueId).toInt() : 0;
+        if (element && !elements.contains(id)) {
+            elements.insert(id, element);
         }
     }
-    return nullptr;
+    return elements;
 }
 
 void CCircuitEditorData::saveElement(QDomDocument document, QDomElement parent,
@@ -135,13 +140,7 @@ void CCircuitEditorData::saveNode(QDomDocument document, QDomElement parent, ICi
     }
 }
 
-ICircuitElementNode* CCircuitEditorData::storedTerminal(const QDomElement& record) const {
-    ICircuitElement* element =
-        circuitElement(record.attribute(QStringLiteral("ElementID")).toInt());
-    return element ? element->elementNode(record.attribute(QStringLiteral("Name"))) : nullptr;
-}
-
-void CCircuitEditorData::loadNode(const QDomElement& record) {
+void CCircuitEditorData::loadNode(const QDomElement& record, const ElementsById& elements) {
     if (!xmlUtils || !circuitSolver) {
         return;
     }
@@ -150,15 +149,15 @@ void CCircuitEditorData::loadNode(const QDomElement& record) {
     if (terminals.size() < 2) {
         return;
     }
-    ICircuitElementNode* first = storedTerminal(terminals.at(0));
-    ICircuitElementNode* second = first ? storedTerminal(terminals.at(1)) : nullptr;
+    ICircuitElementNode* first = storedTerminal(terminals.at(0), elements);
+    ICircuitElementNode* second = first ? storedTerminal(terminals.at(1), elements) : nullptr;
     ICircuitNode* node = second ? circuitSolver->makeConnection(first, second) : nullptr;
     if (!node) {
         return;
     }
     node->setName(record.attribute(QStringLiteral("Name")));
     for (int i = 2; i < terminals.size(); ++i) {
-        ICircuitElementNode* terminal = storedTerminal(terminals.at(i));
+        ICircuitElementNode* terminal = storedTerminal(terminals.at(i), elements);
         if (!terminal) {
             return;  // the node stays as far as it got, without shape, position and properties
         }
@@ -196,26 +195,13 @@ void CCircuitEditorData::saveRecords(QDomDocument document, QDomElement parent) 
 }
 
 void CCircuitEditorData::loadRecords(const QDomElement& parent) {
-    ICircuit* circuit = circuitEditor->circuit();
     for (const QDomElement& record :
          xmlUtils->findElements(parent, QStringLiteral("CircuitElement"))) {
         loadElement(record);
     }
-    // The numbers mean something during one load only, so the index lives no longer.
-    m_loadIndex = std::make_unique<QHash<int, ICircuitElement*>>();
-    for (int i = 0; circuit && i < circuit->elementCount(); ++i) {
-        ICircuitElement* element = circuit->element(i);
-        if (!element) {
-            continue;
-        }
-        const int id = element->containerObject()->property(UniqueId).toInt();
-        if (!m_loadIndex->contains(id)) {
-            m_loadIndex->insert(id, element);
-        }
-    }
+    const ElementsById elements = elementsById();
     for (const QDomElement& record :
          xmlUtils->findElements(parent, QStringLiteral("CircuitNode"))) {
-        loadNode(record);
+        loadNode(record, elements);
     }
-    m_loadIndex.reset();
 }

@@ -2,7 +2,6 @@
 
 #include "CCircuitEditorSelection.h"
 
-#include "AnnotationRecords.h"
 #include "CCircuitEditor.h"
 #include "CCircuitEditorElementItem.h"
 #include "CCircuitEditorNodeItem.h"
@@ -17,6 +16,7 @@
 #include "ICircuitNode.h"
 #include "IClipboard.h"
 #include "IQObjectLoadSave.h"
+#include "RecordFields.h"
 #include "XmlText.h"
 
 #include <QApplication>
@@ -30,7 +30,7 @@
 #include <algorithm>
 #include <cmath>
 
-using namespace AnnotationRecords;
+using namespace RecordFields;
 
 namespace {
 
@@ -47,47 +47,42 @@ QDomElement appendElement(QDomDocument document, QDomNode parent, const char* ta
     return element;
 }
 
-/// A white pixmap for that area, and the factor from the area's units to its pixels.
-QPixmap blankIcon(const QRectF& area, double* factor) {
-    *factor = std::min({1.0, LargestIcon / area.width(), LargestIcon / area.height()});
-    QPixmap pixmap(CircuitGeometry::roundedInt(area.width() * *factor),
-                   CircuitGeometry::roundedInt(area.height() * *factor));
+/// A white picture of that size, in units, with what `paint` draws on it: that gets the painter and
+/// the factor from units to pixels. Null for a size of nothing.
+template <class Paint>
+QIcon iconOf(const QSizeF& size, Paint paint) {
+    const double factor = std::min({1.0, LargestIcon / size.width(), LargestIcon / size.height()});
+    QPixmap pixmap(CircuitGeometry::roundedInt(size.width() * factor),
+                   CircuitGeometry::roundedInt(size.height() * factor));
+    if (pixmap.isNull()) {
+        return {};
+    }
     pixmap.fill(Qt::white);
-    return pixmap;
+    QPainter painter(&pixmap);
+    paint(&painter, factor);
+    painter.end();
+    return QIcon(pixmap);
 }
 
 QIcon iconOf(QGraphicsItem* item, const QWidget* widget) {
     const QRectF area = item->boundingRect();
-    double factor = 1;
-    QPixmap pixmap = blankIcon(area, &factor);
-    if (pixmap.isNull()) {
-        return {};
-    }
-    QStyleOptionGraphicsItem option;
-    option.initFrom(widget);
-    option.rect = area.toAlignedRect();
-    option.exposedRect = area;
-    QPainter painter(&pixmap);
-    painter.scale(factor, factor);
-    painter.translate(-area.topLeft());
-    item->paint(&painter, &option, nullptr);
-    painter.end();
-    return QIcon(pixmap);
+    return iconOf(area.size(), [&](QPainter* painter, double factor) {
+        QStyleOptionGraphicsItem option;
+        option.initFrom(widget);
+        option.rect = area.toAlignedRect();
+        option.exposedRect = area;
+        painter->scale(factor, factor);
+        painter->translate(-area.topLeft());
+        item->paint(painter, &option, nullptr);
+    });
 }
 
 QIcon iconOf(QGraphicsScene* scene, const QRectF& area) {
-    double factor = 1;
-    QPixmap pixmap = blankIcon(area, &factor);
-    if (pixmap.isNull()) {
-        return {};
-    }
-    QPainter painter(&pixmap);
-    painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing |
-                           QPainter::SmoothPixmapTransform);
-    scene->render(&painter, QRectF(0, 0, pixmap.width(), pixmap.height()), area,
-                  Qt::KeepAspectRatio);
-    painter.end();
-    return QIcon(pixmap);
+    return iconOf(area.size(), [&](QPainter* painter, double) {
+        painter->setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing |
+                                QPainter::SmoothPixmapTransform);
+        scene->render(painter, painter->viewport(), area, Qt::KeepAspectRatio);
+    });
 }
 
 QRectF sceneRect(const QGraphicsItem* item) {
@@ -174,47 +169,13 @@ void CCircuitEditorSelection::initFromSelectionRect(const QRectF& rect) {
     }
     QDomDocument document = newDocument();
     QDomElement root = appendElement(document, document, "CircuitElementGroup");
+    // In this order: which nets are whole depends on the elements.
+    d->captureElements(document, root, items);
+    d->captureWholeNodes(document, root, items);
+    d->captureTextBoxes(document, root, items);
     QRectF united;
-    const auto capture = [this, &united](QGraphicsItem* item) {
-        d->itemList.append(item);
+    for (const QGraphicsItem* item : qAsConst(d->itemList)) {
         united = united | sceneRect(item);
-    };
-    QSet<ICircuitElement*> captured;
-    const QDomElement elements = appendElement(document, root, "CircuitElements");
-    for (QGraphicsItem* item : qAsConst(items)) {
-        const auto* elementItem = qgraphicsitem_cast<CCircuitEditorElementItem*>(item);
-        if (elementItem && !captured.contains(elementItem->element())) {
-            captured.insert(elementItem->element());
-            d->elementList.append(elementItem->element());
-            capture(item);
-            d->saveElement(document, appendElement(document, elements, "CircuitElement"),
-                           *elementItem);
-        }
-    }
-    const QDomElement nodes = appendElement(document, root, "CircuitNodes");
-    for (QGraphicsItem* item : qAsConst(items)) {
-        const auto* wire = qgraphicsitem_cast<CCircuitEditorNodeItem*>(item);
-        if (!wire) {
-            continue;
-        }
-        ICircuitNode* node = wire->circuitNode();
-        bool isWhole = true;
-        for (int i = 0; isWhole && i < node->elementNodeCount(); ++i) {
-            isWhole = captured.contains(node->elementNode(i)->element());
-        }
-        if (isWhole) {
-            capture(item);
-            d->saveNode(document, nodes, node, qobjectLoadSave());
-        }
-    }
-    const QDomElement textBoxes = appendElement(document, root, "TextBoxes");
-    for (QGraphicsItem* item : qAsConst(items)) {
-        auto* textBox = qgraphicsitem_cast<CCircuitEditorTextBox*>(item);
-        if (textBox && !d->textBoxList.contains(textBox)) {
-            d->textBoxList.append(textBox);
-            capture(item);
-            d->saveTextBox(document, appendElement(document, textBoxes, "TextBox"), *textBox);
-        }
     }
     // The lower left corner is what a paste puts at its point.
     setStoredPosition(root, united.bottomLeft());
@@ -223,6 +184,48 @@ void CCircuitEditorSelection::initFromSelectionRect(const QRectF& rect) {
     d->clipboardToolTip =
         QStringLiteral("Group of %1 elements").arg(d->textBoxList.size() + d->elementList.size());
     emit d->circuitEditor->selectionStateChanged();
+}
+
+void CCircuitEditorSelectionData::captureElements(QDomDocument document, QDomElement root,
+                                                  const QList<QGraphicsItem*>& items) {
+    const QDomElement parent = appendElement(document, root, "CircuitElements");
+    for (QGraphicsItem* item : items) {
+        if (const auto* elementItem = qgraphicsitem_cast<CCircuitEditorElementItem*>(item)) {
+            elementList.append(elementItem->element());
+            itemList.append(item);
+            saveElement(document, appendElement(document, parent, "CircuitElement"), *elementItem);
+        }
+    }
+}
+
+void CCircuitEditorSelectionData::captureWholeNodes(QDomDocument document, QDomElement root,
+                                                    const QList<QGraphicsItem*>& items) {
+    const QDomElement parent = appendElement(document, root, "CircuitNodes");
+    const QSet<ICircuitElement*> captured(elementList.begin(), elementList.end());
+    for (QGraphicsItem* item : items) {
+        const auto* wire = qgraphicsitem_cast<CCircuitEditorNodeItem*>(item);
+        ICircuitNode* node = wire ? wire->circuitNode() : nullptr;
+        bool isWhole = node;
+        for (int i = 0; isWhole && i < node->elementNodeCount(); ++i) {
+            isWhole = captured.contains(node->elementNode(i)->element());
+        }
+        if (isWhole) {
+            itemList.append(item);
+            saveNode(document, parent, node, circuitEditor->qobjectLoadSave());
+        }
+    }
+}
+
+void CCircuitEditorSelectionData::captureTextBoxes(QDomDocument document, QDomElement root,
+                                                   const QList<QGraphicsItem*>& items) {
+    const QDomElement parent = appendElement(document, root, "TextBoxes");
+    for (QGraphicsItem* item : items) {
+        if (auto* textBox = qgraphicsitem_cast<CCircuitEditorTextBox*>(item)) {
+            textBoxList.append(textBox);
+            itemList.append(item);
+            saveTextBox(document, appendElement(document, parent, "TextBox"), *textBox);
+        }
+    }
 }
 
 void CCircuitEditorSelectionData::saveElement(QDomDocument document, QDomElement record,

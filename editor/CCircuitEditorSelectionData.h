@@ -23,7 +23,16 @@ class QRectF;
 /// Private data of a selection, shared by its two sources.
 class CCircuitEditorSelectionData {
 public:
-    // Capture. Each writer appends a record to the parent.
+    // Capture. Each takes its kind of the items into the lists, and their records into a list of
+    // its own below the root.
+    void captureElements(QDomDocument document, QDomElement root,
+                         const QList<QGraphicsItem*>& items);
+    /// The nets all of whose elements are captured.
+    void captureWholeNodes(QDomDocument document, QDomElement root,
+                           const QList<QGraphicsItem*>& items);
+    void captureTextBoxes(QDomDocument document, QDomElement root,
+                          const QList<QGraphicsItem*>& items);
+    // Each writer appends a record to the parent.
     void saveElement(QDomDocument document, QDomElement record,
                      const CCircuitEditorElementItem& item);
     void saveNode(QDomDocument document, QDomElement parent, ICircuitNode* node,

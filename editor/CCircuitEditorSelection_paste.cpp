@@ -1,6 +1,5 @@
 // Paste: from a clipboard document to new elements, nets and text boxes.
 
-#include "AnnotationRecords.h"
 #include "CCircuitEditor.h"
 #include "CCircuitEditorElementItem.h"
 #include "CCircuitEditorNodeItem.h"
@@ -17,13 +16,14 @@
 #include "IEditableProperties.h"
 #include "IQObjectLoadSave.h"
 #include "IXmlUtils.h"
+#include "RecordFields.h"
 
 #include <QApplication>
 #include <QClipboard>
 #include <QGraphicsItem>
 #include <QXmlStreamReader>
 
-using namespace AnnotationRecords;
+using namespace RecordFields;
 
 namespace {
 
@@ -263,12 +263,7 @@ QRectF CCircuitEditorSelectionData::movePasted(const QPointF& offset) {
     for (QGraphicsItem* item : QList<QGraphicsItem*>(pastedItemList)) {
         item->setPos(item->pos() + offset);
     }
-    for (QGraphicsItem* item : qAsConst(pastedItemList)) {
-        // While an element moves its wires are routed from where it was.
-        if (auto* wire = qgraphicsitem_cast<CCircuitEditorNodeItem*>(item)) {
-            wire->updateNode();
-        }
-    }
+    CCircuitEditorNodeItem::updateWiresOf(pastedItemList);
     circuitEditor->setInternalMove(false);
     for (const QGraphicsItem* item : qAsConst(pastedItemList)) {
         bounds = bounds | item->mapToScene(item->boundingRect()).boundingRect();

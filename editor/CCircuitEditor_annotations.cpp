@@ -154,11 +154,3 @@ void CCircuitEditor::on_textBoxSelected(CCircuitEditorTextBox* textBox) {
         d->selection->initFromItem(textBox);
     }
 }
-
-bool CCircuitEditor::isRouteEmptyShapes() const {
-    return d->routeEmptyShapes;
-}
-
-void CCircuitEditor::setRouteEmptyShapes(bool on) {
-    d->routeEmptyShapes = on;
-}

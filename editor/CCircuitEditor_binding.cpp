@@ -61,17 +61,29 @@ void CCircuitEditor::setCircuitSolver(ICircuitSolver* solver) {
     }
 }
 
+CCircuitEditorElementItem* CCircuitEditor::makeItem(ICircuitElement* element) {
+    auto* item = new CCircuitEditorElementItem(this);
+    item->setElement(element);
+    item->setVisible(true);
+    d->elementItemMap.insert(element, item);
+    return item;
+}
+
+CCircuitEditorNodeItem* CCircuitEditor::makeItem(ICircuitNode* node) {
+    auto* item = new CCircuitEditorNodeItem(this);
+    item->setCircuitNode(node);
+    item->setVisible(true);
+    d->nodeItemMap.insert(node, item);
+    return item;
+}
+
 void CCircuitEditor::on_elementAdded(ICircuitElement* element) {
     unhighlight();
     if (!d->scene || d->elementItemMap.contains(element) || !element ||
         element->circuit() != circuit()) {
         return;
     }
-    auto* item = new CCircuitEditorElementItem(this);
-    item->setElement(element);
-    item->setVisible(true);
-    d->elementItemMap.insert(element, item);
-    snapToGrid(item);
+    snapToGrid(makeItem(element));
     connect(element->containerObject(), SIGNAL(elementChanged()), this, SLOT(on_elementChanged()));
 }
 
@@ -91,10 +103,7 @@ void CCircuitEditor::on_nodeAdded(ICircuitNode* node) {
     if (!d->scene || d->nodeItemMap.contains(node) || !node || node->circuit() != circuit()) {
         return;
     }
-    auto* item = new CCircuitEditorNodeItem(this);
-    item->setCircuitNode(node);
-    item->setVisible(true);
-    d->nodeItemMap.insert(node, item);
+    makeItem(node);
     const QObject* object = node->containerObject();
     connect(object, SIGNAL(elementNodeAdded(ICircuitElementNode*)), this,
             SLOT(on_circuitElementNodeAdded(ICircuitElementNode*)));

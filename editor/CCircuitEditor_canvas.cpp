@@ -246,21 +246,19 @@ void CCircuitEditor::sendToBack(QGraphicsItem* item) {
 }
 
 void CCircuitEditor::highlight(ICircuitNode* node) {
-    if (QGraphicsItem* item = itemFor(node)) {
-        d->scene->setHighlightedItem(item);
-        updateViewport();
-    }
+    highlightItem(itemFor(node));
 }
 
 void CCircuitEditor::highlight(ICircuitElement* element) {
-    if (QGraphicsItem* item = itemFor(element)) {
-        d->scene->setHighlightedItem(item);
-        updateViewport();
-    }
+    highlightItem(itemFor(element));
 }
 
 void CCircuitEditor::highlight(ICircuitElementNode* elementNode) {
-    if (QGraphicsItem* item = itemFor(elementNode)) {
+    highlightItem(itemFor(elementNode));
+}
+
+void CCircuitEditor::highlightItem(QGraphicsItem* item) {
+    if (item) {
         d->scene->setHighlightedItem(item);
         updateViewport();
     }

@@ -12,7 +12,6 @@
 #include <QPointer>
 #include <QPrinter>
 #include <QProcess>
-#include <QScopedValueRollback>
 #include <QScreen>
 #include <QSvgGenerator>
 #include <QTemporaryDir>
@@ -40,6 +39,28 @@ public:
     WaitCursor() { QApplication::setOverrideCursor(Qt::WaitCursor); }
     ~WaitCursor() { QApplication::restoreOverrideCursor(); }
     Q_DISABLE_COPY(WaitCursor)
+};
+
+/// No grid and nothing selected, for as long as it lives. Dialogs run event loops of their own, in
+/// which the editor may be deleted, and its data with it.
+class PictureTime {
+public:
+    PictureTime(const CCircuitEditor* editor, CCircuitEditorData* data)
+        : m_editor(editor), m_data(data), m_wasGridVisible(data->gridVisible) {
+        data->gridVisible = false;
+        data->scene->clearSelection();
+    }
+    ~PictureTime() {
+        if (m_editor) {
+            m_data->gridVisible = m_wasGridVisible;
+        }
+    }
+    Q_DISABLE_COPY(PictureTime)
+
+private:
+    QPointer<const CCircuitEditor> m_editor;
+    CCircuitEditorData* m_data;
+    bool m_wasGridVisible;
 };
 
 /// An empty target means the whole device.
@@ -133,7 +154,6 @@ bool CCircuitEditorData::writePicture(CCircuitEditor::CaptureFormat format,
 }
 
 void CCircuitEditor::captureTo(CaptureFormat format) {
-    // Dialogs run event loops of their own, in which the editor may be deleted.
     const QPointer<CCircuitEditor> self(this);
     const QString name = QString::fromLatin1(Names[format].message);
     const QString fileName = QFileDialog::getSaveFileName(
@@ -143,25 +163,19 @@ void CCircuitEditor::captureTo(CaptureFormat format) {
         return;
     }
     // The grid stays away until the box has been answered.
-    const bool wasGridVisible = d->gridVisible;
-    d->gridVisible = false;
-    d->scene->clearSelection();
+    const PictureTime time(this, d.get());
     d->writePicture(format, fileName);
     QMessageBox::information(
         this, QStringLiteral("%1 saved").arg(name),
         QStringLiteral("The circuit diagram was saved into the %1 file").arg(name),
         QMessageBox::Ok);
-    if (self) {
-        d->gridVisible = wasGridVisible;
-    }
 }
 
 bool CCircuitEditor::captureToFile(int format, const QString& fileName) {
     if (format < PS || format > SVG) {
         return false;
     }
-    const QScopedValueRollback<bool> gridOff(d->gridVisible, false);
-    d->scene->clearSelection();
+    const PictureTime time(this, d.get());
     return d->writePicture(static_cast<CaptureFormat>(format), fileName);
 }
 
@@ -186,10 +200,7 @@ void CCircuitEditor::captureToSVG() {
 }
 
 void CCircuitEditor::captureToClipboard() {
-    const QPointer<CCircuitEditor> self(this);
-    const bool wasGridVisible = d->gridVisible;
-    d->gridVisible = false;
-    d->scene->clearSelection();
+    const PictureTime time(this, d.get());
     const QRectF source = d->scene->itemsBoundingRect();
     // Unlike a file, the clipboard's picture follows the present zoom.
     const QSize size = mapFromScene(source).boundingRect().size();
@@ -201,7 +212,4 @@ void CCircuitEditor::captureToClipboard() {
     QMessageBox::information(this, QStringLiteral("Copied"),
                              QStringLiteral("The circuit diagram was copied into the clipboard"),
                              QMessageBox::Ok);
-    if (self) {
-        d->gridVisible = wasGridVisible;
-    }
 }

@@ -74,34 +74,32 @@ void CCircuitEditor::deleteTerminalOf(ICircuitNode* node, ICircuitElementNode* e
     const QPointer<QObject> guard(node->containerObject());
     unhighlight();
     // Whoever heard of that may have cut the net or the terminal off.
-    if (!self || !guard || !nodeItem(node) || !isOn(node, elementNode)) {
+    if (!self || !guard || !d->circuitSolver || !nodeItem(node) || !isOn(node, elementNode)) {
         return;
     }
     if (node->elementNodeCount() == 2) {
         on_removeNodeRequest(node);
         return;
     }
-    CCircuitEditorNodeItem* wire = nodeItem(node);
-    const QGraphicsItem* marker = itemFor(elementNode);
-    // An automatic wire is routed anew by what follows; of one laid by hand the terminal's branch
-    // goes. Where that branch is none of its own the wire can't be kept as it was laid.
-    const bool wasLaid = wire->isManuallyConnected();
-    QPainterPath kept;
-    if (wasLaid && marker) {
-        kept = withoutBranchesTo(wire->mapFromItem(marker, QPointF(0, 0)), wire->internalShape());
-    }
-    if (!d->circuitSolver || !d->circuitSolver->breakConnection(elementNode, node) || !self) {
+    // An automatic wire is routed anew by what follows.
+    const bool wasLaid = nodeItem(node)->isManuallyConnected();
+    const QPainterPath rest = wasLaid ? wireWithout(elementNode, node) : QPainterPath();
+    if (!d->circuitSolver->breakConnection(elementNode, node) || !self) {
         return;
     }
-    wire = guard ? nodeItem(node) : nullptr;
-    if (wire && wasLaid) {
-        if (kept.isEmpty()) {
-            wire->setManuallyConnected(false);
-        } else {
-            wire->addShape(kept, true);
-        }
+    CCircuitEditorNodeItem* wire = guard ? nodeItem(node) : nullptr;
+    if (wire && !rest.isEmpty()) {
+        wire->addShape(rest, true);
+    } else if (wire && wasLaid) {
+        wire->setManuallyConnected(false);
     }
-    if (self) {
-        emit projectPartModified();
-    }
+    emit projectPartModified();
+}
+
+QPainterPath CCircuitEditor::wireWithout(ICircuitElementNode* elementNode, ICircuitNode* node) {
+    const QGraphicsItem* marker = itemFor(elementNode);
+    const CCircuitEditorNodeItem* wire = nodeItem(node);
+    return marker
+               ? withoutBranchesTo(wire->mapFromItem(marker, QPointF(0, 0)), wire->internalShape())
+               : QPainterPath();
 }

@@ -1,6 +1,5 @@
 // The inside of a sub-circuit, drawn as its stored project has it and not tied to its signals.
 
-#include "AnnotationRecords.h"
 #include "CCircuitEditorData.h"
 #include "CCircuitEditorElementItem.h"
 #include "CCircuitEditorNodeItem.h"
@@ -11,6 +10,7 @@
 #include "ICircuitElementDesc.h"
 #include "ICircuitNode.h"
 #include "ISubCircuitElementDesc.h"
+#include "RecordFields.h"
 
 #include <Plexa/DomAccess.h>
 
@@ -50,7 +50,7 @@ QPainterPath wholePath(const QDomElement& record) {
          point = point.nextSiblingElement(tag)) {
         points.append(point);
     }
-    QPainterPath path = AnnotationRecords::storedPath(points);
+    QPainterPath path = RecordFields::storedPath(points);
     for (int i = 0; i < path.elementCount(); ++i) {
         const QPainterPath::Element at = path.elementAt(i);
         path.setElementPositionAt(i, std::trunc(at.x), std::trunc(at.y));
@@ -91,12 +91,9 @@ void CCircuitEditor::showElements(ICircuit* circuit, const QList<QDomElement>& r
             continue;
         }
         unhighlight();
-        auto* item = new CCircuitEditorElementItem(this);
-        item->setElement(element);
-        item->setVisible(true);
+        CCircuitEditorElementItem* item = makeItem(element);
         // A missing record has no attributes: the element stands at the origin.
-        item->setPos(AnnotationRecords::storedPosition(records.value(i)));
-        d->elementItemMap.insert(element, item);
+        item->setPos(RecordFields::storedPosition(records.value(i)));
         snapToGrid(item);
     }
 }
@@ -108,11 +105,8 @@ void CCircuitEditor::showNodes(ICircuit* circuit, const QList<QDomElement>& reco
             continue;
         }
         unhighlight();
-        auto* item = new CCircuitEditorNodeItem(this);
-        item->setCircuitNode(node);
-        item->setVisible(true);
+        CCircuitEditorNodeItem* item = makeItem(node);
         item->setManuallyConnected(false);
-        d->nodeItemMap.insert(node, item);
         const QPainterPath path = wholePath(records.value(i));
         if (!path.isEmpty() || !d->routeEmptyShapes) {
             item->addShape(path, true);

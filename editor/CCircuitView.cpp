@@ -99,7 +99,6 @@ void CCircuitView::mousePressEvent(QMouseEvent* event) {
     }
     if (chosen && object) {
         m_dialog->setElementProperty(element, chosen->text());
-        update();
     } else {
         m_dialog->setElementProperty(nullptr, QString());
     }

@@ -58,11 +58,15 @@ void CElementExistenceCmd::recreateElement() {
     m_elementObject = object;
 }
 
-void CElementExistenceCmd::removeElement() {
+bool CElementExistenceCmd::isInCircuit() const {
+    const bool isAlive = m_element && m_elementGuard;
+    // An object that its model has dropped may live on until the event loop runs; its item is gone.
     const CCircuitEditor* editor = CCircuitEditorCmds::CircuitEditor;
-    // An object that its model has dropped may live on until the event loop runs.
-    const bool isDropped = editor && !editor->elementItem(m_element);
-    if (!m_element || !m_elementGuard || isDropped || !CCircuitEditorCmds::Circuit) {
+    return isAlive && (!editor || editor->elementItem(m_element));
+}
+
+void CElementExistenceCmd::removeElement() {
+    if (!isInCircuit() || !CCircuitEditorCmds::Circuit) {
         return;
     }
     if (CCircuitEditorCmds::CircuitSolver) {

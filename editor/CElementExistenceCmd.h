@@ -19,6 +19,8 @@ protected:
     void removeElement();
 
 private:
+    bool isInCircuit() const;
+
     // Null while the element is out of the circuit.
     ICircuitElement* m_element = nullptr;
     QObject* m_elementObject = nullptr;

@@ -1,7 +1,7 @@
 #include "CElementPropertyChangeCmd.h"
 
 #include "CCircuitEditorCmds.h"
-#include "IEditableProperties.h"
+#include "PropertyLookup.h"
 
 #include <QMetaObject>
 
@@ -22,13 +22,8 @@ void CElementPropertyChangeCmd::cachePropertyInfo() {
     if (m_object->metaObject()->indexOfProperty(m_propertyName.toLocal8Bit().constData()) >= 0) {
         return;
     }
-    auto* properties = qobject_cast<IEditableProperties*>(m_object.data());
-    for (int i = 0; properties && i < properties->propertyCount(); ++i) {
-        if (properties->propertyName(i) == m_propertyName) {
-            m_propertyIndex = i;
-            return;
-        }
-    }
+    m_propertyIndex =
+        indexOfProperty(qobject_cast<IEditableProperties*>(m_object.data()), m_propertyName);
 }
 
 void CElementPropertyChangeCmd::setPropertyValue(const QVariant& value) {

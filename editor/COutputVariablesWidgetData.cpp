@@ -4,7 +4,7 @@
 #include "ICircuitElementNode.h"
 #include "ICircuitNode.h"
 #include "ICircuitOutputVariable.h"
-#include "IEditableProperties.h"
+#include "PropertyLookup.h"
 
 namespace {
 
@@ -62,12 +62,8 @@ QString COutputVariablesWidgetData::externalNodeName(ICircuitElement* element,
     auto* properties = element && elementNode
                            ? qobject_cast<IEditableProperties*>(element->containerObject())
                            : nullptr;
-    for (int i = 0; properties && i < properties->propertyCount(); ++i) {
-        if (properties->propertyName(i) == elementNode->name()) {
-            return properties->propertyValue(i).toString();
-        }
-    }
-    return {};
+    const int index = properties ? indexOfProperty(properties, elementNode->name()) : -1;
+    return index >= 0 ? properties->propertyValue(index).toString() : QString();
 }
 
 ICircuitElement* COutputVariablesWidgetData::findCircuitElement(QString name) const {

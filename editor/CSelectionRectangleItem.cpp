@@ -113,14 +113,7 @@ void CSelectionRectangleItem::moveGroup(const QPointF& step) {
         }
         item->setPos(item->pos() + snapped);
     }
-    // While an element moves its wires are routed from where it was.
-    for (QGraphicsItem* item : QList<QGraphicsItem*>(m_itemList)) {
-        if (auto* wire = qgraphicsitem_cast<CCircuitEditorNodeItem*>(item)) {
-            wire->updateNode();
-        } else if (auto* element = qgraphicsitem_cast<CCircuitEditorElementItem*>(item)) {
-            element->updateCircuitNodes();
-        }
-    }
+    CCircuitEditorNodeItem::updateWiresOf(m_itemList);
     m_editor->setInternalMove(false);
     setRect(rect().translated(snapped));
 }

@@ -1,4 +1,4 @@
-#include "AnnotationRecords.h"
+#include "RecordFields.h"
 
 #include "CCircuitEditorTextBox.h"
 #include "CircuitGeometry.h"
@@ -38,28 +38,28 @@ QString colorName(const QColor& color) {
 
 }  // namespace
 
-QPointF AnnotationRecords::storedPosition(const QDomElement& record) {
+QPointF RecordFields::storedPosition(const QDomElement& record) {
     return {storedCoordinate(record, QStringLiteral("X")),
             storedCoordinate(record, QStringLiteral("Y"))};
 }
 
-void AnnotationRecords::setStoredPosition(QDomElement& record, const QPointF& position) {
+void RecordFields::setStoredPosition(QDomElement& record, const QPointF& position) {
     record.setAttribute(QStringLiteral("X"), position.x());
     record.setAttribute(QStringLiteral("Y"), position.y());
 }
 
-QRectF AnnotationRecords::storedRect(const QDomElement& record) {
+QRectF RecordFields::storedRect(const QDomElement& record) {
     return {storedPosition(record), QSizeF(storedCoordinate(record, QStringLiteral("Width")),
                                            storedCoordinate(record, QStringLiteral("Height")))};
 }
 
-void AnnotationRecords::setStoredRect(QDomElement& record, const QRectF& rect) {
+void RecordFields::setStoredRect(QDomElement& record, const QRectF& rect) {
     setStoredPosition(record, rect.topLeft());
     record.setAttribute(QStringLiteral("Width"), rect.width());
     record.setAttribute(QStringLiteral("Height"), rect.height());
 }
 
-QPainterPath AnnotationRecords::storedPath(const QList<QDomElement>& shapeElements) {
+QPainterPath RecordFields::storedPath(const QList<QDomElement>& shapeElements) {
     QPainterPath path;
     for (const QDomElement& element : shapeElements) {
         switch (element.attribute(QStringLiteral("Type")).toInt()) {
@@ -76,7 +76,7 @@ QPainterPath AnnotationRecords::storedPath(const QList<QDomElement>& shapeElemen
     return path;
 }
 
-void AnnotationRecords::setStoredColors(QDomElement& record, const CCircuitEditorTextBox& box) {
+void RecordFields::setStoredColors(QDomElement& record, const CCircuitEditorTextBox& box) {
     for (const ColorField& field : ColorFields) {
         const QColor color = (box.*field.get)();
         const QColor standard = TextBoxColors::standard(field.palette);
@@ -86,7 +86,7 @@ void AnnotationRecords::setStoredColors(QDomElement& record, const CCircuitEdito
     }
 }
 
-void AnnotationRecords::applyStoredColors(const QDomElement& record, CCircuitEditorTextBox* box) {
+void RecordFields::applyStoredColors(const QDomElement& record, CCircuitEditorTextBox* box) {
     for (const ColorField& field : ColorFields) {
         if (record.hasAttribute(QLatin1String(field.attribute))) {
             (box->*field.set)(
@@ -95,8 +95,7 @@ void AnnotationRecords::applyStoredColors(const QDomElement& record, CCircuitEdi
     }
 }
 
-void AnnotationRecords::appendCData(QDomDocument document, QDomElement& record,
-                                    const QString& text) {
+void RecordFields::appendCData(QDomDocument document, QDomElement& record, const QString& text) {
     const QString end = QStringLiteral("]]>");
     QString rest = xmlText(text);
     for (int at = rest.indexOf(end); at >= 0; at = rest.indexOf(end)) {

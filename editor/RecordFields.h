@@ -9,8 +9,8 @@ class CCircuitEditorTextBox;
 class QPainterPath;
 class QString;
 
-/// What the records of files and of the clipboard have in common.
-namespace AnnotationRecords {
+/// Fields that several kinds of record have, in files and on the clipboard.
+namespace RecordFields {
 
 /// "X" and "Y"; 0 for what is no number, and nothing that lies beyond all drawings.
 QPointF storedPosition(const QDomElement& record);
@@ -30,4 +30,4 @@ void applyStoredColors(const QDomElement& record, CCircuitEditorTextBox* box);
 /// Appends the text as CDATA: one section, or several where the text holds the mark that ends one.
 void appendCData(QDomDocument document, QDomElement& record, const QString& text);
 
-}  // namespace AnnotationRecords
+}  // namespace RecordFields

@@ -1,14 +1,14 @@
 // The records of annotations in projects.
 
-#include "AnnotationRecords.h"
 #include "CCircuitEditorData.h"
 #include "CCircuitEditorGlobaParamTextBox.h"
 #include "CCircuitEditorTextBox.h"
 #include "CCircuitElementPropertyTextBox.h"
 #include "ICircuitElement.h"
+#include "RecordFields.h"
 #include "XmlText.h"
 
-using namespace AnnotationRecords;
+using namespace RecordFields;
 
 namespace {
 

@@ -24,6 +24,9 @@ public:
     virtual QList<Plexa::AboutPerson> credits() const = 0;
     virtual QString license() const = 0;
     virtual QString copyrightStatement() const = 0;
+
+protected:
+    ~IAboutData() = default;
 };
 
 Q_DECLARE_INTERFACE(IAboutData, "com.tesmira.IAboutData/1.0")

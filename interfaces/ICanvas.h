@@ -52,6 +52,9 @@ public:
     /// Signals, relayed from the undo stack.
     virtual void canUndoChanged(bool val) = 0;
     virtual void canRedoChanged(bool val) = 0;
+
+protected:
+    ~ICanvas() = default;
 };
 
 Q_DECLARE_INTERFACE(ICanvas, "com.tesmira.ICanvas/1.0")

@@ -65,6 +65,9 @@ public:
     virtual int modelCount() = 0;
     virtual QString modelName(int index) = 0;
     virtual QString modelFile(int index) = 0;
+
+protected:
+    ~ICircuit() = default;
 };
 
 Q_DECLARE_INTERFACE(ICircuit, "com.tesmira.ICircuit/1.0")

@@ -45,6 +45,9 @@ public:
     virtual void elementUnselected(ICircuitElement* element) = 0;
     virtual void nodeSelected(ICircuitNode* node) = 0;
     virtual void nodeUnselected(ICircuitNode* node) = 0;
+
+protected:
+    ~ICircuitEditor() = default;
 };
 
 Q_DECLARE_INTERFACE(ICircuitEditor, "com.tesmira.ICircuitEditor/1.0")

@@ -20,6 +20,9 @@ public:
     virtual QGraphicsItem* itemFor(ICircuitElement* element) = 0;
     virtual QGraphicsItem* itemFor(ICircuitElementNode* elementNode) = 0;
     virtual QGraphicsItem* itemFor(ICircuitNode* node) = 0;
+
+protected:
+    ~ICircuitEditorExt() = default;
 };
 
 Q_DECLARE_INTERFACE(ICircuitEditorExt, "com.tesmira.ICircuitEditorExt/1.0")

@@ -42,6 +42,9 @@ public:
     virtual IXmlUtils* xmlUtils() const = 0;
     virtual void setReadOnly(bool readOnly) = 0;
     virtual bool isReadOnly() const = 0;
+
+protected:
+    ~ICircuitEditorExt2() = default;
 };
 
 Q_DECLARE_INTERFACE(ICircuitEditorExt2, "com.tesmira.ICircuitEditorExt2/1.0")

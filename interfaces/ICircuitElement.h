@@ -35,6 +35,9 @@ public:
     virtual void setModelName(QString name) = 0;
     /// The device model assigned to the element, empty if none.
     virtual QString modelName() = 0;
+
+protected:
+    ~ICircuitElement() = default;
 };
 
 Q_DECLARE_INTERFACE(ICircuitElement, "com.tesmira.ICircuitElement/1.0")

@@ -22,6 +22,9 @@ public:
     virtual int category() = 0;
     /// Facts on the type; "#display" lists, divided by blanks, the properties worth showing.
     virtual Plexa::DataStore info() = 0;
+
+protected:
+    ~ICircuitElementDesc() = default;
 };
 
 Q_DECLARE_INTERFACE(ICircuitElementDesc, "com.tesmira.ICircuitElementDesc/1.0")

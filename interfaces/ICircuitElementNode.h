@@ -19,6 +19,9 @@ public:
     virtual QPointF position() = 0;
     /// Colour of the terminal and of a wire that starts at it.
     virtual QColor color() = 0;
+
+protected:
+    ~ICircuitElementNode() = default;
 };
 
 Q_DECLARE_INTERFACE(ICircuitElementNode, "com.tesmira.ICircuitElementNode/1.0")

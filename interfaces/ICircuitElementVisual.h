@@ -16,6 +16,9 @@ public:
     virtual QPointF pictureOffset() = 0;
     /// Vector picture, null if there is only a bitmap. Owned by the visual.
     virtual QSvgRenderer* renderer() = 0;
+
+protected:
+    ~ICircuitElementVisual() = default;
 };
 
 Q_DECLARE_INTERFACE(ICircuitElementVisual, "com.tesmira.ICircuitElementVisual/1.0")

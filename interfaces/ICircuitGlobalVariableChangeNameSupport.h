@@ -9,6 +9,9 @@ class ICircuitGlobalVariableChangeNameSupport : public virtual IContainer {
 public:
     /// Renames the parameter at row `index`; true if anything changed.
     virtual bool changeGlobalVariableName(int index, QString name) = 0;
+
+protected:
+    ~ICircuitGlobalVariableChangeNameSupport() = default;
 };
 
 Q_DECLARE_INTERFACE(ICircuitGlobalVariableChangeNameSupport,

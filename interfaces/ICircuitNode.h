@@ -20,6 +20,9 @@ public:
     virtual int wireClearance() = 0;
     /// One letter, as for a terminal.
     virtual QString type() = 0;
+
+protected:
+    ~ICircuitNode() = default;
 };
 
 Q_DECLARE_INTERFACE(ICircuitNode, "com.tesmira.ICircuitNode/1.0")

@@ -24,6 +24,9 @@ public:
     virtual ICircuitNode* node() = 0;
     /// Name of the element variable; may be empty.
     virtual QString elementVarName() = 0;
+
+protected:
+    ~ICircuitOutputVariable() = default;
 };
 
 Q_DECLARE_INTERFACE(ICircuitOutputVariable, "com.tesmira.ICircuitOutputVariable/1.0")

@@ -7,6 +7,9 @@ class ICircuitOutputVariableReorderSupport : public virtual IContainer {
 public:
     /// Moves the variable at row `from` to row `to`; rows out of range change nothing.
     virtual void moveOutputVariable(int from, int to) = 0;
+
+protected:
+    ~ICircuitOutputVariableReorderSupport() = default;
 };
 
 Q_DECLARE_INTERFACE(ICircuitOutputVariableReorderSupport,

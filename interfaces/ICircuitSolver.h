@@ -30,6 +30,9 @@ public:
     virtual bool disconnectElement(ICircuitElement* element) = 0;
     /// Cuts the connections between two elements.
     virtual bool disconnectElement(ICircuitElement* a, ICircuitElement* b) = 0;
+
+protected:
+    ~ICircuitSolver() = default;
 };
 
 Q_DECLARE_INTERFACE(ICircuitSolver, "com.tesmira.ICircuitSolver/1.0")

@@ -9,6 +9,9 @@ class ICircuitStringGlobalVariableSupport : public virtual IContainer {
 public:
     virtual void addStringGlobalVariable(QString name, QString value) = 0;
     virtual bool isStringGlobalVariable(int index) = 0;
+
+protected:
+    ~ICircuitStringGlobalVariableSupport() = default;
 };
 
 Q_DECLARE_INTERFACE(ICircuitStringGlobalVariableSupport,

@@ -9,6 +9,9 @@ class ICircuitTitle : public virtual IContainer {
 public:
     virtual void setTitle(QString title) = 0;
     virtual QString title() = 0;
+
+protected:
+    ~ICircuitTitle() = default;
 };
 
 Q_DECLARE_INTERFACE(ICircuitTitle, "com.tesmira.ICircuitTitle/1.0")

@@ -16,6 +16,9 @@ public:
     /// Number of entries of the active context.
     virtual int dataCount() = 0;
     virtual ClipboardData data(int index) = 0;
+
+protected:
+    ~IClipboard() = default;
 };
 
 Q_DECLARE_INTERFACE(IClipboard, "com.tesmira.IClipboard/1.0")

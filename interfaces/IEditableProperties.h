@@ -16,6 +16,9 @@ public:
     virtual void setPropertyValue(int index, QVariant value) = 0;
     /// The value as display text.
     virtual QString propertyValueString(int index) = 0;
+
+protected:
+    ~IEditableProperties() = default;
 };
 
 Q_DECLARE_INTERFACE(IEditableProperties, "com.tesmira.IEditableProperties/1.0")

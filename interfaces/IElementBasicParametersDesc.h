@@ -13,6 +13,9 @@ public:
     virtual Plexa::DataStore realParameters() = 0;
     virtual Plexa::DataStore outputVariables() = 0;
     virtual Plexa::DataStore outputACVariables() = 0;
+
+protected:
+    ~IElementBasicParametersDesc() = default;
 };
 
 Q_DECLARE_INTERFACE(IElementBasicParametersDesc, "com.tesmira.IElementBasicParametersDesc/1.0")

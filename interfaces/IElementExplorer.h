@@ -10,6 +10,9 @@ class IElementExplorer : public virtual IContainer {
 public:
     /// Complete type name of the chosen entry, empty if none is chosen.
     virtual QString selectedElementName() = 0;
+
+protected:
+    ~IElementExplorer() = default;
 };
 
 Q_DECLARE_INTERFACE(IElementExplorer, "com.tesmira.IElementExplorer/1.0")

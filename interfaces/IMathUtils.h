@@ -32,6 +32,9 @@ public:
     /// joined by + - * / and parentheses, as in "{2*Rload + 1k}". The value of a parameter may be
     /// an expression, too.
     virtual Evaluation evaluate(const QString& text, const Lookup& lookup) = 0;
+
+protected:
+    ~IMathUtils() = default;
 };
 
 Q_DECLARE_INTERFACE(IMathUtils, "com.tesmira.IMathUtils/1.0")

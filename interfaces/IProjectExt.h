@@ -9,6 +9,9 @@ class IProjectExt : public virtual IContainer {
 public:
     /// File name of the current project; a file that doesn't exist means an unsaved project.
     virtual QString projectFileName() = 0;
+
+protected:
+    ~IProjectExt() = default;
 };
 
 Q_DECLARE_INTERFACE(IProjectExt, "com.tesmira.IProjectExt/1.0")

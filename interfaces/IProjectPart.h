@@ -22,6 +22,9 @@ public:
 
     /// Signal: there is something to save.
     virtual void projectPartModified() = 0;
+
+protected:
+    ~IProjectPart() = default;
 };
 
 Q_DECLARE_INTERFACE(IProjectPart, "com.tesmira.IProjectPart/1.0")

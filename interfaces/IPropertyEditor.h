@@ -14,6 +14,9 @@ public:
     virtual void setObject(QObject* object, bool forceReload) = 0;
     /// The object now shown, or null.
     virtual QObject* object() = 0;
+
+protected:
+    ~IPropertyEditor() = default;
 };
 
 Q_DECLARE_INTERFACE(IPropertyEditor, "com.tesmira.IPropertyEditor/1.0")

@@ -14,6 +14,9 @@ public:
     virtual void save(QObject* object, QDomDocument document, QDomElement element) = 0;
     /// Reads them back; properties that the record doesn't hold keep their values.
     virtual void load(QObject* object, QDomDocument document, QDomElement element) = 0;
+
+protected:
+    ~IQObjectLoadSave() = default;
 };
 
 Q_DECLARE_INTERFACE(IQObjectLoadSave, "com.tesmira.IQObjectLoadSave/1.0")

@@ -16,6 +16,9 @@ public:
     virtual QDomElement findElement(QDomElement parent, QString tag) = 0;
     /// Reads the binary payload held by an element; empty if it holds none.
     virtual void loadBinaryData(QDomElement element, QByteArray& data) = 0;
+
+protected:
+    ~IXmlUtils() = default;
 };
 
 Q_DECLARE_INTERFACE(IXmlUtils, "com.tesmira.IXmlUtils/1.0")

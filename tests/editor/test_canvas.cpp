@@ -254,9 +254,9 @@ TEST_F(Canvas, LooksUpItemsWithoutLeavingEntries) {
         EXPECT_EQ(editor->elementNodeFromItem(row.item), row.terminal);
         EXPECT_EQ(editor->circuitNodeFromItem(row.item), row.node);
     }
-    const std::unique_ptr<ICircuitElement> stranger(
-        factory.createElement(QStringLiteral("Resistor.Basic")));
-    EXPECT_EQ(editor->itemFor(stranger.get()), nullptr);
+    ICircuitElement* stranger = factory.createElement(QStringLiteral("Resistor.Basic"));
+    const std::unique_ptr<QObject> owner(stranger->containerObject());
+    EXPECT_EQ(editor->itemFor(stranger), nullptr);
     EXPECT_EQ(editor->itemFor(stranger->elementNode(QStringLiteral("p"))), nullptr);
     EXPECT_EQ(editor->itemFor(static_cast<ICircuitElementNode*>(nullptr)), nullptr);
     // A look-up that left an entry would keep the element from ever being drawn.

@@ -111,3 +111,15 @@ QByteArray circuitFileText(int elementCount) {
     }
     return text + "</VortelCircuit>\n";
 }
+
+QByteArray bigNetFileText(int terminalCount) {
+    const Part resistor = {"Resistor.Basic", "R", "R", "1k"};
+    const int perRow = static_cast<int>(std::ceil(std::sqrt(double(terminalCount))));
+    QByteArray text = "<!DOCTYPE VortelCircuit>\n<VortelCircuit>\n";
+    QByteArray net = "  <CircuitNode Name=\"n1\" X=\"0\" Y=\"0\">\n";
+    for (int id = 0; id < terminalCount; ++id) {
+        text += elementRecord(resistor, id, id % perRow, id / perRow);
+        net += "    <ElementNode Name=\"p\" ElementID=\"" + QByteArray::number(id) + "\"/>\n";
+    }
+    return text + net + "  </CircuitNode>\n</VortelCircuit>\n";
+}

@@ -10,3 +10,7 @@
 /// Every terminal is connected, the nets hold two or three terminals, and all wires are automatic:
 /// each has to be routed. It draws like a circuit but isn't one that works.
 QByteArray circuitFileText(int elementCount);
+
+/// A circuit file with resistors whose one ends are all on one net, of as many terminals as asked
+/// for.
+QByteArray bigNetFileText(int terminalCount);

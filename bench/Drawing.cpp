@@ -19,13 +19,14 @@ const ElementLibrary& shippedLibrary() {
 
 }  // namespace
 
-Drawing::Drawing(int elementCount)
+Drawing::Drawing(int elementCount) : Drawing(circuitFileText(elementCount)) {}
+
+Drawing::Drawing(const QByteArray& circuitFile)
     : factory(shippedLibrary()),
       editor(std::make_unique<CCircuitEditor>()),
       m_file(outputFile(QStringLiteral("generated.ckt"))) {
     QFile file(m_file);
-    const QByteArray text = circuitFileText(elementCount);
-    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size()) {
+    if (!file.open(QIODevice::WriteOnly) || file.write(circuitFile) != circuitFile.size()) {
         qFatal("cannot write %s", qPrintable(m_file));
     }
     editor->setCircuitElementFactory(&factory);

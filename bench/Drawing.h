@@ -17,6 +17,7 @@
 class Drawing {
 public:
     explicit Drawing(int elementCount);
+    explicit Drawing(const QByteArray& circuitFile);
 
     /// Loads the file. What was drawn before goes first.
     void load();

@@ -12,6 +12,7 @@
 #include "ICircuitElementNode.h"
 #include "ICircuitElementVisual.h"
 #include "QtSeries.h"
+#include "SvgPicture.h"
 
 #include <QBitmap>
 #include <QCursor>
@@ -172,7 +173,11 @@ void CCircuitEditorElementItem::paint(QPainter* painter, const QStyleOptionGraph
             default:
                 break;
         }
-        d->renderer->render(painter, box);
+        if (SvgPicture* picture = SvgPicture::under(painter)) {
+            picture->drawSymbol(painter, d->renderer);
+        } else {
+            d->renderer->render(painter, box);
+        }
         painter->restore();
     }
     if (isSelected()) {

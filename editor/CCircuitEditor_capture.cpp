@@ -2,9 +2,11 @@
 
 #include "CCircuitEditorData.h"
 #include "CircuitGeometry.h"
+#include "SvgPicture.h"
 
 #include <QApplication>
 #include <QClipboard>
+#include <QFile>
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QPainter>
@@ -13,7 +15,6 @@
 #include <QPrinter>
 #include <QProcess>
 #include <QScreen>
-#include <QSvgGenerator>
 #include <QTemporaryDir>
 
 namespace {
@@ -120,14 +121,15 @@ bool printPostScript(QGraphicsScene* scene, const QString& fileName, const QRect
 }
 
 bool writeSvg(QGraphicsScene* scene, const QString& fileName, const QRectF& source) {
-    QSvgGenerator generator;
-    generator.setFileName(fileName);
-    // That of the screen, or texts would be written smaller than they are laid out.
-    if (const QScreen* screen = QGuiApplication::primaryScreen()) {
-        generator.setResolution(qRound(screen->logicalDotsPerInchY()));
+    QFile file(fileName);
+    if (!file.open(QIODevice::WriteOnly)) {
+        return false;
     }
-    // A generator without a size has no "whole device": the drawing is written in scene units.
-    return paintScene(scene, &generator, QRectF(QPointF(), source.size()), source);
+    // That of the screen, or texts would be written smaller than they are laid out.
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    SvgPicture picture(&file, screen ? qRound(screen->logicalDotsPerInchY()) : 72);
+    // It has no size and so no "whole device": the drawing is written in scene units.
+    return paintScene(scene, &picture, QRectF(QPointF(), source.size()), source) && file.flush();
 }
 
 }  // namespace

@@ -87,6 +87,11 @@ TEST_F(Capture, PrintedPagesTurnWithTheDrawing) {
 
 TEST_F(Capture, SvgShowsTheDrawingUprightInSceneUnits) {
     add("DCVoltage.Sources", {0, 0});
+    add("DCVoltage.Sources", {100, 100})->setRotation(1);
+    add("DCVoltage.Sources", {0, 100})->setFlip(1);
+    join("V1.p", "V2.n");
+    QMetaObject::invokeMethod(itemOf(element(QStringLiteral("V3"))),
+                              "createElementPropertyTextBoxForCaptionProperty");
     const QString svg = tempFile(QStringLiteral("a.svg"));
     ASSERT_TRUE(editor->captureToFile(CCircuitEditor::SVG, svg));
     const QString png = tempFile(QStringLiteral("a.png"));
@@ -106,7 +111,10 @@ TEST_F(Capture, SvgShowsTheDrawingUprightInSceneUnits) {
             difference += std::abs(qGray(drawn.pixel(x, y)) - qGray(expected.pixel(x, y)));
         }
     }
-    EXPECT_LT(difference / (255.0 * drawn.width() * drawn.height()), 0.01);
+    EXPECT_LT(difference / (255.0 * drawn.width() * drawn.height()), 0.003);
+    // One symbol, and the discs of two terminals or of one kind of them.
+    EXPECT_LE(content(svg).count("<defs>"), 3);
+    EXPECT_FALSE(editor->captureToFile(CCircuitEditor::SVG, QStringLiteral("/dev/full")));
 }
 
 TEST_F(Capture, AsksForANameAndTellsOfTheSuccess) {

@@ -124,6 +124,7 @@ void CCircuitEditorTextBox::editText() {
     const QPointer<CTextEditorDialog> dialog(
         new CTextEditorDialog(component ? component->mainWindow() : nullptr));
     d->dialog = dialog;
+    TextBoxText::repair(document(), d->font);
     const QString plain = document()->toPlainText();
     document()->clear();
     dialog->setTextDocument(document());
@@ -135,7 +136,7 @@ void CCircuitEditorTextBox::editText() {
         if (dialog) {
             setDefaultFont(dialog->defaultFont());
         }
-        TextBoxText::repair(document());
+        TextBoxText::repair(document(), d->font);
         TextBoxText::adaptWrapping(document(), document()->toPlainText());
         QGraphicsTextItem::setFont(d->font);
         setTextWidth(localRect().width());

@@ -3,13 +3,11 @@
 #include "TextBoxText.h"
 #include "ui_CTextEditorDialog.h"
 
-#include <QKeyEvent>
 #include <QSignalBlocker>
 
 CTextEditorDialog::CTextEditorDialog(QWidget* parent)
     : QDialog(parent), m_form(std::make_unique<Ui_CTextEditorDialog>()) {
     m_form->setupUi(this);
-    m_form->textEdit->installEventFilter(this);
 }
 
 CTextEditorDialog::~CTextEditorDialog() = default;
@@ -51,16 +49,7 @@ void CTextEditorDialog::on_fontSize_valueChanged() {
 
 void CTextEditorDialog::on_symbolWidget_symbolDoubleClicked(QChar symbol) {
     QTextCursor cursor = m_form->textEdit->textCursor();
-    QTextCharFormat format = cursor.charFormat();
-    // At the start of a block this is the format of what follows, which may be a symbol.
-    format.clearProperty(TextBoxText::MarkerProperty);
-    QTextCharFormat markerFormat = format;
-    markerFormat.setProperty(TextBoxText::MarkerProperty, true);
-    QTextCharFormat symbolFormat;
-    symbolFormat.setFont(QFont(QStringLiteral("Symbol"), format.font().pointSize(), -1, false));
-    cursor.insertText(TextBoxText::Guard, markerFormat);
-    cursor.insertText(symbol, symbolFormat);
-    cursor.insertText(TextBoxText::Guard, format);
+    TextBoxText::insertSymbol(cursor, symbol);
     m_form->textEdit->setFocus(Qt::OtherFocusReason);
 }
 
@@ -115,17 +104,4 @@ void CTextEditorDialog::on_textEdit_currentCharFormatChanged(QTextCharFormat for
     // The button follows the text here, and not the text the button.
     const QSignalBlocker blocker(button);
     button->setChecked(true);
-}
-
-bool CTextEditorDialog::eventFilter(QObject* watched, QEvent* event) {
-    auto* key = event->type() == QEvent::KeyPress ? static_cast<QKeyEvent*>(event) : nullptr;
-    if (key && watched == m_form->textEdit) {
-        const bool isBackward = key->key() == Qt::Key_Backspace;
-        if ((isBackward || key->key() == Qt::Key_Delete) &&
-            !(key->modifiers() & Qt::ControlModifier) &&
-            TextBoxText::removeSymbol(m_form->textEdit->textCursor(), isBackward)) {
-            return true;
-        }
-    }
-    return QDialog::eventFilter(watched, event);
 }

@@ -26,9 +26,6 @@ public:
     /// As chosen, with its size in points.
     QFont defaultFont() const;
 
-    // QObject
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
 private slots:
     // Connected by name.
     void on_fontComboBox_currentFontChanged();

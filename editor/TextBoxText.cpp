@@ -16,7 +16,10 @@ const QString Opening = QStringLiteral("{|");
 const QString Closing = QStringLiteral("|}");
 const QString ParagraphBreak = QStringLiteral("{|?|}");
 constexpr int EscapeLength = 5;
+/// What the walk over a document writes for a symbol that opens a block.
+const QString LostSymbol = QChar(QChar::ParagraphSeparator) + QStringLiteral("{|\ufffc|}\ufffc");
 constexpr int SymbolLength = 3;
+const QString SymbolFamily = QStringLiteral("Symbol");
 // In characters; no box shows a word of this length on one line.
 constexpr int LongWord = 1000;
 
@@ -28,7 +31,7 @@ public:
         m_normal.setFont(font);
         m_marker = m_normal;
         m_marker.setProperty(TextBoxText::MarkerProperty, true);
-        m_symbol.setFontFamily(QStringLiteral("Symbol"));
+        m_symbol.setFontFamily(SymbolFamily);
         // Without a size in points the symbol takes the document's size. Qt would do so for -1,
         // too, but complain about each one.
         if (font.pointSize() > 0) {
@@ -70,35 +73,69 @@ private:
 class FlatDocument {
 public:
     explicit FlatDocument(const QTextDocument& document)
-        : end(document.characterCount() - 1), m_blocks(end + 1), m_marked(end + 1) {
+        : end(document.characterCount() - 1),
+          m_blocks(end + 2, -1),
+          m_marks(end + 1),
+          m_symbolFont(end + 1) {
         text.reserve(end + 1);
-        QBitArray marks(end + 1);
         int number = 0;
         for (QTextBlock block = document.begin(); block.isValid(); block = block.next(), ++number) {
-            const int first = block.position();
-            std::fill_n(m_blocks.begin() + first, block.length(), number);
+            std::fill_n(m_blocks.begin() + block.position(), block.length(), number);
             text += block.text();
             text += QChar::ParagraphSeparator;
             for (auto it = block.begin(); !it.atEnd(); ++it) {
                 const QTextFragment part = it.fragment();
-                if (isMarker(part.charFormat())) {
-                    marks.fill(true, part.position(), part.position() + part.length());
-                }
+                const int past = part.position() + part.length();
+                const QTextCharFormat format = part.charFormat();
+                m_marks.fill(isMarker(format), part.position(), past);
+                m_symbolFont.fill(format.fontFamily() == SymbolFamily, part.position(), past);
             }
-            // The format at the start of a block is that of the character after it; an empty block
-            // has one of its own.
-            m_marked[first] = block.length() > 1 ? marks[first] : isMarker(block.charFormat());
-            for (int i = first + 1; i < first + block.length(); ++i) {
-                m_marked[i] = marks[i - 1];
+            // An empty block has a format of its own.
+            if (block.length() == 1) {
+                m_marks.setBit(block.position(), isMarker(block.charFormat()));
             }
         }
     }
 
     int block(int position) const { return m_blocks.at(position); }
-    /// Whether the format at the position is a marker: the format of the character before it.
-    bool isMarked(int position) const { return m_marked.at(position); }
+    bool isBlockStart(int position) const {
+        return position == 0 || block(position) != block(position - 1);
+    }
+    /// Whether the format at the position is a marker: the format of the character before it, at
+    /// the start of a block that of the one after it.
+    bool isMarked(int position) const {
+        return hasMarker(isBlockStart(position) ? position : position - 1);
+    }
     int before(int position) const { return qMax(0, position - 1); }
     int after(int position) const { return qMin(end, position + 1); }
+
+    // Of the character behind the position.
+    bool hasMarker(int position) const { return m_marks.at(position); }
+    bool isGuard(int position) const {
+        return position <= end && text.at(position) == TextBoxText::Guard;
+    }
+    bool isClosing(int position) const { return isGuard(position) && !hasMarker(position); }
+    bool isInSymbolFont(int position) const { return position <= end && m_symbolFont.at(position); }
+    /// Whether the three characters from there on are a symbol.
+    bool isSymbol(int position) const {
+        return position >= 0 && isGuard(position) && hasMarker(position) &&
+               letterAfter(position) == position + 1 && isClosing(position + 2);
+    }
+    /// The place of the character that an opening guard announces, -1 if there is none: the first
+    /// that looks like a symbol, else the first, of those up to the next guard.
+    int letterAfter(int guard) const {
+        const int first = guard + 1;
+        for (int i = first; isTextOf(block(guard), i); ++i) {
+            if (isInSymbolFont(i)) {
+                return i;
+            }
+        }
+        return isTextOf(block(guard), first) ? first : -1;
+    }
+    /// Whether the character is one of the block's, neither a guard nor what ends the block.
+    bool isTextOf(int number, int position) const {
+        return !isGuard(position) && block(position) == number && block(position + 1) == number;
+    }
 
     QString text;
     int end;
@@ -109,7 +146,8 @@ private:
     }
 
     QVector<int> m_blocks;
-    QBitArray m_marked;
+    QBitArray m_marks;
+    QBitArray m_symbolFont;
 };
 
 bool holdsLongWord(const QString& text) {
@@ -138,6 +176,15 @@ void TextBoxText::fill(QTextDocument* document, const QString& encoded, const QF
     Writer writer(document, encoded, font);
     for (int i = 0; i < encoded.size();) {
         const int found = encoded.indexOf(Opening, i);
+        if (found > i && encoded.midRef(found - 1).startsWith(LostSymbol)) {
+            writer.writeText(encoded.mid(i, found - 1 - i));
+            i = found - 1 + LostSymbol.size();
+            // What follows would open the block now, and be lost in its turn.
+            if (encoded.midRef(i).startsWith(Opening)) {
+                writer.writeText(TextBoxText::Shield);
+            }
+            continue;
+        }
         writer.writeText(encoded.mid(i, found < 0 ? -1 : found - i));
         if (found < 0) {
             return;
@@ -157,7 +204,8 @@ void TextBoxText::fillFromPlainText(QTextDocument* document, const QString& plai
     Writer writer(document, plain, font);
     for (int i = 0; i < plain.size();) {
         const int found = plain.indexOf(Guard, i);
-        writer.writeText(plain.mid(i, found < 0 ? -1 : found - i));
+        const bool isShielded = found > i && plain.at(found - 1) == Shield;
+        writer.writeText(plain.mid(i, found < 0 ? -1 : found - i - (isShielded ? 1 : 0)));
         if (found < 0) {
             return;
         }
@@ -227,64 +275,183 @@ void TextBoxText::setFamily(QTextDocument* document, const QString& family) {
     cursor.endEditBlock();
 }
 
+void TextBoxText::insertSymbol(QTextCursor& cursor, QChar symbol) {
+    QTextCharFormat format = cursor.charFormat();
+    // At the start of a block this is the format of what follows, which may be a symbol.
+    format.clearProperty(MarkerProperty);
+    QTextCharFormat marker = format;
+    marker.setProperty(MarkerProperty, true);
+    QTextCharFormat symbolFormat;
+    symbolFormat.setFont(QFont(SymbolFamily, format.font().pointSize(), -1, false));
+    cursor.beginEditBlock();
+    cursor.insertText(Guard, marker);
+    cursor.insertText(symbol, symbolFormat);
+    cursor.insertText(Guard, format);
+    cursor.endEditBlock();
+}
+
+void TextBoxText::insertPlainText(QTextCursor& cursor, const QString& plain) {
+    QTextCharFormat format = cursor.charFormat();
+    format.clearProperty(MarkerProperty);
+    cursor.beginEditBlock();
+    cursor.removeSelectedText();
+    for (int i = 0; i < plain.size();) {
+        const int found = plain.indexOf(Guard, i);
+        cursor.insertText(plain.mid(i, found < 0 ? -1 : found - i), format);
+        if (found < 0) {
+            break;
+        }
+        if (found + 1 < plain.size()) {
+            insertSymbol(cursor, plain.at(found + 1));
+        }
+        i = found + SymbolLength;
+    }
+    cursor.endEditBlock();
+}
+
+int TextBoxText::symbolAround(const QTextDocument& document, int position) {
+    if (document.characterAt(position - 1) != Guard && document.characterAt(position) != Guard) {
+        return -1;
+    }
+    const FlatDocument flat(document);
+    for (int start = position - SymbolLength + 1; start < position; ++start) {
+        if (flat.isSymbol(start)) {
+            return start;
+        }
+    }
+    return -1;
+}
+
 namespace {
 
-/// Whether the three characters from the position on are a symbol.
-bool isSymbolAt(const FlatDocument& flat, int position) {
-    return position >= 0 && position + SymbolLength <= flat.end &&
-           flat.text.at(position) == TextBoxText::Guard && flat.isMarked(position + 1) &&
-           flat.text.at(position + 1) != TextBoxText::Guard &&
-           flat.text.at(position + 2) == TextBoxText::Guard;
+/// What makes the symbols of a document whole, at one position.
+struct Mend {
+    /// `Text` gives a character that stood within a symbol the format of text.
+    enum Kind { Remove, Unmark, Text, Open, Close, Shield };
+
+    int position;
+    Kind kind;
+};
+
+/// Where a symbol begins at an opening guard: puts its guards next to its letter. Gives the last
+/// position that it looked at.
+int mendSymbol(const FlatDocument& flat, int guard, QVector<Mend>* mends) {
+    const int letter = flat.letterAfter(guard);
+    if (letter != guard + 1) {
+        mends->append({guard, Mend::Remove});
+    }
+    if (letter < 0) {
+        return guard;
+    }
+    for (int i = guard + 1; i < letter; ++i) {
+        mends->append({i, Mend::Text});
+    }
+    if (letter != guard + 1) {
+        mends->append({letter, Mend::Open});
+    }
+    mends->append({letter, Mend::Unmark});
+    const int next = letter + 1;
+    if (flat.isClosing(next)) {
+        return next;
+    }
+    // A marked guard is that of the next symbol, if there is one.
+    if (flat.isGuard(next) && !flat.isInSymbolFont(next + 1)) {
+        mends->append({next, Mend::Unmark});
+        return next;
+    }
+    mends->append({next, Mend::Close});
+    int past = next;
+    for (; flat.isTextOf(flat.block(guard), past); ++past) {
+        mends->append({past, Mend::Text});
+    }
+    if (flat.isClosing(past)) {
+        mends->append({past, Mend::Remove});
+        return past;
+    }
+    return past - 1;
+}
+
+/// By position, and for one position in the opposite of the order in which they are to be made.
+QVector<Mend> mendsOf(const FlatDocument& flat) {
+    QVector<Mend> mends;
+    for (int i = 0; i <= flat.end; ++i) {
+        if (flat.isSymbol(i)) {
+            i += SymbolLength - 1;
+        } else if (flat.isGuard(i) && flat.hasMarker(i)) {
+            i = mendSymbol(flat, i, &mends);
+        } else if (flat.isGuard(i)) {
+            mends.append({i, Mend::Remove});
+        } else {
+            if (flat.isInSymbolFont(i) && flat.isClosing(i + 1)) {
+                mends.append({i, Mend::Open});
+            }
+            if (flat.hasMarker(i)) {
+                mends.append({i, Mend::Unmark});
+            }
+            if (flat.isInSymbolFont(i) && flat.isClosing(i + 1)) {
+                ++i;
+            }
+        }
+    }
+    return mends;
+}
+
+QVector<Mend> shieldsOf(const FlatDocument& flat) {
+    QVector<Mend> shields;
+    for (int i = 1; i < flat.end; ++i) {
+        if (flat.isBlockStart(i) && flat.isSymbol(i)) {
+            shields.append({i, Mend::Shield});
+        }
+    }
+    return shields;
+}
+
+void unmark(QTextCursor& cursor) {
+    const bool isEmptyBlock = cursor.block().length() == 1;
+    if (!isEmptyBlock) {
+        cursor.movePosition(QTextCursor::NextCharacter, QTextCursor::KeepAnchor);
+    }
+    QTextCharFormat format = isEmptyBlock ? cursor.blockCharFormat() : cursor.charFormat();
+    format.clearProperty(TextBoxText::MarkerProperty);
+    isEmptyBlock ? cursor.setBlockCharFormat(format) : cursor.setCharFormat(format);
+}
+
+/// From the end, so that the places before stay what they are.
+void apply(QVector<Mend> mends, QTextDocument* document, const QFont& font) {
+    QTextCharFormat normal;
+    normal.setFont(font);
+    QTextCharFormat marker = normal;
+    marker.setProperty(TextBoxText::MarkerProperty, true);
+    QTextCursor cursor(document);
+    for (auto mend = mends.crbegin(); mend != mends.crend(); ++mend) {
+        cursor.setPosition(mend->position);
+        switch (mend->kind) {
+            case Mend::Remove:
+                cursor.deleteChar();
+                break;
+            case Mend::Unmark:
+                unmark(cursor);
+                break;
+            case Mend::Text:
+                cursor.setPosition(mend->position + 1, QTextCursor::KeepAnchor);
+                cursor.setCharFormat(normal);
+                break;
+            case Mend::Open:
+                cursor.insertText(TextBoxText::Guard, marker);
+                break;
+            case Mend::Close:
+                cursor.insertText(TextBoxText::Guard, normal);
+                break;
+            case Mend::Shield:
+                cursor.insertText(TextBoxText::Shield, normal);
+                break;
+        }
+    }
 }
 
 }  // namespace
 
-bool TextBoxText::removeSymbol(QTextCursor cursor, bool isBackward) {
-    if (cursor.hasSelection()) {
-        return false;
-    }
-    const FlatDocument flat(*cursor.document());
-    const int at = cursor.position();
-    const int first = isBackward ? at - SymbolLength : at - SymbolLength + 1;
-    const int last = isBackward ? at - 1 : at;
-    for (int start = first; start <= last; ++start) {
-        if (isSymbolAt(flat, start)) {
-            cursor.setPosition(start);
-            cursor.setPosition(start + SymbolLength, QTextCursor::KeepAnchor);
-            cursor.removeSelectedText();
-            return true;
-        }
-    }
-    return false;
-}
-
-void TextBoxText::repair(QTextDocument* document) {
-    const FlatDocument flat(*document);
-    QVector<int> strays;
-    QVector<int> markers;
-    for (int position = 0; position < flat.end; ++position) {
-        if (isSymbolAt(flat, position)) {
-            if (flat.isMarked(position + SymbolLength)) {
-                markers.append(position + SymbolLength - 1);
-            }
-            position += SymbolLength - 1;
-        } else if (flat.text.at(position) == Guard) {
-            strays.append(position);
-        } else if (flat.isMarked(position + 1)) {
-            markers.append(position);
-        }
-    }
-    QTextCursor cursor(document);
-    for (int position : qAsConst(markers)) {
-        cursor.setPosition(position);
-        cursor.setPosition(position + 1, QTextCursor::KeepAnchor);
-        QTextCharFormat format = cursor.charFormat();
-        format.clearProperty(MarkerProperty);
-        cursor.setCharFormat(format);
-    }
-    // From the end, so that the places before stay what they are.
-    for (int i = strays.size() - 1; i >= 0; --i) {
-        cursor.setPosition(strays.at(i));
-        cursor.deleteChar();
-    }
+void TextBoxText::repair(QTextDocument* document, const QFont& font) {
+    apply(mendsOf(FlatDocument(*document)), document, font);
+    apply(shieldsOf(FlatDocument(*document)), document, font);
 }

@@ -5,16 +5,19 @@
 #include "DialogDriver.h"
 #include "DrawingTest.h"
 #include "SymbolWidget.h"
+#include "TextBoxText.h"
 #include "WarningGuard.h"
 
-#include <QDialogButtonBox>
+#include <QApplication>
+#include <QClipboard>
 #include <QFontComboBox>
-#include <QLabel>
 #include <QSpinBox>
 #include <QTableWidget>
 #include <QTest>
 #include <QTextEdit>
 #include <QToolButton>
+
+#include <random>
 
 namespace {
 
@@ -42,6 +45,30 @@ protected:
     template <class Widget>
     Widget* part(const char* name) {
         return dialog->findChild<Widget*>(QString::fromLatin1(name));
+    }
+    /// What the text holds, as a box writes it; a guard that belongs to no symbol stands alone.
+    QStringList tokens(int from = 0, int to = -1) {
+        QStringList result;
+        const QString plain = text->document()->toPlainText();
+        for (int i = from; i < (to < 0 ? plain.size() : to); ++i) {
+            const bool isSymbol = plain.at(i) == TextBoxText::Guard &&
+                                  plain.midRef(i + 2).startsWith(TextBoxText::Guard) &&
+                                  formatAt(i + 1).hasProperty(TextBoxText::MarkerProperty) &&
+                                  formatAt(i + 2).fontFamily() == QLatin1String("Symbol");
+            result << (isSymbol              ? QStringLiteral("{|%1|}").arg(plain.at(i + 1))
+                       : plain.at(i) == '\n' ? QStringLiteral("{|?|}")
+                                             : QString(plain.at(i)));
+            i += isSymbol ? 2 : 0;
+        }
+        return result;
+    }
+    /// Does the edit and expects these in the place of the selection, and all else as it was.
+    void expectReplaced(const QStringList& inserted, const std::function<void()>& use) {
+        const QTextCursor cursor = text->textCursor();
+        const QStringList expected =
+            tokens(0, cursor.selectionStart()) + inserted + tokens(cursor.selectionEnd());
+        use();
+        EXPECT_EQ(tokens(), expected);
     }
     QTextCharFormat formatAt(int position) {
         QTextCursor cursor(text->document());
@@ -86,22 +113,11 @@ TEST(SymbolPalette, FillsItsAreaWithTheLetters) {
     EXPECT_EQ(told, QString("W<%1 W").arg(QChar()));
 }
 
-TEST_F(TextDialog, LooksAsRequired) {
+TEST_F(TextDialog, ChangesNothingByItself) {
     edit([&] {
-        QStringList texts{dialog->windowTitle(), dialog->toolTip()};
-        for (const char* name : {"label", "label_2", "label_3"}) {
-            texts << part<QLabel>(name)->text();
-        }
-        for (const char* name : {"superScriptButton", "subScriptButton", "normalScriptButton"}) {
-            const auto* button = part<QToolButton>(name);
-            texts << button->text() << button->toolTip();
-            EXPECT_TRUE(button->isCheckable() && button->autoExclusive());
-        }
-        EXPECT_EQ(texts.join('|'),
-                  QStringLiteral("Edit Text|Change to super script|Font|Font Size|Align text|"
-                                 "Super||Sub|Change to sub script|Normal|Change to normal script"));
-        EXPECT_EQ(part<QDialogButtonBox>("buttonBox")->standardButtons(), QDialogButtonBox::Ok);
-        EXPECT_EQ(part<SymbolWidget>("symbolWidget")->size(), QSize(390, 80));
+        EXPECT_EQ(dialog->windowTitle(), QStringLiteral("Edit Text"));
+        // Kept on the dialog, where it shows wherever no child has a tip of its own.
+        EXPECT_EQ(dialog->toolTip(), QStringLiteral("Change to super script"));
         EXPECT_EQ(dialog->parentWidget(), &window);
         EXPECT_EQ(dialog->focusWidget(), text);
     });
@@ -197,23 +213,80 @@ TEST_F(TextDialog, ClosesWhenTheBoxGoes) {
     EXPECT_EQ(editor->textBoxCount(), 0);
 }
 
-TEST_F(TextDialog, ASymbolIsDeletedWholeAndLeavesItsNeighboursAlone) {
+TEST_F(TextDialog, RandomEditsKeepSymbolsWholeAndAllThatIsTyped) {
+    std::mt19937 random(11);
+    const auto below = [&random](unsigned count) { return static_cast<int>(random() % count); };
+    const QList<Qt::Key> moves{Qt::Key_Left, Qt::Key_Right, Qt::Key_Home,
+                               Qt::Key_End,  Qt::Key_Up,    Qt::Key_Down};
+    const auto step = [&] {
+        const int kind = below(14);
+        const Qt::KeyboardModifiers control(below(4) ? Qt::NoModifier : Qt::ControlModifier);
+        const Qt::KeyboardModifiers shift(below(3) ? Qt::NoModifier : Qt::ShiftModifier);
+        if (kind < 4) {
+            QTest::keyClick(text, moves.at(below(6)), control | shift);
+        } else if (kind < 6) {
+            QTest::mouseClick(text->viewport(), Qt::LeftButton, shift, {below(120), 4 + below(40)});
+        } else if (kind < 8) {
+            const char letter = static_cast<char>('a' + below(26));
+            expectReplaced({QString(letter)}, [&] { QTest::keyClick(text, letter); });
+        } else if (kind == 8) {
+            expectReplaced({"{|?|}"}, [&] { QTest::keyClick(text, Qt::Key_Return); });
+        } else if (kind < 11) {
+            expectReplaced({"{|W|}"}, [&] {
+                emit part<SymbolWidget>("symbolWidget")->symbolDoubleClicked('W');
+            });
+        } else if (kind == 11) {
+            const QStringList before = tokens();
+            QTest::keyClick(text, below(2) ? Qt::Key_Backspace : Qt::Key_Delete, control);
+            EXPECT_LE(tokens().size(), before.size());
+        } else if (kind == 12 && text->textCursor().hasSelection()) {
+            const QTextCursor cursor = text->textCursor();
+            const QStringList copied = tokens(cursor.selectionStart(), cursor.selectionEnd());
+            QTest::keyClick(text, Qt::Key_C, Qt::ControlModifier);
+            QTest::keyClick(text, Qt::Key_Right);
+            expectReplaced(copied, [&] { QTest::keyClick(text, Qt::Key_V, Qt::ControlModifier); });
+        } else {
+            QTest::keyClick(text, below(2) ? Qt::Key_Z : Qt::Key_Y, Qt::ControlModifier);
+        }
+        EXPECT_FALSE(tokens().contains(QString(TextBoxText::Guard)));
+    };
+    for (int round = 0; round < 20 && !HasFailure(); ++round) {
+        QString typed;
+        edit([&] {
+            text->moveCursor(QTextCursor::End);
+            for (int i = 0; i < 80 && !HasFailure(); ++i) {
+                step();
+            }
+            QTest::keyClick(text, Qt::Key_End, Qt::ControlModifier);
+            QTest::keyClick(text, Qt::Key_E);
+            typed = tokens().join(QString());
+        });
+        QString kept = box->text();
+        EXPECT_EQ(QString(kept).remove(TextBoxText::Shield), typed);
+        // What was saved is read as it is.
+        box->setText(kept);
+        EXPECT_EQ(box->text(), kept);
+    }
+}
+
+TEST_F(TextDialog, ASymbolIsOneCharacter) {
     const struct {
         const char* before;
         int position;
         QList<Qt::Key> keys;
         const char* after;
     } cases[] = {
-        {"a{|W|}bc", 4, {Qt::Key_Backspace}, "abc"},
+        {"R{|W|}", 4, {Qt::Key_Left, Qt::Key_X}, "Rx{|W|}"},
+        {"R{|W|}", 1, {Qt::Key_Right, Qt::Key_X}, "R{|W|}x"},
         {"a{|W|}bc", 3, {Qt::Key_Backspace}, "abc"},
         {"a{|W|}bc", 1, {Qt::Key_Delete}, "abc"},
-        {"a{|W|}bc", 4, {Qt::Key_Backspace, Qt::Key_Backspace}, "bc"},
         {"a{|W|}{|x|}", 7, {Qt::Key_Backspace}, "a{|W|}"},
         {"{|W|}b", 0, {Qt::Key_R}, "r{|W|}b"},
-        {"a{|W|}b", 1, {Qt::Key_R}, "ar{|W|}b"},
+        {"a{|W|}b", 1, {Qt::Key_Return}, "a{|?|}\u200b{|W|}b"},
+        {"a{|?|}\u200b{|W|}b", 2, {Qt::Key_X}, "a{|?|}x{|W|}b"},
     };
     for (const auto& example : cases) {
-        box->setText(QString::fromLatin1(example.before));
+        box->setText(QString::fromUtf8(example.before));
         edit([&] {
             QTextCursor cursor = text->textCursor();
             cursor.setPosition(example.position);
@@ -222,16 +295,18 @@ TEST_F(TextDialog, ASymbolIsDeletedWholeAndLeavesItsNeighboursAlone) {
                 QTest::keyClick(text, key);
             }
         });
-        EXPECT_EQ(box->text(), QString::fromLatin1(example.after)) << example.before;
+        EXPECT_EQ(box->text(), QString::fromUtf8(example.after)) << example.before;
     }
-    // What was pasted without its fellows doesn't stay either, and alignment spares the symbols.
-    box->setText(QStringLiteral("x{|W|}y"));
+    // Copied, it is one to other texts like this, and the letters to all others.
+    box->setText(QStringLiteral("R{|W|}bc"));
     edit([this] {
-        QTextCursor cursor = text->textCursor();
-        cursor.clearSelection();
-        cursor.insertText(QString(QChar::ObjectReplacementCharacter) + "z");
+        text->selectAll();
+        QTest::keyClick(text, Qt::Key_C, Qt::ControlModifier);
+        EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("RWbc"));
+        QTest::keyClick(text, Qt::Key_End);
+        QTest::keyClick(text, Qt::Key_V, Qt::ControlModifier);
         text->selectAll();
         part<QToolButton>("superScriptButton")->click();
     });
-    EXPECT_EQ(box->text().remove(QLatin1Char('z')), QStringLiteral("x{|W|}y"));
+    EXPECT_EQ(box->text(), QStringLiteral("R{|W|}bcR{|W|}bc"));
 }

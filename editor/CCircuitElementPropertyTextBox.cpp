@@ -180,11 +180,8 @@ void CCircuitElementPropertyTextBox::forgetElementItem() {
 void CCircuitElementPropertyTextBox::paint(QPainter* painter,
                                            const QStyleOptionGraphicsItem* option, QWidget*) {
     const QRect frame = option->rect;
-    if (isHovering()) {
-        painter->fillRect(frame, veil());
-    } else if (d->backgroundColor.isValid()) {
-        painter->fillRect(frame, d->backgroundColor);
-    }
+    // An invalid colour fills, too, as it does in text boxes.
+    painter->fillRect(frame, isHovering() ? veil() : d->backgroundColor);
     painter->setPen(QtSeries::hairline(TextBoxColors::propertyText()));
     painter->setFont(d->font);
     painter->drawText(localRect(), Qt::AlignCenter, d->propertyText);

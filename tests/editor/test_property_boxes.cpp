@@ -15,8 +15,10 @@
 #include <QContextMenuEvent>
 #include <QLabel>
 #include <QMenu>
+#include <QPainter>
 #include <QSignalSpy>
 #include <QSplitter>
+#include <QStyleOptionGraphicsItem>
 #include <QTest>
 
 #include <cstring>
@@ -162,42 +164,36 @@ TEST_F(PropertyBoxes, MoveWithTheirElementAndKeepTheirDistance) {
     EXPECT_EQ(box->pos(), QPointF(7, 47));
 }
 
-TEST_F(PropertyBoxes, AreResizedByTheCornerAndMovedByKeys) {
+TEST_F(PropertyBoxes, AreHandledAsTextBoxesAreButForF2) {
     create("Resistor.Basic", {0, 0});
     Box* box = boxOnResistance({0, 40});
     panel.setObject(element("R1"), false);
     drag({56, 66}, {76, 86});
     EXPECT_EQ(box->rect(), QRectF(0, 40, 80, 50));
-    EXPECT_FALSE(box->isSelected());
-    // The corner stops at the least size, while the pointer goes on.
-    drag({76, 86}, {-100, 0});
-    EXPECT_EQ(box->rect(), QRectF(0, 40, 21, 21));
-    hover({19, 59});
-    EXPECT_EQ(box->cursor().shape(), Qt::SizeFDiagCursor);
-    hover({3, 43});
-    EXPECT_EQ(box->cursor().shape(), Qt::OpenHandCursor);
-    const std::pair<Qt::Key, QPointF> steps[] = {{Qt::Key_Left, {-1, 0}},
-                                                 {Qt::Key_Right, {1, 0}},
-                                                 {Qt::Key_Up, {0, -1}},
-                                                 {Qt::Key_Down, {0, 1}}};
-    box->setFocus();
-    key(Qt::Key_Left);
-    EXPECT_EQ(box->pos(), QPointF(0, 40)) << "not selected";
     click({3, 43});
     EXPECT_TRUE(box->isSelected());
     EXPECT_EQ(panel.shown, nullptr);
-    for (const auto& [arrow, step] : steps) {
-        box->setPos(0, 40);
-        key(arrow);
-        EXPECT_EQ(box->pos(), QPointF(0, 40) + 10 * step);
-        key(arrow, Qt::ControlModifier);
-        EXPECT_EQ(box->pos(), QPointF(0, 40) + 11 * step);
-    }
     key(Qt::Key_F2);
+    key(Qt::Key_Right);
+    EXPECT_EQ(box->pos(), QPointF(10, 40));
     key(Qt::Key_Delete);
     turnEventLoop();
-    EXPECT_EQ(editor->elementPropertyTextBoxCount(), 0);
     EXPECT_TRUE(itemOf("R1")->propertyTextBoxList().isEmpty());
+}
+
+TEST_F(PropertyBoxes, AreFilledAlsoWithAColourThatIsNone) {
+    create("Resistor.Basic", {0, 0});
+    Box* box = boxOnResistance({0, 40});
+    QImage image(60, 30, QImage::Format_RGB32);
+    QStyleOptionGraphicsItem option;
+    option.rect = image.rect();
+    for (const QColor& color : {QColor(Qt::yellow), QColor()}) {
+        image.fill(Qt::white);
+        QPainter painter(&image);
+        box->setBackgroundColor(color);
+        box->paint(&painter, &option, nullptr);
+        EXPECT_EQ(image.pixelColor(1, 1), QColor(color.rgb()));
+    }
 }
 
 TEST_F(PropertyBoxes, DieWithTheirElement) {

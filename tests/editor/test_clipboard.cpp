@@ -201,6 +201,28 @@ TEST_F(ClipboardTest, OneElementTravelsWithoutItsIdentity) {
     EXPECT_EQ(positionOf("R2"), QPointF(0, 200));
 }
 
+TEST_F(ClipboardTest, TheModelGoesAlongAndIsStoredOnce) {
+    create("Resistor.Basic", {0, 0});
+    element("R1")->setModelName(QStringLiteral("thin film"));
+    click({0, 0});
+    editor->copy();
+    editor->paste(QPointF(200, 0));
+    EXPECT_EQ(element("R2")->modelName(), "thin film");
+    click({300, 300});
+    click({0, 0});
+    editor->cut();
+    editor->paste(QPointF(0, 0));
+    EXPECT_EQ(element("R1")->modelName(), "thin film");
+    click({300, 300});
+    click({0, 0});
+    key(Qt::Key_Delete);
+    editor->undo();
+    EXPECT_EQ(element("R1")->modelName(), "thin film");
+    QDomDocument file;
+    editor->saveProjectPart(file, file.appendChild(file.createElement("Part")).toElement());
+    EXPECT_EQ(file.toString().count(QStringLiteral("thin film")), 2);
+}
+
 TEST_F(ClipboardTest, TextBoxesKeepSizeFontAndColours) {
     CCircuitEditorTextBox* box = editor->addTextBox(QRectF(0, 0, 120, 40));
     box->setDefaultFont(QFont("DejaVu Sans", 14));

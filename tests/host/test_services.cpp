@@ -256,11 +256,19 @@ TEST_F(LoadSave, WritesTheStoredPropertiesAndTheParameters) {
     CircuitNode* net = join(element, "n", other, "p");
     element->setObjectName("hidden");
     element->setProperty("_UniqueId_", 12);
-    element->setModelName("unstored");
-    EXPECT_EQ(
-        lines(record(element)),
-        QStringList({"Property Name=R1", "Property Caption=R1", "Property Rotation=0",
-                     "Property Flip=0", "Parameter R=1k", "Parameter mode=on", "Parameter note="}));
+    element->setModelName("2N2222");
+    const QStringList parameters{"Parameter R=1k", "Parameter mode=on", "Parameter note="};
+    QStringList properties{"Property Name=R1", "Property Caption=R1", "Property Rotation=0",
+                           "Property Flip=0", "Property ModelName=2N2222"};
+    EXPECT_EQ(lines(record(element)), properties + parameters);
+    // An attribute of a file's record holds the model already, and gives it back.
+    QDomElement inFile = document.createElement("CircuitElement");
+    inFile.setAttribute("ModelName", "2N2222");
+    service.save(element, document, inFile);
+    properties.removeLast();
+    EXPECT_EQ(lines(inFile), properties + parameters);
+    service.load(other, document, inFile);
+    EXPECT_EQ(other->modelName(), "2N2222");
     EXPECT_EQ(lines(record(net)), QStringList("Property WireClearance=20"));
 
     Sample sample;
@@ -335,14 +343,14 @@ TEST_F(LoadSave, WhatTheObjectCanNotTakeIsPassedOver) {
     service.load(element, document, parse(R"(<Record>
         <Property Name="Rotation" Value="quarter"/><Property Name="Flip" Value="7"/>
         <Property Name="Colour" Value="red"/><Property Name="objectName" Value="x"/>
-        <Property Name="ModelName" Value="x"/><Property/><Property Name="Name"/>
+        <Property/><Property Name="Name"/>
         <Parameter Name="R" Value="much"/><Parameter Name="n" Value="net"/><Parameter/>
         <Deeper><Property Name="Caption" Value="inner"/></Deeper>
         <Property Name="Caption" Value="kept"/></Record>)"));
-    EXPECT_EQ(
-        lines(record(element)),
-        QStringList({"Property Name=R1", "Property Caption=kept", "Property Rotation=0",
-                     "Property Flip=0", "Parameter R=1k", "Parameter mode=on", "Parameter note="}));
+    EXPECT_EQ(lines(record(element)),
+              QStringList({"Property Name=R1", "Property Caption=kept", "Property Rotation=0",
+                           "Property Flip=0", "Property ModelName=", "Parameter R=1k",
+                           "Parameter mode=on", "Parameter note="}));
     EXPECT_EQ(element->objectName() + element->modelName(), "R1");
     service.load(nullptr, document, parse("<Record/>"));
     service.save(nullptr, document, document.documentElement());

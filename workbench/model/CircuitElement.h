@@ -25,8 +25,9 @@ class CircuitElement : public QObject, public ICircuitElement, public IEditableP
     Q_PROPERTY(QString Caption READ caption WRITE setCaption)
     Q_PROPERTY(int Rotation READ rotation WRITE setRotation)
     Q_PROPERTY(int Flip READ flip WRITE setFlip)
-    // Element records carry the model themselves.
-    Q_PROPERTY(QString ModelName READ modelName WRITE setModelName STORED false)
+    Q_PROPERTY(QString ModelName READ modelName WRITE setModelName)
+    // The records of files carry the model themselves, those of copies and of undo don't.
+    Q_CLASSINFO("RecordAttributes", "ModelName")
 
 public:
     explicit CircuitElement(ElementDescription* description, QObject* parent = nullptr);

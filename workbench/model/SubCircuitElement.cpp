@@ -53,7 +53,6 @@ void SubCircuitElement::buildElements() {
         if (element) {
             // The name first: the circuit would give another one.
             persistence.load(element, record.ownerDocument(), record);
-            element->setModelName(record.attribute(QStringLiteral("ModelName")));
             m_inside->addElement(element);
         }
     }

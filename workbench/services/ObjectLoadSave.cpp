@@ -19,6 +19,17 @@ bool isPersistent(const QMetaProperty& property, const QObject* object) {
     return property.isReadable() && property.isWritable() && property.isStored(object);
 }
 
+QStringList recordAttributes(const QMetaObject* meta, const QDomElement& element) {
+    const int index = meta->indexOfClassInfo("RecordAttributes");
+    QStringList names;
+    for (const QString& name : QString::fromLatin1(meta->classInfo(index).value()).split(' ')) {
+        if (element.hasAttribute(name)) {
+            names.append(name);
+        }
+    }
+    return names;
+}
+
 void loadProperty(QObject* object, const QString& name, const QString& text) {
     const QMetaObject* meta = object->metaObject();
     const int index = meta->indexOfProperty(name.toUtf8());
@@ -53,12 +64,14 @@ void ObjectLoadSave::save(QObject* object, QDomDocument document, QDomElement el
         return;
     }
     const QMetaObject* meta = object->metaObject();
+    const QStringList written = recordAttributes(meta, element);
     for (int i = QObject::staticMetaObject.propertyCount(); i < meta->propertyCount(); ++i) {
         const QMetaProperty property = meta->property(i);
         const QVariant value = property.read(object);
-        if (isPersistent(property, object) && value.canConvert<QString>()) {
-            append(document, element, QStringLiteral("Property"),
-                   QString::fromUtf8(property.name()), value.toString());
+        const QString name = QString::fromUtf8(property.name());
+        if (isPersistent(property, object) && value.canConvert<QString>() &&
+            !written.contains(name)) {
+            append(document, element, QStringLiteral("Property"), name, value.toString());
         }
     }
     if (auto* properties = qobject_cast<IEditableProperties*>(object)) {
@@ -88,6 +101,9 @@ void ObjectLoadSave::load(QObject* object, QDomDocument, QDomElement element) {
     // Other properties may follow the name, as an element's caption does, so it goes first.
     read(true);
     read(false);
+    for (const QString& name : recordAttributes(object->metaObject(), element)) {
+        loadProperty(object, name, element.attribute(name));
+    }
     if (auto* properties = qobject_cast<IEditableProperties*>(object)) {
         for (const QDomElement& record : xml.findElements(element, QStringLiteral("Parameter"))) {
             loadParameter(properties, record.attribute(QStringLiteral("Name")),

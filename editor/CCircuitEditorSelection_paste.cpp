@@ -17,47 +17,87 @@
 #include "IQObjectLoadSave.h"
 #include "IXmlUtils.h"
 #include "RecordFields.h"
+#include "XmlText.h"
 
 #include <QApplication>
 #include <QClipboard>
 #include <QGraphicsItem>
-#include <QXmlStreamReader>
 
 using namespace RecordFields;
 
 namespace {
 
 constexpr int SystemClipboard = -2;
-// Deeper than any document of the editor. A tree that is far deeper can't even be freed.
+// Deeper than any document of the editor. One that is far deeper would overflow the stack as it is
+// parsed, and as it is freed.
 constexpr int DeepestDocument = 100;
 
-/// Whether the text is worth building a document of: it may be any text, of any size.
-bool mayBeDocument(const QString& text) {
-    if (!text.contains(QLatin1String("<CircuitElement")) &&
-        !text.contains(QLatin1String("<TextBox"))) {
-        return false;
-    }
-    int depth = 0;
-    QXmlStreamReader reader(text);
-    // What the tree is built by minds neither.
-    reader.setNamespaceProcessing(false);
-    while (!reader.atEnd()) {
-        switch (reader.readNext()) {
-            case QXmlStreamReader::StartElement:
-                if (++depth > DeepestDocument) {
-                    return false;
-                }
-                break;
-            case QXmlStreamReader::EndElement:
-                --depth;
-                break;
-            default:
-                break;
+int pastEnd(const QString& text, const char* end, int from) {
+    const int found = text.indexOf(QLatin1String(end), from);
+    return found < 0 ? text.size() : found + static_cast<int>(qstrlen(end));
+}
+
+/// The place behind a tag, whose quoted values may hold its end.
+int pastTag(const QString& text, int from) {
+    QChar quote;
+    for (int i = from; i < text.size(); ++i) {
+        const QChar c = text.at(i);
+        if (!quote.isNull()) {
+            quote = c == quote ? QChar() : quote;
+        } else if (c == QLatin1Char('"') || c == QLatin1Char('\'')) {
+            quote = c;
+        } else if (c == QLatin1Char('>')) {
+            return i + 1;
         }
     }
-    // A text that breaks off is used as far as it goes; what lies behind any other error is
-    // unknown.
-    return !reader.hasError() || reader.error() == QXmlStreamReader::PrematureEndOfDocumentError;
+    return text.size();
+}
+
+/// Whether tags open within tags too often, or might do so by entities. Nothing else is judged:
+/// what the text is worth as XML its parser alone says.
+bool isTooDeep(const QString& text) {
+    int depth = 0;
+    for (int at = text.indexOf(QLatin1Char('<')); at >= 0;
+         at = text.indexOf(QLatin1Char('<'), at)) {
+        const QStringRef rest = text.midRef(at);
+        if (rest.startsWith(QLatin1String("<!--"))) {
+            at = pastEnd(text, "-->", at + 4);
+        } else if (rest.startsWith(QLatin1String("<![CDATA["))) {
+            at = pastEnd(text, "]]>", at);
+        } else if (rest.startsWith(QLatin1String("<?"))) {
+            at = pastEnd(text, "?>", at);
+        } else {
+            const int start = at;
+            at = pastTag(text, start);
+            const QStringRef tag = text.midRef(start, at - start);
+            if (tag.startsWith(QLatin1String("</"))) {
+                --depth;
+            } else if (tag.startsWith(QLatin1String("<!"))) {
+                if (tag.contains(QLatin1Char('['))) {
+                    return true;
+                }
+            } else if (!tag.endsWith(QLatin1String("/>"))) {
+                ++depth;
+            }
+            if (depth > DeepestDocument) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
+/// What the text holds of a clipboard document: it may be any text, of any size. Of one that breaks
+/// off, or that is no XML from some place on, this is what stands before.
+QDomDocument readDocument(const QString& text) {
+    QDomDocument document;
+    const bool isForUs =
+        text.contains(QLatin1String("<CircuitElement")) || text.contains(QLatin1String("<TextBox"));
+    const QString allowed = isForUs ? xmlText(text) : QString();
+    if (!isTooDeep(allowed)) {
+        document.setContent(allowed);
+    }
+    return document;
 }
 
 QList<QDomElement> children(const QDomElement& parent, const char* tag) {
@@ -93,13 +133,7 @@ QRectF CCircuitEditorSelection::paste(const QPointF& pos, int index) {
         return {};
     }
     const QString text = d->textToPaste(index);
-    QDomDocument document;
-    if (text.isEmpty()) {
-        return {};
-    }
-    if (mayBeDocument(text)) {
-        document.setContent(text);
-    }
+    const QDomDocument document = readDocument(text);
     const QDomElement root = document.documentElement();
     if (root.isNull()) {
         return {};

@@ -352,6 +352,10 @@ TEST_F(ClipboardTest, ForeignAndHostileTextsPasteWhatTheyCan) {
         {"<a b='1' b='2'><CircuitElement/>" + QString(deep).replace("TextBox", "b"), 0, 0},
         {"<CircuitElementGroup><CircuitElements><CircuitElement Name='Resistor.Basic'/><Circ", 1,
          0},
+        // What stands before an error is read, and what is forbidden left out.
+        {"<Any><CircuitElements><CircuitElement Name='Resistor.Basic' Caption='a\x01'/>"
+         "<CircuitElement Name='Resistor.Basic'/>\x02</CircuitElements></Other>",
+         2, 0},
         {"<!DOCTYPE a [<!ENTITY b 'x'>]><TextBox>&b;</TextBox>", 0, 0},
         {"<CircuitElement Name='Resistor.Basic' X='1e300' Y='nan' R='-inf' Rotation='77'/>", 1, 0},
         {"<Any><CircuitElements><CircuitElement Name='Resistor.Basic' Caption='A'/>"

@@ -285,7 +285,13 @@ void CCircuitEditorSelectionData::saveTextBox(QDomDocument document, QDomElement
     record.setAttribute(QStringLiteral("FontSize"),
                         font.pointSize() > 0 ? font.pointSize() : font.pixelSize());
     setStoredColors(record, box);
-    record.appendChild(document.createTextNode(xmlText(box.text())));
+    const QString text = xmlText(box.text());
+    // Nothing but blanks isn't read back from between tags.
+    if (text.trimmed().isEmpty()) {
+        appendCData(document, record, text);
+    } else {
+        record.appendChild(document.createTextNode(text));
+    }
 }
 
 void CCircuitEditorSelection::copy() {

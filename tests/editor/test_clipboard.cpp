@@ -242,6 +242,13 @@ TEST_F(ClipboardTest, TextBoxesKeepSizeFontAndColours) {
     EXPECT_EQ(copy->defaultFont().pixelSize(), 14);
     pasteText("<TextBox X='0' Y='0' Width='50' Height='30' FontSize='21'>big</TextBox>");
     EXPECT_EQ(editor->textBox(2)->defaultFont().pixelSize(), 21);
+    // A frame is a box with nothing but blanks.
+    box->setText(QStringLiteral("  "));
+    click({300, 300});
+    click({100, 20});
+    editor->cut();
+    editor->paste(QPointF(0, 0));
+    EXPECT_EQ(editor->textBox(2)->text(), QStringLiteral("  "));
     // A text box without a text is listed, and leaves when it dies.
     pasteText("<TextBox X='0' Y='0' Width='50' Height='30'/>", {300, 0});
     EXPECT_EQ(rectangle()->itemList().size(), 1);

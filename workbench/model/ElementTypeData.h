@@ -3,6 +3,7 @@
 #include <Plexa/DataStore.h>
 
 #include <QDomDocument>
+#include <QMap>
 #include <QPointF>
 #include <QString>
 #include <QStringList>
@@ -37,6 +38,38 @@ struct ParameterData {
     QString display(const QString& text) const;
 };
 
+/// How an element is written for the simulator. In its texts `${x}` stands for the element's name
+/// ("name"), the net of a terminal, the value of a parameter, the name of its model ("model") or a
+/// choice, and `$(x)` for a value inside an expression.
+struct SpiceData {
+    /// Picks a text by the value of a parameter.
+    struct Choice {
+        QString name;
+        QString parameter;
+        QMap<QString, QString> texts;
+    };
+
+    /// False for a type that can't be simulated.
+    bool known = false;
+    /// The lines of the element; none for one that only names or shows something.
+    QStringList lines;
+    /// Instead of them, for an element whose model is a sub-circuit of the simulator's.
+    QStringList subcircuitLines;
+    /// Kind and parameters of the model that an element has which isn't given one of the library.
+    QString model;
+    QVector<Choice> choices;
+    /// By output variable: its value, over `v(terminal)` and `i(terminal)`, the current into it. A
+    /// result "x" serves "x_ac", too.
+    QMap<QString, QString> results;
+    /// Terminals that direct current can flow between, in groups; "0" in a group is ground. Without
+    /// any, it flows between all of them.
+    QVector<QStringList> paths;
+    /// Whether direct current flows between no terminals at all, as in a capacitor.
+    bool blocks = false;
+    /// Whether nets of the same name are one where an element of the type names them.
+    bool joinsNets = false;
+};
+
 /// All that the library tells of an element type.
 struct ElementTypeData {
     /// Complete name, "Element.Library".
@@ -59,4 +92,5 @@ struct ElementTypeData {
     QPointF pictureOffset;
     /// Of a sub-circuit: see `SubCircuitProject`; else null.
     QDomDocument inside;
+    SpiceData spice;
 };

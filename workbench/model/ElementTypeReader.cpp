@@ -10,6 +10,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QRegularExpression>
 
 #include <cmath>
 
@@ -97,6 +98,7 @@ bool ElementTypeReader::read(ElementTypeData* data) {
     readParameters(root);
     readPicture(root);
     readInside(root);
+    readSpice(root);
     checkReferences();
     *data = m_data;
     return m_problems.isEmpty();
@@ -229,6 +231,68 @@ void ElementTypeReader::readInside(const QJsonObject& root) {
                 QStringLiteral("the terminal \"%1\" belongs to the net \"%2\", which the inside "
                                "does not have")
                     .arg(terminal.name, terminal.innerNet));
+        }
+    }
+}
+
+void ElementTypeReader::readSpice(const QJsonObject& root) {
+    const QJsonValue value = root.value(QLatin1String("spice"));
+    if (value.isUndefined()) {
+        return;
+    }
+    const QJsonObject object = value.toObject();
+    SpiceData& spice = m_data.spice;
+    spice.known = true;
+    spice.lines = textList(object, "lines");
+    spice.subcircuitLines = textList(object, "subcircuitLines");
+    spice.model = text(object, "model");
+    spice.joinsNets = object.value(QLatin1String("joinsNets")).toBool();
+    const QJsonValue paths = object.value(QLatin1String("paths"));
+    spice.blocks = paths.isArray() && paths.toArray().isEmpty();
+    for (const QJsonValue& path : paths.toArray()) {
+        spice.paths.append(path.toVariant().toStringList());
+        for (const QString& name : qAsConst(spice.paths.last())) {
+            if (name != QLatin1String("0")) {
+                checkPlaceholders(QStringLiteral("${%1}").arg(name));
+            }
+        }
+    }
+    const QJsonObject results = object.value(QLatin1String("results")).toObject();
+    for (auto it = results.begin(); it != results.end(); ++it) {
+        spice.results.insert(it.key(), it.value().toString());
+    }
+    const QJsonObject choices = object.value(QLatin1String("choices")).toObject();
+    for (auto it = choices.begin(); it != choices.end(); ++it) {
+        const QJsonObject texts = it.value().toObject();
+        SpiceData::Choice choice{it.key(), text(texts, "of"), {}};
+        for (auto pair = texts.begin(); pair != texts.end(); ++pair) {
+            if (pair.key() != QLatin1String("of")) {
+                choice.texts.insert(pair.key(), pair.value().toString());
+            }
+        }
+        spice.choices.append(choice);
+    }
+    for (const QString& line : spice.lines + spice.subcircuitLines + QStringList{spice.model}) {
+        checkPlaceholders(line);
+    }
+    for (const SpiceData::Choice& choice : qAsConst(spice.choices)) {
+        for (const QString& text : choice.texts) {
+            checkPlaceholders(text);
+        }
+    }
+}
+
+void ElementTypeReader::checkPlaceholders(const QString& text) {
+    static const QRegularExpression placeholder(QStringLiteral("\\$[{(]([^})]*)[})]"));
+    QStringList known = m_names;
+    known << QStringLiteral("name") << QStringLiteral("model") << QStringLiteral("branch");
+    for (const SpiceData::Choice& choice : qAsConst(m_data.spice.choices)) {
+        known.append(choice.name);
+    }
+    for (auto it = placeholder.globalMatch(text); it.hasNext();) {
+        const QString name = it.next().captured(1);
+        if (!known.contains(name)) {
+            complain(QStringLiteral("\"spice\" names \"%1\", which there is not").arg(name));
         }
     }
 }

@@ -20,6 +20,9 @@ private:
     void readParameters(const QJsonObject& root);
     void readPicture(const QJsonObject& root);
     void readInside(const QJsonObject& root);
+    void readSpice(const QJsonObject& root);
+    /// Complains about a placeholder in a text for the simulator that means nothing.
+    void checkPlaceholders(const QString& text);
     /// False, with a complaint, unless the name is good and new among the type's properties.
     bool claimName(const QString& name, const QString& kind);
     void checkReferences();

@@ -2,6 +2,7 @@
 
 #include "CommandLine.h"
 #include "Console.h"
+#include "SimulationCommands.h"
 #include "Workbench.h"
 
 namespace {
@@ -29,6 +30,10 @@ bool run(const CommandLine& line, Workbench& workbench, QString* error) {
             const QByteArray text = workbench.describe(error);
             return !text.isEmpty() && printOutput(text, error);
         }
+        case CommandLine::Command::Netlist:
+            return writeNetlistFile(workbench.simulation(), line.output, error);
+        case CommandLine::Command::Simulate:
+            return simulateToFile(workbench.simulation(), line.analysis, line.output, error);
         default:
             return true;
     }

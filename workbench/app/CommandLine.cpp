@@ -11,13 +11,17 @@ namespace {
 constexpr char ExportCommand[] = "export";
 constexpr char DescribeCommand[] = "describe";
 constexpr char ConvertCommand[] = "convert";
+constexpr char NetlistCommand[] = "netlist";
+constexpr char SimulateCommand[] = "simulate";
 constexpr char PluginOption[] = "--plugin";
+constexpr char AnalysisOption[] = "--analysis";
 
 /// The arguments sorted by kind, before anyone asks whether they make sense together.
 struct Words {
     QStringList names;
     QStringList outputs;
     QString plugin;
+    QString analysis;
     bool help = false;
     bool version = false;
 };
@@ -34,14 +38,19 @@ bool sortWords(const QStringList& arguments, Words* words, QString* error) {
             words->help = true;
         } else if (argument == QLatin1String("--version")) {
             words->version = true;
-        } else if (argument == QLatin1String("-o") || argument == QLatin1String(PluginOption)) {
+        } else if (argument == QLatin1String("-o") || argument == QLatin1String(PluginOption) ||
+                   argument == QLatin1String(AnalysisOption)) {
             if (i + 1 == arguments.size() || arguments.at(i + 1).isEmpty()) {
-                *error = QStringLiteral("%1 needs a file name").arg(argument);
+                *error = argument == QLatin1String(AnalysisOption)
+                             ? QStringLiteral("%1 needs a name").arg(argument)
+                             : QStringLiteral("%1 needs a file name").arg(argument);
                 return false;
             }
             const QString& value = arguments.at(++i);
             if (argument == QLatin1String("-o")) {
                 words->outputs.append(value);
+            } else if (argument == QLatin1String(AnalysisOption)) {
+                words->analysis = value;
             } else {
                 words->plugin = value;
             }
@@ -81,6 +90,25 @@ bool takeConvertedFile(const QString& name, CommandLine* line, QString* error) {
     return true;
 }
 
+/// The one file that netlist and simulate write.
+bool takeOutput(const Words& words, CommandLine* line, QString* error) {
+    const bool isNetlist = line->command == CommandLine::Command::Netlist;
+    if (words.outputs.size() != 1) {
+        *error = QStringLiteral("%1 needs one -o OUT")
+                     .arg(QLatin1String(isNetlist ? NetlistCommand : SimulateCommand));
+        return false;
+    }
+    line->output = words.outputs.first();
+    const QString suffix = QFileInfo(line->output).suffix().toLower();
+    const QStringList suffixes = {QStringLiteral("csv"), QStringLiteral("raw")};
+    if (!isNetlist && !suffixes.contains(suffix)) {
+        *error = QStringLiteral("%1: simulate writes files whose names end in .csv or .raw")
+                     .arg(line->output);
+        return false;
+    }
+    return true;
+}
+
 }  // namespace
 
 std::optional<CommandLine> parseCommandLine(const QStringList& arguments, QString* error) {
@@ -99,7 +127,9 @@ std::optional<CommandLine> parseCommandLine(const QStringList& arguments, QStrin
     static const QHash<QString, Command> commands = {
         {QLatin1String(ExportCommand), Command::Export},
         {QLatin1String(DescribeCommand), Command::Describe},
-        {QLatin1String(ConvertCommand), Command::Convert}};
+        {QLatin1String(ConvertCommand), Command::Convert},
+        {QLatin1String(NetlistCommand), Command::Netlist},
+        {QLatin1String(SimulateCommand), Command::Simulate}};
     const QString command = words.names.value(0);
     line.command = commands.value(command, Command::Window);
     const bool isWindow = line.command == Command::Window;
@@ -118,8 +148,17 @@ std::optional<CommandLine> parseCommandLine(const QStringList& arguments, QStrin
         return {};
     }
     line.file = words.names.value(0);
-    if (line.command != Command::Export && !words.outputs.isEmpty()) {
-        *error = QStringLiteral("-o belongs to export");
+    line.analysis = words.analysis;
+    const bool writesOne = line.command == Command::Netlist || line.command == Command::Simulate;
+    if (writesOne && !takeOutput(words, &line, error)) {
+        return {};
+    }
+    if (!writesOne && line.command != Command::Export && !words.outputs.isEmpty()) {
+        *error = QStringLiteral("-o belongs to export, netlist and simulate");
+        return {};
+    }
+    if (line.command != Command::Simulate && !words.analysis.isEmpty()) {
+        *error = QStringLiteral("--analysis belongs to simulate");
         return {};
     }
     if (line.command == Command::Export && !takePictures(words.outputs, &line, error)) {
@@ -133,13 +172,15 @@ std::optional<CommandLine> parseCommandLine(const QStringList& arguments, QStrin
 
 bool isBatchCommand(int argc, const char* const* argv) {
     for (int i = 1; i < argc; ++i) {
-        if (std::strcmp(argv[i], PluginOption) == 0 || std::strcmp(argv[i], "-o") == 0) {
+        if (std::strcmp(argv[i], PluginOption) == 0 || std::strcmp(argv[i], "-o") == 0 ||
+            std::strcmp(argv[i], AnalysisOption) == 0) {
             ++i;
         } else if (argv[i][0] != '-') {
             const auto isNamed = [word = argv[i]](const char* command) {
                 return std::strcmp(word, command) == 0;
             };
-            return isNamed(ExportCommand) || isNamed(DescribeCommand) || isNamed(ConvertCommand);
+            return isNamed(ExportCommand) || isNamed(DescribeCommand) || isNamed(ConvertCommand) ||
+                   isNamed(NetlistCommand) || isNamed(SimulateCommand);
         }
     }
     return false;
@@ -148,6 +189,7 @@ bool isBatchCommand(int argc, const char* const* argv) {
 QString usage() {
     return QStringLiteral(
                "usage: vortel-workbench [--plugin FILE] [FILE] | export FILE -o OUT.(%1)... | "
-               "describe FILE | convert FILE OUT.(vprj|ckt)")
+               "describe FILE | convert FILE OUT.(vprj|ckt) | netlist FILE -o OUT.cir | "
+               "simulate FILE [--analysis NAME] -o OUT.(csv|raw)")
         .arg(pictureSuffixes().join(QLatin1Char('|')).remove(QLatin1Char('.')));
 }

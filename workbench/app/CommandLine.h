@@ -10,13 +10,17 @@
 
 /// What the user asked for on the command line.
 struct CommandLine {
-    enum class Command { Window, Export, Describe, Convert, Help, Version };
+    enum class Command { Window, Export, Describe, Convert, Netlist, Simulate, Help, Version };
 
     Command command = Command::Window;
     /// The project or circuit to read; may be empty for the window only.
     QString file;
     QList<PictureOutput> pictures;
     QString convertedFile;
+    /// Of netlist and simulate.
+    QString output;
+    /// Empty for the one that the project has active.
+    QString analysis;
     /// Empty for the plug-in that lies beside the program.
     QString plugin;
 };

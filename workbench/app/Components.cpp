@@ -3,6 +3,7 @@
 #include "ClipboardWidget.h"
 #include "ElementExplorer.h"
 #include "PropertyEditor.h"
+#include "SimulationPart.h"
 
 #include <Plexa/ComponentFactory.h>
 
@@ -52,6 +53,7 @@ QIcon iconOf(ICircuitElementVisual& visual) {
 void registerBuiltInComponents() {
     registerComponent<CProjectManagerComponent>("CProjectManagerComponent");
     registerComponent<CSimulatorComponent>(SimulatorName);
+    registerComponent<CSimulationComponent>("CSimulationComponent");
     registerComponent<CServicesComponent>("CServicesComponent");
     registerComponent<CElementExplorerComponent>("CElementExplorerComponent");
     registerComponent<CPropertyEditorComponent>("CPropertyEditorComponent");
@@ -77,6 +79,22 @@ QObject* CSimulatorComponent::fetchObject(const QString& name) const {
         return &m_solver;
     }
     return piece == QLatin1String("circuit") ? &m_circuit : nullptr;
+}
+
+CSimulationComponent::CSimulationComponent()
+    : m_simulation(std::make_unique<SimulationPart>(CSimulatorComponent::instance()->circuit())) {
+    addDependency(CSimulatorComponent::instance(), this);
+    QString reason;
+    const QString models = QStringLiteral(VORTEL_DATA_DIR "/library/models.lib");
+    if (!m_simulation->models().load(models, &reason)) {
+        qWarning("%s: %s", qPrintable(models), qPrintable(reason));
+    }
+}
+
+CSimulationComponent::~CSimulationComponent() = default;
+
+QObject* CSimulationComponent::fetchObject(const QString& name) const {
+    return lastPiece(name) == QLatin1String("simulation") ? m_simulation.get() : nullptr;
 }
 
 CServicesComponent::CServicesComponent()

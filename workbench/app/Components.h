@@ -15,7 +15,10 @@
 #include <QPointer>
 #include <QWidget>
 
+#include <memory>
+
 class ClipboardWidget;
+class SimulationPart;
 class ElementExplorer;
 class PropertyEditor;
 
@@ -43,6 +46,7 @@ public:
     static CSimulatorComponent* instance();
 
     const ElementLibrary& library() const { return m_library; }
+    Circuit* circuit() const { return &m_circuit; }
     QObject* fetchObject(const QString& name) const override;
 
 private:
@@ -50,6 +54,19 @@ private:
     ElementLibrary m_library;
     mutable Circuit m_circuit;
     mutable CircuitSolver m_solver{&m_circuit};
+};
+
+/// Serves "simulation".
+class CSimulationComponent : public Plexa::AbstractComponent {
+    Q_OBJECT
+
+public:
+    CSimulationComponent();
+    ~CSimulationComponent() override;
+    QObject* fetchObject(const QString& name) const override;
+
+private:
+    std::unique_ptr<SimulationPart> m_simulation;
 };
 
 /// Serves "elementFactory", "xmlUtils", "objectLoadSave" and "mathUtils".

@@ -12,6 +12,7 @@
 #include "PendingFile.h"
 #include "ProjectFile.h"
 #include "ProjectManager.h"
+#include "SimulationPart.h"
 
 #include <Plexa/AbstractComponent.h>
 #include <Plexa/ComponentManager.h>
@@ -27,6 +28,7 @@ using Plexa::ComponentManager;
 namespace {
 
 constexpr char EditorName[] = "CCircuitEditorComponent.circuitEditor";
+constexpr char SimulationName[] = "CSimulationComponent.simulation";
 constexpr char ProjectManagerName[] = "CProjectManagerComponent.projectManager";
 
 bool readGuiDescription(QString* error) {
@@ -156,6 +158,10 @@ ICircuit* Workbench::circuit() const {
 
 ProjectManager* Workbench::projectManager() const {
     return qobject_cast<ProjectManager*>(object(QLatin1String(ProjectManagerName)));
+}
+
+SimulationPart* Workbench::simulation() const {
+    return qobject_cast<SimulationPart*>(object(QLatin1String(SimulationName)));
 }
 
 void Workbench::clear() {

@@ -17,6 +17,7 @@ class ICircuit;
 class ICircuitEditor;
 class ProjectFile;
 class ProjectManager;
+class SimulationPart;
 
 enum class DocumentFormat { Project, Circuit };
 
@@ -47,6 +48,7 @@ public:
     QWidget* editorWidget() const;
     ICanvas* canvas() const;
     ProjectManager* projectManager() const;
+    SimulationPart* simulation() const;
 
     /// Starts an empty project, which has no file yet.
     void clear();

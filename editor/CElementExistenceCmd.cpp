@@ -39,9 +39,11 @@ void CElementExistenceCmd::recreateElement() {
     QObject* object = m_element->containerObject();
     m_elementGuard = object;
     QDomDocument document;
-    document.setContent(m_snapshot);
-    const QDomElement root = document.documentElement();
-    if (CCircuitEditorCmds::QObjectLoadSave) {
+    // Of a snapshot that can't be read nothing counts: a half of it would be no state that ever
+    // was.
+    const bool isReadable = document.setContent(m_snapshot);
+    const QDomElement root = isReadable ? document.documentElement() : QDomElement();
+    if (CCircuitEditorCmds::QObjectLoadSave && isReadable) {
         CCircuitEditorCmds::QObjectLoadSave->load(object, document, root);
     }
     if (CCircuitEditorCmds::Circuit) {

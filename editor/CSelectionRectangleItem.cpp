@@ -168,9 +168,9 @@ void CSelectionRectangleItem::contextMenuEvent(QGraphicsSceneContextMenuEvent* e
     if (menu.exec(QCursor::pos()) != move || !isAlive()) {
         return;
     }
-    const QPoint distance = askForDistance(parent, QString());
-    if (isAlive()) {
-        moveGroup(QPointF(distance) * editor->gridSize());
+    const std::optional<QPoint> distance = askForDistance(parent, QString());
+    if (distance && isAlive()) {
+        moveGroup(QPointF(*distance) * editor->gridSize());
     }
 }
 

@@ -5,16 +5,16 @@
 #include <QDialog>
 #include <QPointer>
 
-QPoint askForDistance(QWidget* parent, const QString& title) {
+std::optional<QPoint> askForDistance(QWidget* parent, const QString& title) {
     const QPointer<QDialog> dialog(new QDialog(parent));
     Ui_CMoveElementDialog form;
     form.setupUi(dialog);
     if (!title.isEmpty()) {
         dialog->setWindowTitle(title);
     }
-    QPoint distance;
+    std::optional<QPoint> distance;
     if (dialog->exec() == QDialog::Accepted && dialog) {
-        distance = {form.txtXDistance->value(), form.txtYDistance->value()};
+        distance = QPoint(form.txtXDistance->value(), form.txtYDistance->value());
     }
     delete dialog;
     return distance;

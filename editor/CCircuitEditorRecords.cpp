@@ -155,6 +155,8 @@ void CCircuitEditorData::loadNode(const QDomElement& record, const ElementsById&
     if (!node) {
         return;
     }
+    // A solver may merge the other way, and free the node.
+    const QPointer<QObject> guard(node->containerObject());
     node->setName(record.attribute(QStringLiteral("Name")));
     for (int i = 2; i < terminals.size(); ++i) {
         ICircuitElementNode* terminal = storedTerminal(terminals.at(i), elements);
@@ -162,6 +164,9 @@ void CCircuitEditorData::loadNode(const QDomElement& record, const ElementsById&
             return;  // the node stays as far as it got, without shape, position and properties
         }
         circuitSolver->makeConnection(terminal, node);
+        if (!guard) {
+            return;
+        }
     }
     if (CCircuitEditorNodeItem* item = circuitEditor->nodeItem(node)) {
         loadNodeShape(record, item);
@@ -180,7 +185,7 @@ void CCircuitEditorData::loadNodeShape(const QDomElement& record, CCircuitEditor
         return;
     }
     const QPainterPath path =
-        storedPath(xmlUtils->findElements(shape, QStringLiteral("ShapeElement")));
+        storedPath(xmlUtils->findElements(shape, QStringLiteral("ShapeElement")), storedPosition);
     item->addShape(path, true);
 }
 

@@ -22,6 +22,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QGraphicsItem>
+#include <QPointer>
 
 using namespace RecordFields;
 
@@ -139,7 +140,7 @@ QRectF CCircuitEditorSelection::paste(const QPointF& pos, int index) {
         return {};
     }
     CCircuitEditor* editor = d->circuitEditor;
-    const QPointF offset = editor->snapToGrid(pos - storedPosition(root));
+    const QPointF offset = editor->snapToGrid(pos - boundedPosition(root));
     if (root.tagName() == QLatin1String("CircuitElement")) {
         d->pasteElement(document, root, circuit(), qobjectLoadSave(),
                         editor->circuitElementFactory());
@@ -196,7 +197,7 @@ void CCircuitEditorSelectionData::pasteElement(QDomDocument document, QDomElemen
     CCircuitEditorElementItem* item = circuitEditor->elementItem(element);
     if (item) {
         pastedItemList.append(item);
-        item->setPos(storedPosition(record));
+        item->setPos(boundedPosition(record));
         circuitEditor->snapToGrid(item);
     }
     // Everything is taken from the document but what makes the element this one: its name, its
@@ -253,22 +254,28 @@ void CCircuitEditorSelectionData::pasteNode(QDomDocument document, QDomElement r
     if (!node) {
         return;
     }
-    for (int i = 2; i < terminals.size(); ++i) {
+    // A solver may merge the other way, and free the node.
+    const QPointer<QObject> guard(node->containerObject());
+    for (int i = 2; i < terminals.size() && guard; ++i) {
         if (ICircuitElementNode* terminal = pastedTerminal(terminals.at(i))) {
             solver->makeConnection(terminal, node);
         }
+    }
+    if (!guard) {
+        return;
     }
     const QString newName = node->name();
     loadSave->load(node->containerObject(), document, record);
     node->setName(newName);
     const QPainterPath path =
-        storedPath(children(record.firstChildElement(QStringLiteral("Shape")), "ShapeElement"));
+        storedPath(children(record.firstChildElement(QStringLiteral("Shape")), "ShapeElement"),
+                   boundedPosition);
     if (CCircuitEditorNodeItem* item = circuitEditor->nodeItem(node)) {
         pastedItemList.append(item);
         if (!path.isEmpty() || !circuitEditor->isRouteEmptyShapes()) {
             item->addShape(path, true);
         }
-        item->setPos(storedPosition(record));
+        item->setPos(boundedPosition(record));
         item->updateNode();
     }
 }

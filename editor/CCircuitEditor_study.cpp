@@ -41,6 +41,11 @@ QDomDocument storedProject(ICircuit* circuit, IXmlUtils* xmlUtils) {
     return project;
 }
 
+QPointF wholePosition(const QDomElement& record) {
+    const QPointF position = RecordFields::storedPosition(record);
+    return {std::trunc(position.x()), std::trunc(position.y())};
+}
+
 /// The stored wire, its points cut down to whole numbers.
 QPainterPath wholePath(const QDomElement& record) {
     QList<QDomElement> points;
@@ -50,12 +55,7 @@ QPainterPath wholePath(const QDomElement& record) {
          point = point.nextSiblingElement(tag)) {
         points.append(point);
     }
-    QPainterPath path = RecordFields::storedPath(points);
-    for (int i = 0; i < path.elementCount(); ++i) {
-        const QPainterPath::Element at = path.elementAt(i);
-        path.setElementPositionAt(i, std::trunc(at.x), std::trunc(at.y));
-    }
-    return path;
+    return RecordFields::storedPath(points, wholePosition);
 }
 
 }  // namespace

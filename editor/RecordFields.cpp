@@ -9,12 +9,15 @@
 
 namespace {
 
-// Far outside any drawing area: what lies beyond would make the drawing impossible to look at.
+// Far outside any drawing area.
 constexpr double FarthestCoordinate = 1e6;
 
-double storedCoordinate(const QDomElement& record, const QString& name) {
-    return qBound(-FarthestCoordinate, CircuitGeometry::finiteNumber(record.attribute(name)),
-                  FarthestCoordinate);
+double storedNumber(const QDomElement& record, const char* name) {
+    return CircuitGeometry::finiteNumber(record.attribute(QLatin1String(name)));
+}
+
+double boundedNumber(const QDomElement& record, const char* name) {
+    return qBound(-FarthestCoordinate, storedNumber(record, name), FarthestCoordinate);
 }
 
 struct ColorField {
@@ -39,8 +42,11 @@ QString colorName(const QColor& color) {
 }  // namespace
 
 QPointF RecordFields::storedPosition(const QDomElement& record) {
-    return {storedCoordinate(record, QStringLiteral("X")),
-            storedCoordinate(record, QStringLiteral("Y"))};
+    return {storedNumber(record, "X"), storedNumber(record, "Y")};
+}
+
+QPointF RecordFields::boundedPosition(const QDomElement& record) {
+    return {boundedNumber(record, "X"), boundedNumber(record, "Y")};
 }
 
 void RecordFields::setStoredPosition(QDomElement& record, const QPointF& position) {
@@ -49,8 +55,8 @@ void RecordFields::setStoredPosition(QDomElement& record, const QPointF& positio
 }
 
 QRectF RecordFields::storedRect(const QDomElement& record) {
-    return {storedPosition(record), QSizeF(storedCoordinate(record, QStringLiteral("Width")),
-                                           storedCoordinate(record, QStringLiteral("Height")))};
+    return {boundedPosition(record),
+            QSizeF(boundedNumber(record, "Width"), boundedNumber(record, "Height"))};
 }
 
 void RecordFields::setStoredRect(QDomElement& record, const QRectF& rect) {
@@ -59,15 +65,16 @@ void RecordFields::setStoredRect(QDomElement& record, const QRectF& rect) {
     record.setAttribute(QStringLiteral("Height"), rect.height());
 }
 
-QPainterPath RecordFields::storedPath(const QList<QDomElement>& shapeElements) {
+QPainterPath RecordFields::storedPath(const QList<QDomElement>& shapeElements,
+                                      QPointF (*position)(const QDomElement&)) {
     QPainterPath path;
     for (const QDomElement& element : shapeElements) {
         switch (element.attribute(QStringLiteral("Type")).toInt()) {
             case QPainterPath::MoveToElement:
-                path.moveTo(storedPosition(element));
+                path.moveTo(position(element));
                 break;
             case QPainterPath::LineToElement:
-                path.lineTo(storedPosition(element));
+                path.lineTo(position(element));
                 break;
             default:
                 break;

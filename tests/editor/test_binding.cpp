@@ -118,27 +118,6 @@ TEST_F(Binding, SurvivesASolverThatGoesAway) {
     editor.reset();
 }
 
-TEST_F(Binding, FollowsTerminalsThatJoinAndLeave) {
-    addDivider();
-    CCircuitEditorNodeItem* wire = itemOf(circuit.node(0));
-    EXPECT_EQ(itemOf(element(QStringLiteral("C1")))->circuitNodeItemCount(), 1);
-    const QPainterPath before = wire->internalShape();
-    solver.breakConnection(terminal(QStringLiteral("C1.p")), circuit.node(0));
-    EXPECT_EQ(itemOf(element(QStringLiteral("C1")))->circuitNodeItemCount(), 0);
-    EXPECT_NE(wire->internalShape(), before);
-    circuit.node(0)->setName(QStringLiteral("renamed"));
-    EXPECT_EQ(wire->toolTip(), QStringLiteral("renamed"));
-    EXPECT_TRUE(invariantBreaches(*editor).isEmpty());
-}
-
-TEST_F(Binding, RemovesNetsByRequest) {
-    addDivider();
-    requestRemoval(nullptr);
-    requestRemoval(circuit.node(0));
-    EXPECT_EQ(circuit.nodeCount(), 0);
-    EXPECT_TRUE(invariantBreaches(*editor).isEmpty());
-}
-
 TEST_F(Binding, ThePanelShowsTheSelectionAndLosesWhatIsRemoved) {
     PanelStub panel;
     editor->setPropertyEditor(&panel);
@@ -183,24 +162,6 @@ TEST_F(Binding, ClearingEmptiesModelSceneAndMapsWithEveryKindOfState) {
     EXPECT_EQ(circuit.elementCount() + circuit.nodeCount(), 0);
     addDivider();
     EXPECT_TRUE(invariantBreaches(*editor).isEmpty());
-}
-
-TEST_F(Binding, TheStudySolverRefusesEverything) {
-    addDivider();
-    DummyCircuitSolver dummy(&circuit, nullptr);
-    ICircuitNode* node = circuit.node(0);
-    ICircuitElementNode* a = terminal(QStringLiteral("R1.p"));
-    ICircuitElementNode* b = terminal(QStringLiteral("C1.n"));
-    EXPECT_EQ(dummy.circuit(), &circuit);
-    EXPECT_EQ(dummy.circuitSolverName(), QStringLiteral("DummyCircuitSolver"));
-    EXPECT_EQ(dummy.makeConnection(a, b), nullptr);
-    EXPECT_FALSE(dummy.makeConnection(a, node));
-    EXPECT_FALSE(dummy.makeConnection(node, node));
-    EXPECT_FALSE(dummy.breakConnection(node));
-    EXPECT_FALSE(dummy.breakConnection(terminal(QStringLiteral("R1.n")), node));
-    EXPECT_FALSE(dummy.disconnectElement(a->element()));
-    EXPECT_FALSE(dummy.disconnectElement(a->element(), b->element()));
-    EXPECT_EQ(node->elementNodeCount(), 3);
 }
 
 TEST_F(Binding, WritesElementsWithTwoDecimalsAndNodesWithAll) {
@@ -260,6 +221,22 @@ TEST_F(Binding, ProjectPartAndCircuitFileComeBackAsTheyWere) {
     QFile text(file);
     ASSERT_TRUE(text.open(QIODevice::ReadOnly));
     EXPECT_TRUE(text.readAll().startsWith("<!DOCTYPE VortelCircuit>"));
+}
+
+TEST_F(Binding, FilesHoldHoweverFarAwayThingsAre) {
+    addDivider();
+    circuit.removeElement(element(QStringLiteral("C1")));
+    QPainterPath drawn(QPointF(30, 0));
+    drawn.lineTo(-5e6, 3e6);
+    itemOf(circuit.node(0))->addShape(drawn, true);
+    editor->setInternalMove(true);
+    itemOf(element(QStringLiteral("R2")))->setInternalMoveMode(true);
+    itemOf(element(QStringLiteral("R2")))->setPos(2e6, -3e6);
+    editor->setInternalMove(false);
+    const QByteArray before = editor->describe();
+    const QDomElement part = savedPart();
+    EXPECT_TRUE(editor->loadProjectPart(document, part));
+    EXPECT_EQ(editor->describe(), before);
 }
 
 TEST_F(Binding, ResolvesControlsWhenTheWholeCircuitExists) {

@@ -34,8 +34,8 @@ using namespace RecordFields;
 
 namespace {
 
-// Larger pictures are scaled down: nobody looks at them in that size.
-constexpr double LargestIcon = 1024;
+// As many as a picture of 64 MB has; a larger one is scaled down to that.
+constexpr double MostPixels = 16e6;
 
 QDomDocument newDocument() {
     return QDomDocument(QStringLiteral("VortelGUICircuitEditor"));
@@ -51,7 +51,8 @@ QDomElement appendElement(QDomDocument document, QDomNode parent, const char* ta
 /// the factor from units to pixels. Null for a size of nothing.
 template <class Paint>
 QIcon iconOf(const QSizeF& size, Paint paint) {
-    const double factor = std::min({1.0, LargestIcon / size.width(), LargestIcon / size.height()});
+    const double factor =
+        std::min(1.0, std::sqrt(MostPixels / std::max(1.0, size.width() * size.height())));
     QPixmap pixmap(CircuitGeometry::roundedInt(size.width() * factor),
                    CircuitGeometry::roundedInt(size.height() * factor));
     if (pixmap.isNull()) {

@@ -156,12 +156,15 @@ bool CCircuitEditorData::writePicture(CCircuitEditor::CaptureFormat format,
 }
 
 void CCircuitEditor::captureTo(CaptureFormat format) {
+    if (!d->scene) {
+        return;
+    }
     const QPointer<CCircuitEditor> self(this);
     const QString name = QString::fromLatin1(Names[format].message);
     const QString fileName = QFileDialog::getSaveFileName(
         this, QStringLiteral("Choose a %1 file name to save").arg(name), d->defaultPSPath,
         QString::fromLatin1(Names[format].filter));
-    if (fileName.isEmpty() || !self) {
+    if (fileName.isEmpty() || !self || !d->scene) {
         return;
     }
     // The grid stays away until the box has been answered.
@@ -174,7 +177,7 @@ void CCircuitEditor::captureTo(CaptureFormat format) {
 }
 
 bool CCircuitEditor::captureToFile(int format, const QString& fileName) {
-    if (format < PS || format > SVG) {
+    if (format < PS || format > SVG || !d->scene) {
         return false;
     }
     const PictureTime time(this, d.get());
@@ -202,6 +205,9 @@ void CCircuitEditor::captureToSVG() {
 }
 
 void CCircuitEditor::captureToClipboard() {
+    if (!d->scene) {
+        return;
+    }
     const PictureTime time(this, d.get());
     const QRectF source = d->scene->itemsBoundingRect();
     // Unlike a file, the clipboard's picture follows the present zoom.

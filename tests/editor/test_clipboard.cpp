@@ -287,6 +287,33 @@ TEST_F(ClipboardTest, AnEmptyPathIsTakenAtItsWordUnlessTold) {
     }
 }
 
+TEST_F(ClipboardTest, AGroupHasItsPictureInItsSize) {
+    CCircuitEditorSelection selection(editor);
+    drawStage();
+    selection.initFromSelectionRect(QRectF(-1000, -60, 2000, 120));
+    EXPECT_EQ(selection.clipboardIcon().availableSizes(), QList<QSize>{QSize(2000, 120)});
+}
+
+TEST_F(ClipboardTest, ASolverMayMergeTheOtherWay) {
+    struct Renewing : CircuitSolver {
+        using CircuitSolver::CircuitSolver;
+        using CircuitSolver::makeConnection;
+        bool makeConnection(ICircuitElementNode* terminal, ICircuitNode* node) override {
+            ICircuitElementNode* first = node->elementNode(0);
+            breakConnection(node);
+            turnEventLoop();  // frees it
+            return makeConnection(terminal, first);
+        }
+    } renewing(&circuit);
+    drawStage();
+    create("Capacitor.Basic", {0, 200});
+    solver.makeConnection(terminal("C1.p"), circuit.node(0));
+    editor->selectAll();
+    editor->copy();
+    editor->paste(QPointF(-200, 500));
+    EXPECT_EQ(circuit.nodeCount(), 2);
+}
+
 TEST_F(ClipboardTest, TheChosenEntryIsPasted) {
     ClipboardWidget history;
     history.setClipboard(&clipboard);

@@ -390,6 +390,7 @@ private:
 
     void drawGridDots(QPainter* painter, const QRectF& rect, const QTransform& toDevice) const;
     void drawGridLines(QPainter* painter, const QRectF& rect, const QTransform& toDevice) const;
+    void releaseGrabber(QMouseEvent* event);
     void hideRemovedFromPropertyEditor(QObject* object);
     void deleteTerminalOf(ICircuitNode* node, ICircuitElementNode* elementNode);
     /// What stays of a wire laid by hand when the terminal's branch goes, in item coordinates.

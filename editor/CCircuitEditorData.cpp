@@ -101,6 +101,9 @@ void CCircuitEditorData::forgetItem(QGraphicsItem* item) {
     if (scene && scene->highlightedItem() == item) {
         scene->setHighlightedItem(nullptr);
     }
+    if (scene && scene->mouseGrabberItem() == item) {
+        scene->forgetDrag();
+    }
     selection->forgetItem(item);
     gestures->forgetItem(item);
     if (item == manualConnectorItem) {

@@ -16,6 +16,7 @@
 #include "ICircuitElementDesc.h"
 #include "ICircuitElementNode.h"
 #include "ICircuitSolver.h"
+#include "InterfacePointer.h"
 #include "MoveDialog.h"
 
 #include <QDesktopServices>
@@ -42,7 +43,7 @@ bool differ(const QPointF& a, const QPointF& b) {
 
 /// What a terminal was dropped on: a terminal, or else a wire and its net.
 struct DropTarget {
-    ICircuitElementNode* terminal;
+    InterfacePointer<ICircuitElementNode> terminal;
     CCircuitEditorNodeItem* wire;
     ICircuitNode* node;
 };
@@ -100,8 +101,13 @@ void CCircuitEditorElementItem::mouseReleaseEvent(QGraphicsSceneMouseEvent* even
     }
     setCursor2(Qt::OpenHandCursor);
     QGraphicsRectItem::mouseReleaseEvent(event);
+    const QPointer<CCircuitEditorElementItem> self(this);
     if (d->moved) {
         finishDrag();
+    }
+    // The model may answer a drop by taking the element away.
+    if (!self) {
+        return;
     }
     d->moved = false;
     emit d->circuitEditor->elementClickEvent(d->element,
@@ -143,12 +149,12 @@ void CCircuitEditorElementItem::connectAtDrop(CCircuitEditorElementNodeItem* ter
         if (!solver) {
             return;
         }
-        if (target.terminal) {
+        if (editor->itemFor(target.terminal.get())) {
             ICircuitNode* node = solver->makeConnection(target.terminal, own);
             if (CCircuitEditorNodeItem* wire = editor->nodeItem(node)) {
                 wire->addShape(wire->mapFromScene(stub), true);
             }
-        } else if (editor->nodeItem(target.node) == target.wire &&
+        } else if (target.wire && editor->nodeItem(target.node) == target.wire &&
                    solver->makeConnection(own, target.node) &&
                    editor->nodeItem(target.node) == target.wire) {
             target.wire->addShape(stub, false);
@@ -296,10 +302,10 @@ void CCircuitEditorElementItem::showOutputVariables() {
 
 void CCircuitEditorElementItem::askForMove(QWidget* parent) {
     const QPointer<CCircuitEditorElementItem> self(this);
-    const QPoint distance =
+    const std::optional<QPoint> distance =
         askForDistance(parent, QStringLiteral("Move %1").arg(d->element->caption()));
-    if (self && !distance.isNull()) {
-        moveByCommand(QPointF(distance) * d->circuitEditor->gridSize());
+    if (self && distance) {
+        moveByCommand(QPointF(*distance) * d->circuitEditor->gridSize());
     }
 }
 

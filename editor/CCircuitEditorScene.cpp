@@ -3,6 +3,7 @@
 #include "CCircuitEditorNodeItem.h"
 
 #include <QGraphicsItem>
+#include <QGraphicsSceneMouseEvent>
 #include <QPainter>
 #include <QPalette>
 
@@ -29,6 +30,17 @@ void CCircuitEditorScene::setHighlightedItem(QGraphicsItem* item) {
 
 QGraphicsItem* CCircuitEditorScene::highlightedItem() const {
     return d->highlightedItem;
+}
+
+void CCircuitEditorScene::forgetDrag() {
+    // The base class keeps where dragged items started until any item gets its release, and a drag
+    // of another item would begin with these places.
+    struct Released : QGraphicsRectItem {
+        using QGraphicsRectItem::mouseReleaseEvent;
+    } item;
+    addItem(&item);
+    QGraphicsSceneMouseEvent release(QEvent::GraphicsSceneMouseRelease);
+    item.mouseReleaseEvent(&release);
 }
 
 void CCircuitEditorScene::drawForeground(QPainter* painter, const QRectF& rect) {

@@ -19,6 +19,9 @@ public:
     void setHighlightedItem(QGraphicsItem* item);
     QGraphicsItem* highlightedItem() const;
 
+    /// To be called when an item that is being dragged won't get its release, be it that it dies.
+    void forgetDrag();
+
 protected:
     void drawForeground(QPainter* painter, const QRectF& rect) override;
 

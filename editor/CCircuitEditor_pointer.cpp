@@ -231,15 +231,26 @@ void CCircuitEditor::mouseReleaseEvent(QMouseEvent* event) {
         return;
     }
     if (d->readOnly || d->mode == OutVarSelectionMode) {
-        // An item that took the press is let go of, or it would take the next one, too.
-        if (d->scene->mouseGrabberItem()) {
-            QGraphicsView::mouseReleaseEvent(event);
-        }
+        releaseGrabber(event);
         return;
     }
     QGraphicsView::mouseReleaseEvent(event);
     if (d->mode != ManualConnectionMode) {
         releaseConnection(event);
+    }
+}
+
+void CCircuitEditor::releaseGrabber(QMouseEvent* event) {
+    // An item that took the press is let go of, or it would take the next one, too.
+    QGraphicsItem* grabber = d->scene->mouseGrabberItem();
+    auto* element = qgraphicsitem_cast<CCircuitEditorElementItem*>(grabber);
+    if (element && d->readOnly) {
+        // A double click gave it the press. With the release it would snap and connect.
+        element->ungrabMouse();
+        element->setCursor2(Qt::OpenHandCursor);
+        d->scene->forgetDrag();
+    } else if (grabber) {
+        QGraphicsView::mouseReleaseEvent(event);
     }
 }
 

@@ -186,17 +186,6 @@ TEST_F(Canvas, CentresFreeElementsAndLeavesWiredOnesAndOthers) {
     EXPECT_EQ(first->pos(), QPointF(-100, 0));
 }
 
-TEST_F(Canvas, StacksInSmallSteps) {
-    auto* a = editor->scene()->addRect(QRectF());
-    auto* b = editor->scene()->addRect(QRectF());
-    editor->bringToFront(a);
-    editor->bringToFront(b);
-    EXPECT_DOUBLE_EQ(b->zValue(), 2 * 0.10000000149011612);
-    editor->sendToBack(b);
-    EXPECT_DOUBLE_EQ(b->zValue(), -0.10000000149011612);
-    EXPECT_GT(a->zValue(), b->zValue());
-}
-
 TEST_F(Canvas, HighlightsWhatHasAnItem) {
     add("Resistor.Basic", {0, 0});
     add("Resistor.Basic", {200, 0});
@@ -262,18 +251,6 @@ TEST_F(Canvas, LooksUpItemsWithoutLeavingEntries) {
     // A look-up that left an entry would keep the element from ever being drawn.
     circuit.addElement(factory.createElement(QStringLiteral("Capacitor.Basic")));
     EXPECT_NE(itemOf(element(QStringLiteral("C1"))), nullptr);
-}
-
-TEST_F(Canvas, AnswersEveryInterfaceWithTheRightPointer) {
-    QObject* object = editor.get();
-    EXPECT_EQ(qobject_cast<ICanvas*>(object), static_cast<ICanvas*>(editor.get()));
-    EXPECT_EQ(qobject_cast<ICircuitEditor*>(object), static_cast<ICircuitEditor*>(editor.get()));
-    EXPECT_EQ(qobject_cast<IProjectPart*>(object), static_cast<IProjectPart*>(editor.get()));
-    EXPECT_EQ(qobject_cast<ICircuitEditorExt*>(object),
-              static_cast<ICircuitEditorExt*>(editor.get()));
-    EXPECT_EQ(qobject_cast<ICircuitEditorExt2*>(object),
-              static_cast<ICircuitEditorExt2*>(editor.get()));
-    EXPECT_EQ(qobject_cast<ICanvas*>(object)->containerObject(), object);
 }
 
 TEST_F(Canvas, OutlivesItsSceneAndItsSceneOutlivesIt) {

@@ -255,28 +255,4 @@ TEST_F(Component, AsksForCircuitFiles) {
     EXPECT_EQ(driver.titles.last(), QStringLiteral("Choose a file name to load"));
 }
 
-TEST_F(Component, TellsAboutItself) {
-    start({});
-    auto* about = qobject_cast<IAboutData*>(component);
-    ASSERT_NE(about, nullptr);
-    EXPECT_EQ(about->productName(), QStringLiteral("Circuit Editor"));
-    EXPECT_EQ(about->version(), QStringLiteral("2.0"));
-    EXPECT_EQ(about->shortDescription(),
-              QStringLiteral("Provides a canvas for editor Vortel circuits"));
-    EXPECT_EQ(about->license(), QStringLiteral("Vortel/VortelGUI License"));
-    ASSERT_EQ(about->authors().size(), 2);
-    EXPECT_EQ(about->authors().at(0).role(),
-              QStringLiteral("Founder, Vision, Design, Development"));
-    EXPECT_EQ(about->authors().at(1).role(), QStringLiteral("Design and Development of GUI"));
-    EXPECT_TRUE(about->credits().isEmpty() && about->programLogo().isNull());
-    const struct {
-        const char* name;
-        QSize size;
-    } icons[] = {{"undo", {32, 32}}, {"new", {48, 48}}, {"manualConnections", {32, 23}}};
-    for (const auto& icon : icons) {
-        EXPECT_EQ(QImage(QStringLiteral(":/CircuitEditor/%1.png").arg(icon.name)).size(),
-                  icon.size);
-    }
-}
-
 #include "test_component.moc"

@@ -131,6 +131,47 @@ TEST_F(ElementHandling, ADropWhereConnectionsDissolveNetsIsSafe) {
     EXPECT_EQ(circuit.nodeCount(), 1);
 }
 
+TEST_F(ElementHandling, AModelMayAnswerADropByTakingTheElementAway) {
+    create("Resistor.Basic", {0, 0});
+    create("Resistor.Basic", {200, 100});
+    QObject::connect(&circuit, &Circuit::nodeAdded,
+                     [this] { circuit.removeElement(element("R2")); });
+    drag({200, 112}, {63, 13});  // its p comes onto R1.n
+    snapshot();
+    EXPECT_EQ(circuit.elementCount(), 1);
+}
+
+TEST_F(ElementHandling, ADragBeginsAtItsOwnElement) {
+    create("Resistor.Basic", {0, 0});
+    create("Resistor.Basic", {200, 100});
+    press({200, 112});
+    moveTo({220, 112});
+    key(Qt::Key_Delete);
+    release({220, 112});
+    ASSERT_EQ(circuit.elementCount(), 1);
+    drag({0, 12}, {50, 32});
+    EXPECT_EQ(itemOf("R1")->pos(), QPointF(50, 20));
+}
+
+TEST_F(ElementHandling, AMoveByNothingIsAMoveAndACancelledOneIsNot) {
+    create("Resistor.Basic", {0, 0});
+    click({0, 12});
+    create("Resistor.Basic", {60, 0});  // R2.p lies on R1.n
+    for (const bool accepted : {false, true}) {
+        DialogDriver driver;
+        driver.chooseEntry(QStringLiteral("Move Element"));
+        driver.queue([accepted](QWidget* dialog) {
+            for (auto* box : dialog->findChildren<QSpinBox*>()) {
+                box->setValue(0);
+            }
+            QMetaObject::invokeMethod(dialog, accepted ? "accept" : "reject");
+        });
+        rightClick({0, 12});
+        click({0, 12});  // settles and connects what has been moved
+        EXPECT_EQ(circuit.nodeCount(), accepted ? 1 : 0);
+    }
+}
+
 TEST_F(ElementHandling, KeysTurnMirrorAndMoveASelectedElement) {
     create("Resistor.Basic", {0, 0});
     key(Qt::Key_R);  // not selected

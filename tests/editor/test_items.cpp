@@ -89,25 +89,6 @@ TEST_F(Items, TerminalMarkersFollowTheGridAndTheModel) {
     marker->setElementNode(terminal(QStringLiteral("Q1.B")));
 }
 
-TEST_F(Items, TerminalNamesTheNetInItsToolTip) {
-    add("Resistor.Basic", {0, 0});
-    add("Resistor.Basic", {200, 0});
-    join("R1.n", "R2.p")->setName(QStringLiteral("mid"));
-    CCircuitEditorElementNodeItem* marker = itemOf(terminal(QStringLiteral("R1.n")));
-    marker->reloadNode();
-    EXPECT_EQ(marker->toolTip(), QStringLiteral("mid (n)"));
-}
-
-TEST_F(Items, MarkerIsADiscOfFixedSize) {
-    editor->setGridSize(30);
-    add("Resistor.Basic", {0, 0});
-    const QImage image = painted(itemOf(terminal(QStringLiteral("R1.p"))));
-    const QRgb colour = terminal(QStringLiteral("R1.p"))->color().rgb();
-    EXPECT_EQ(image.pixel(50, 50), colour);
-    EXPECT_NE(image.pixel(53, 50), colour);
-    EXPECT_NE(image.pixel(50, 46), colour);
-}
-
 TEST_F(Items, FlipMirrorsVectorPicturesOnly) {
     PicturedElement element;
     element.vector.load(svg("-20 -20 40 40"));
@@ -246,31 +227,6 @@ TEST_F(Items, FacingTerminalsAreJoinedByAStraightWire) {
     EXPECT_EQ(wire->boundingRect(), QRectF(26.25, -3.75, 151.5, 7.5));
     EXPECT_TRUE(wire->contains({60, 9}));
     EXPECT_FALSE(wire->contains({60, 11}));
-}
-
-TEST_F(Items, PerpendicularTerminalsMeetInOneCorner) {
-    add("Resistor.Basic", {0, 0});
-    add("DCVoltage.Sources", {100, 90});
-    CCircuitEditorNodeItem* wire = itemOf(join("R1.n", "V1.p"));
-    EXPECT_EQ(pathPoints(wire->internalShape()), (Points{{30, 0}, {100, 0}, {100, 60}, {100, 0}}));
-}
-
-TEST_F(Items, ManyTerminalsMeetAtTheCentreAndEachBranchIsRoutedAlone) {
-    add("Resistor.Basic", {0, 0});
-    add("Resistor.Basic", {300, 0});
-    add("DCVoltage.Sources", {100, 200});
-    ICircuitNode* node = join("R1.n", "R2.p");
-    solver.makeConnection(terminal(QStringLiteral("V1.p")), node);
-    // Bounds (30, 0) to (270, 170): centre (150, 85), snapped to (150, 90).
-    EXPECT_EQ(pathPoints(itemOf(node)->internalShape()), (Points{{30, 0},
-                                                                 {150, 0},
-                                                                 {150, 90},
-                                                                 {270, 0},
-                                                                 {150, 0},
-                                                                 {150, 90},
-                                                                 {100, 170},
-                                                                 {100, 90},
-                                                                 {150, 90}}));
 }
 
 TEST_F(Items, AManualWireIsLeftAloneUntilItIsMadeAutomatic) {

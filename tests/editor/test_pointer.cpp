@@ -51,18 +51,6 @@ protected:
 
 }  // namespace
 
-TEST(Straightening, PutsNearlyStraightSegmentsOnTheirAxis) {
-    const QPointF last(100, 100);
-    const struct {
-        QPointF point;
-        QPointF result;
-    } rows[] = {{{200, 109.9}, {200, 100}}, {{200, 110}, {200, 110}}, {{109.9, 0}, {100, 0}},
-                {{110, 0}, {110, 0}},       {{150, 150}, {150, 150}}, {{100, 100}, {100, 100}}};
-    for (const auto& row : rows) {
-        EXPECT_EQ(CircuitGeometry::straightened(row.point, last), row.result) << row.point.x();
-    }
-}
-
 TEST_F(Pointer, DoubleClickMakesTheChosenElementOnTheGrid) {
     QPoint told;
     QObject::connect(editor, &CCircuitEditor::canvasDoubleClickEvent,
@@ -430,6 +418,11 @@ TEST_F(Pointer, ReadOnlyStillPansAndSelects) {
     drag({0, 0}, {100, 0});
     EXPECT_TRUE(itemOf("R1")->isSelected());
     EXPECT_EQ(itemOf("R1")->pos(), QPointF(0, 0));
+    // A double click grabs, and is only let go of again.
+    itemOf("R1")->setPos(3, 0);
+    doubleClick({0, 12});
+    EXPECT_EQ(itemOf("R1")->pos(), QPointF(3, 0));
+    EXPECT_EQ(editor->scene()->mouseGrabberItem(), nullptr);
     QCursor::setPos(300, 300);
     const int before = editor->horizontalScrollBar()->value();
     press({0, 200});

@@ -109,17 +109,6 @@ TEST_F(UndoStack, PushRecordsAndNeverExecutes) {
     EXPECT_EQ(stack->count(), 2);
 }
 
-TEST_F(UndoStack, AnEmptyStackDoesNothingAndStillSaysItCan) {
-    QSignalSpy canUndo(stack.get(), &CUndoRedoStack::canUndoChanged);
-    stack->undo();
-    stack->redo();
-    EXPECT_TRUE(canUndo.isEmpty());
-    EXPECT_TRUE(stack->canUndo());
-    EXPECT_TRUE(stack->canRedo());
-    EXPECT_TRUE(stack->undoText().isEmpty());
-    EXPECT_TRUE(stack->redoText().isEmpty());
-}
-
 TEST_F(UndoStack, APushDiscardsTheTopHalfOfTheRedoCommands) {
     const struct {
         int undone;

@@ -1,5 +1,6 @@
 // What a file holds, through loading and saving: nothing is lost, and saving again changes nothing.
 
+#include "ProjectFile.h"
 #include "WorkbenchProcess.h"
 
 #include <QDir>
@@ -111,6 +112,56 @@ TEST_F(RoundTrips, LoseNothingOfTheExamples) {
         EXPECT_EQ(withoutMeasuredSizes(contentOf(path("project.vprj"))),
                   withoutMeasuredSizes(contentOf(Examples.filePath(name))));
     }
+}
+
+TEST_F(RoundTrips, KeepWhatANewerVersionWrites) {
+    const QString file = write("newer.vprj", R"(<VortelProject Format="1">
+<ProjectPart ID="VortelCircuit" Mood="good"><Probe Net="n1"/>
+<CircuitElement ElementType="Resistor.Basic" ID="3" X="0" Y="0" Locked="1">
+ <Property Name="Name" Value="R1"/><Property Name="Footprint" Value="0603"/><Pin No="7"/>
+</CircuitElement>
+<CircuitElement ElementType="Resistor.Basic" ID="4" X="200" Y="0"/>
+<CircuitNode Name="n1" X="0" Y="0" Net="5"><ElementNode Name="n" ElementID="3"/>
+ <ElementNode Name="p" ElementID="4"/></CircuitNode></ProjectPart>)"
+                                             "&#1;\x01<ProjectPart ID=\"Future\"><Blank> </Blank>"
+                                             "</ProjectPart></VortelProject>");
+    drawingThatSurvives(file, "copy.vprj");
+    const QByteArray copy = contentOf(path("copy.vprj"));
+    for (const char* kept : {"Mood=\"good\"", "<Probe Net=\"n1\"/>", "Locked=\"1\"", "Net=\"5\"",
+                             "<Property Name=\"Footprint\" Value=\"0603\"/>", "<Pin No=\"7\"/>"}) {
+        EXPECT_EQ(copy.count(kept), 1) << kept;
+    }
+    QString reason;
+    EXPECT_EQ(ProjectFile::fromBytes(copy, &reason)->part("Future").text(), " ");
+
+    const QString boxes = write("boxes.vprj", R"(<VortelProject Format="1">
+<ProjectPart ID="VortelCircuit"><TextBox Angle="3">t</TextBox></ProjectPart></VortelProject>)");
+    EXPECT_EQ(
+        run({"describe", boxes}).errorLines,
+        QStringList(boxes + ": what a newer version keeps in 1 record could not be restored"));
+}
+
+TEST_F(RoundTrips, NumbersMeanTheSameWhenSomeElementsAreLost) {
+    const QString file = write("damaged.vprj", R"(<VortelProject Format="1">
+<ProjectPart ID="VortelCircuit">
+<CircuitElement ElementType="Memristor.Exotic" ID="8" X="0" Y="0"/>
+<CircuitElement ElementType="Resistor.Basic" ID="7" X="0" Y="0"/>
+<CircuitElement ElementType="Resistor.Basic" ID="3" X="200" Y="0">
+ <Parameter Name="R" Value="banana"/></CircuitElement>
+<CircuitNode Name="cut" X="0" Y="0"><ElementNode Name="a" ElementID="8"/>
+ <ElementNode Name="n" ElementID="7"/><ElementNode Name="p" ElementID="3"/>
+ <Shape><ShapeElement Type="0" X="50" Y="0"/><ShapeElement Type="1" X="150" Y="0"/></Shape>
+</CircuitNode>
+<EPTextBox ElementIndex="0" Property="M"/><EPTextBox ElementIndex="2" Property="Name"/>
+</ProjectPart><ProjectPart ID="OutputVariables">
+<OutputVar Type="2" Name="a" Element="M1" ElementVarName="i"/></ProjectPart></VortelProject>)");
+    const Outcome outcome = run({"describe", file});
+    EXPECT_EQ(outcome.errorLines,
+              QStringList(file + ": 1 element, 1 node, 1 text box, 1 output variable and the value "
+                                 "\"banana\" of R in R2 could not be restored"));
+    const QJsonObject drawing = QJsonDocument::fromJson(outcome.output).object();
+    EXPECT_EQ(lines(drawing, "nodes", {"name", "manual"}), QStringList("cut true"));
+    EXPECT_EQ(lines(drawing, "textBoxes", {"text"}), QStringList("Name=R2"));
 }
 
 TEST_F(RoundTrips, KeepEveryKindOfRecord) {

@@ -8,7 +8,7 @@
 #include "XmlFile.h"
 
 #include <QHash>
-#include <QStringList>
+#include <QSet>
 #include <QTextStream>
 
 #include <algorithm>
@@ -25,6 +25,15 @@ QVector<CircuitRecords::Terminal> terminalsOf(const QDomElement& node) {
                           e.attribute(QStringLiteral("Name"))});
     }
     return terminals;
+}
+
+QList<QDomElement> childrenOf(const QDomElement& parent, const char* tag) {
+    QList<QDomElement> children;
+    for (QDomElement e = parent.firstChildElement(QLatin1String(tag)); !e.isNull();
+         e = e.nextSiblingElement(QLatin1String(tag))) {
+        children.append(e);
+    }
+    return children;
 }
 
 QString counted(int count, const char* noun, const char* plural = "s") {
@@ -131,7 +140,7 @@ std::optional<CircuitRecords> readCircuitFile(const QString& fileName, QString* 
     return circuitRecords(document->documentElement());
 }
 
-QString lossesOf(const CircuitRecords& records, ICircuit& circuit) {
+QString lossesOf(const CircuitRecords& records, ICircuit& circuit, const FurtherLosses& further) {
     QStringList parts;
     const int lostElements = records.elementCount - circuit.elementCount();
     if (lostElements > 0) {
@@ -140,7 +149,67 @@ QString lossesOf(const CircuitRecords& records, ICircuit& circuit) {
     if (const int lost = lostNodes(records, circuit)) {
         parts.append(counted(lost, "node"));
     }
+    if (further.textBoxes > 0) {
+        parts.append(counted(further.textBoxes, "text box", "es"));
+    }
+    if (further.outputVariables > 0) {
+        parts.append(counted(further.outputVariables, "output variable"));
+    }
+    if (further.strangers > 0) {
+        parts.append(QStringLiteral("what a newer version keeps in ") +
+                     counted(further.strangers, "record"));
+    }
+    if (further.values.size() == 1) {
+        parts.append(QStringLiteral("the value ") + further.values.first());
+    } else if (!further.values.isEmpty()) {
+        parts.append(counted(further.values.size(), "value"));
+    }
     return parts.isEmpty() ? QString() : joined(parts) + QStringLiteral(" could not be restored");
+}
+
+int dropUnknownElements(ProjectFile* file, const std::function<bool(const QString&)>& isKnown) {
+    const QString circuitId = QLatin1String(ProjectFile::CircuitPart);
+    const auto lostOf = [&](const QDomElement& circuit) {
+        QVector<bool> lost;
+        for (const QDomElement& e : childrenOf(circuit, "CircuitElement")) {
+            lost.append(!isKnown(e.attribute(QStringLiteral("ElementType"))));
+        }
+        return lost;
+    };
+    const QVector<bool> lost = lostOf(file->part(circuitId));
+    if (!lost.contains(true)) {
+        return 0;
+    }
+    *file = file->clone();
+    QDomElement circuit = file->part(circuitId);
+    QVector<int> places;
+    QSet<int> lostIds;
+    const QList<QDomElement> elements = childrenOf(circuit, "CircuitElement");
+    for (int i = 0, next = 0; i < elements.size(); ++i) {
+        places.append(lost.at(i) ? -1 : next++);
+        if (lost.at(i)) {
+            lostIds.insert(elements.at(i).attribute(QStringLiteral("ID")).toInt());
+            circuit.removeChild(elements.at(i));
+        }
+    }
+    for (QDomElement node : childrenOf(circuit, "CircuitNode")) {
+        for (const QDomElement& terminal : childrenOf(node, "ElementNode")) {
+            if (lostIds.contains(terminal.attribute(QStringLiteral("ElementID")).toInt())) {
+                node.removeChild(terminal);
+            }
+        }
+    }
+    int boxes = 0;
+    for (QDomElement box : childrenOf(circuit, "EPTextBox")) {
+        const int place = places.value(box.attribute(QStringLiteral("ElementIndex")).toInt(), -1);
+        if (place >= 0) {
+            box.setAttribute(QStringLiteral("ElementIndex"), place);
+        } else {
+            circuit.removeChild(box);
+            ++boxes;
+        }
+    }
+    return boxes;
 }
 
 QString beyondCircuitFile(const ProjectFile& project) {

@@ -1,6 +1,7 @@
 #include "Workbench.h"
 
 #include "Autosave.h"
+#include "Circuit.h"
 #include "CircuitFile.h"
 #include "Components.h"
 #include "HeldMessages.h"
@@ -29,6 +30,7 @@ namespace {
 
 constexpr char EditorName[] = "CCircuitEditorComponent.circuitEditor";
 constexpr char SimulationName[] = "CSimulationComponent.simulation";
+constexpr char PersistenceName[] = "CServicesComponent.objectLoadSave";
 constexpr char ProjectManagerName[] = "CProjectManagerComponent.projectManager";
 
 bool readGuiDescription(QString* error) {
@@ -57,6 +59,16 @@ QString reasonOfHalfFile(const PendingFile& file, const QString& told, const cha
     const QString failure =
         QStringLiteral("the %1 could not be written in full").arg(QLatin1String(what));
     return reason.isEmpty() ? failure : failure + QLatin1String(": ") + reason;
+}
+
+int countOutputVariables(const ProjectFile& file) {
+    const QString tag = QStringLiteral("OutputVar");
+    int count = 0;
+    for (QDomElement e = file.part(QStringLiteral("OutputVariables")).firstChildElement(tag);
+         !e.isNull(); e = e.nextSiblingElement(tag)) {
+        ++count;
+    }
+    return count;
 }
 
 QString cannotWrite(const QString& fileName, const QString& reason) {
@@ -197,14 +209,27 @@ bool Workbench::load(const ProjectFile& file, const QString& fileName, const QSt
     const QString earlier = file.root().attribute(QLatin1String(Autosave::LossesAttribute));
     const QDomElement circuitPart = file.part(QLatin1String(ProjectFile::CircuitPart));
     QStringList losses = {earlier};
+    const CircuitRecords records = circuitRecords(circuitPart);
+    FurtherLosses further;
+    ProjectFile usable = file;
+    const ElementLibrary& library = CSimulatorComponent::instance()->library();
+    further.textBoxes = dropUnknownElements(
+        &usable, [&library](const QString& type) { return library.description(type); });
+    further.strangers = file.strangersThatGo();
+    auto* persistence = qobject_cast<ObjectLoadSave*>(object(QLatin1String(PersistenceName)));
+    persistence->takeRefusedValues();
     // Before anything is saved, which numbers the elements anew.
     const auto finish = [&] {
         if (circuitPart.isNull()) {
             clearTitle();
         }
-        losses.append(lossesOf(circuitRecords(circuitPart), *circuit()));
+        const auto* model = qobject_cast<Circuit*>(circuit()->containerObject());
+        further.outputVariables =
+            countOutputVariables(file) - (model ? model->outputVariableCount() : 0);
+        further.values = persistence->takeRefusedValues();
+        losses.append(lossesOf(records, *circuit(), further));
     };
-    if (!projectManager()->load(file, fileName, &reason, finish)) {
+    if (!projectManager()->load(usable, fileName, &reason, finish)) {
         *message = about(source, reason);
         return false;
     }
@@ -223,8 +248,12 @@ bool Workbench::openCircuit(const QString& fileName, QString* message) {
     QString losses;
     projectManager()->newProject(fileName, [&] {
         clearTitle();
+        auto* persistence = qobject_cast<ObjectLoadSave*>(object(QLatin1String(PersistenceName)));
+        persistence->takeRefusedValues();
         editor()->load(fileName);
-        losses = lossesOf(*records, *circuit());
+        FurtherLosses further;
+        further.values = persistence->takeRefusedValues();
+        losses = lossesOf(*records, *circuit(), further);
     });
     *message = noteLosses(fileName, losses);
     return true;

@@ -1,6 +1,7 @@
 #include "ObjectLoadSave.h"
 
 #include "IEditableProperties.h"
+#include "StrangeRecords.h"
 #include "XmlUtils.h"
 
 #include <QMetaProperty>
@@ -30,27 +31,45 @@ QStringList recordAttributes(const QMetaObject* meta, const QDomElement& element
     return names;
 }
 
-void loadProperty(QObject* object, const QString& name, const QString& text) {
+int parameterIndex(IEditableProperties* properties, const QString& name) {
+    for (int i = 0; properties && i < properties->propertyCount(); ++i) {
+        if (properties->propertyGroup(i) == QLatin1String("rparams") &&
+            properties->propertyName(i) == name) {
+            return i;
+        }
+    }
+    return -1;
+}
+
+bool isKnownEntry(QObject* object, const QString& tag, const QString& name) {
+    return tag == QLatin1String("Property")
+               ? object->metaObject()->indexOfProperty(name.toUtf8()) >= 0
+               : parameterIndex(qobject_cast<IEditableProperties*>(object), name) >= 0;
+}
+
+/// False if the object has such a property and hasn't taken the value.
+bool loadProperty(QObject* object, const QString& name, const QString& text) {
     const QMetaObject* meta = object->metaObject();
     const int index = meta->indexOfProperty(name.toUtf8());
     if (index < QObject::staticMetaObject.propertyCount()) {
-        return;
+        return true;
     }
     const QMetaProperty property = meta->property(index);
     QVariant value(text);
-    if (isPersistent(property, object) && value.convert(property.userType())) {
-        property.write(object, value);
+    if (!isPersistent(property, object)) {
+        return true;
     }
+    return value.convert(property.userType()) && property.write(object, value) &&
+           property.read(object) == value;
 }
 
-void loadParameter(IEditableProperties* properties, const QString& name, const QString& text) {
-    for (int i = 0; i < properties->propertyCount(); ++i) {
-        if (properties->propertyGroup(i) == QLatin1String("rparams") &&
-            properties->propertyName(i) == name) {
-            properties->setPropertyValue(i, text);
-            return;
-        }
+bool loadParameter(IEditableProperties* properties, const QString& name, const QString& text) {
+    const int index = parameterIndex(properties, name);
+    if (index < 0) {
+        return true;
     }
+    properties->setPropertyValue(index, text);
+    return properties->propertyValue(index).toString() == text.trimmed();
 }
 
 }  // namespace
@@ -82,6 +101,21 @@ void ObjectLoadSave::save(QObject* object, QDomDocument document, QDomElement el
             }
         }
     }
+    StrangeRecords::write(object, element);
+}
+
+QStringList ObjectLoadSave::takeRefusedValues() {
+    QStringList refused;
+    refused.swap(m_refused);
+    return refused;
+}
+
+void ObjectLoadSave::note(bool taken, const QObject* object, const QString& name,
+                          const QString& text) {
+    if (!taken) {
+        m_refused.append(
+            QStringLiteral("\"%1\" of %2 in %3").arg(text, name, object->objectName()));
+    }
 }
 
 void ObjectLoadSave::load(QObject* object, QDomDocument, QDomElement element) {
@@ -90,11 +124,13 @@ void ObjectLoadSave::load(QObject* object, QDomDocument, QDomElement element) {
     }
     XmlUtils xml;
     const QList<QDomElement> records = xml.findElements(element, QStringLiteral("Property"));
-    const auto read = [object, &records](bool names) {
+    StrangeRecords::remember(object, element, isKnownEntry);
+    const auto read = [this, object, &records](bool names) {
         for (const QDomElement& record : records) {
             const QString name = record.attribute(QStringLiteral("Name"));
             if ((name == QLatin1String("Name")) == names) {
-                loadProperty(object, name, record.attribute(QStringLiteral("Value")));
+                const QString value = record.attribute(QStringLiteral("Value"));
+                note(loadProperty(object, name, value), object, name, value);
             }
         }
     };
@@ -106,8 +142,9 @@ void ObjectLoadSave::load(QObject* object, QDomDocument, QDomElement element) {
     }
     if (auto* properties = qobject_cast<IEditableProperties*>(object)) {
         for (const QDomElement& record : xml.findElements(element, QStringLiteral("Parameter"))) {
-            loadParameter(properties, record.attribute(QStringLiteral("Name")),
-                          record.attribute(QStringLiteral("Value")));
+            const QString name = record.attribute(QStringLiteral("Name"));
+            const QString value = record.attribute(QStringLiteral("Value"));
+            note(loadParameter(properties, name, value), object, name, value);
         }
     }
 }

@@ -29,9 +29,15 @@ public:
     QDomElement part(const QString& id) const;
     QDomElement addPart(const QString& id);
 
-    /// Takes over copies of what `earlier` holds and this doesn't: parts of programs that know more
-    /// than this one.
+    /// A project with a document of its own.
+    ProjectFile clone() const;
+
+    /// Takes over copies of what `earlier` holds and this doesn't: parts, and attributes and
+    /// records of parts, of programs that know more than this one.
     void keepStrangers(const ProjectFile& earlier);
+    /// How many of the records hold what is not known and nobody keeps. Records of elements and
+    /// nodes are their objects' to keep, other parts are kept as a whole.
+    int strangersThatGo() const;
 
     /// UTF-8 with an XML declaration: the same bytes for the same content. Numbers the elements of
     /// the circuit from 0, for what they were numbered by depends on earlier saves. Characters that

@@ -3,6 +3,7 @@
 #include "CircuitElement.h"
 #include "Clipboard.h"
 #include "DialogDriver.h"
+#include "FileState.h"
 #include "ICanvas.h"
 #include "ICircuit.h"
 #include "ICircuitEditor.h"
@@ -32,6 +33,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
+#include <QScreen>
 #include <QSignalSpy>
 #include <QStandardPaths>
 #include <QStatusBar>
@@ -71,6 +73,8 @@ protected:
                                     window.get(), &error))
             << qPrintable(error);
         ASSERT_TRUE(window->build(&error)) << qPrintable(error);
+        EXPECT_LE(window->width(), QGuiApplication::primaryScreen()->availableSize().width());
+        window->resize(1200, 800);
         window->show();
     }
 
@@ -436,6 +440,37 @@ TEST_F(MainWindowTest, KeepsWhatCrashesHaveLeftUntilAsked) {
     dialogs.chooseFile(file);
     trigger("saveAs");
     EXPECT_FALSE(QFile::exists(beside));
+}
+
+TEST_F(MainWindowTest, TwoWindowsDoNotOverwriteEachOther) {
+    const QString fileName = folder.filePath("x.ckt");
+    ASSERT_TRUE(QFile::copy(Divider, fileName));
+    open(fileName);
+    open(fileName);  // itself is no other window
+    const OpenMark other(fileName);
+    EXPECT_TRUE(other.isOpenElsewhere());
+    addResistor();
+    QFile file(fileName);
+    ASSERT_TRUE(file.open(QIODevice::Append));
+    file.write("<!-- other -->");
+    file.close();
+    DialogDriver dialogs;
+    answer(dialogs, "Cancel");
+    trigger("save");
+    EXPECT_TRUE(window->isWindowModified());
+    answer(dialogs, "Replace");
+    trigger("save");
+    EXPECT_FALSE(window->isWindowModified());
+    addResistor();
+    trigger("save");
+    answer(dialogs, "Discard");
+    addResistor();
+    trigger("new");
+    const OpenMark now(fileName);
+    EXPECT_FALSE(now.isOpenElsewhere());
+    QString message;
+    EXPECT_TRUE(window->openFile(fileName, &message));
+    EXPECT_EQ(message, fileName + ": is open in another window, too");
 }
 
 TEST_F(MainWindowTest, OpensRecentFiles) {

@@ -1,6 +1,7 @@
 #include "MainWindow.h"
 
 #include "Autosave.h"
+#include "FileState.h"
 #include "GuiBuilder.h"
 #include "ICanvas.h"
 #include "ICircuitEditorExt.h"
@@ -18,9 +19,11 @@
 #include <QFileInfo>
 #include <QGraphicsScene>
 #include <QGraphicsView>
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMessageBox>
+#include <QScreen>
 #include <QStatusBar>
 
 #include <algorithm>
@@ -42,10 +45,16 @@ QString recentEntry(int number, const QString& fileName) {
 /// A drawing of few elements isn't blown up beyond this when it is opened.
 constexpr double LargestFittingScale = 2.0;
 
+constexpr double LargestPartOfScreen = 0.9;
+
 }  // namespace
 
+MainWindow::~MainWindow() = default;
+
 MainWindow::MainWindow(Workbench* workbench) : m_workbench(workbench) {
-    resize(1200, 800);
+    // With the frame it must fit on the screen, however large its fonts and icons are.
+    const QSize screen = QGuiApplication::primaryScreen()->availableSize();
+    resize(QSize(1200, 800).boundedTo(screen * LargestPartOfScreen));
     setUnifiedTitleAndToolBarOnMac(true);
 }
 
@@ -86,10 +95,29 @@ bool MainWindow::openFile(const QString& fileName, QString* message) {
     if (QFileInfo::exists(fileName)) {
         RecentFiles::add(fileName);
     }
+    if (!markAsOpen()) {
+        const QString remark =
+            tr("%1: is open in another window, too").arg(QDir::toNativeSeparators(fileName));
+        *message = message->isEmpty() ? remark : *message + QLatin1String("; ") + remark;
+    }
     showDocument();
     fitDrawing();
     statusBar()->showMessage(*message);
     return true;
+}
+
+bool MainWindow::markAsOpen() {
+    // The old one first: it may be of the same file.
+    m_openMark.reset();
+    const QString fileName = m_workbench->projectManager()->projectFileName();
+    if (!fileName.isEmpty()) {
+        m_openMark = std::make_unique<OpenMark>(fileName);
+    }
+    return !m_openMark || !m_openMark->isOpenElsewhere();
+}
+
+void MainWindow::tellCannotOpen(const QString& message) {
+    QMessageBox::information(this, tr("Cannot open"), message);
 }
 
 void MainWindow::offerRecovery(bool ofFiles) {
@@ -118,6 +146,7 @@ void MainWindow::offerRecovery(bool ofFiles) {
             QMessageBox::information(this, tr("Cannot recover"), message);
         }
     } else if (recovered) {
+        markAsOpen();
         showDocument();
         fitDrawing();
         statusBar()->showMessage(message);
@@ -165,6 +194,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
 void MainWindow::newProject() {
     if (mayDiscard()) {
         m_workbench->clear();
+        markAsOpen();
         m_workbench->canvas()->zoomOne();
         showDocument();
     }
@@ -186,7 +216,7 @@ void MainWindow::open() {
 void MainWindow::openAndTell(const QString& fileName) {
     QString message;
     if (!openFile(fileName, &message) && !message.isEmpty()) {
-        QMessageBox::information(this, tr("Cannot open"), message);
+        tellCannotOpen(message);
     }
 }
 
@@ -251,8 +281,12 @@ bool MainWindow::saveTo(const QString& fileName) {
         return false;
     }
     const QFileInfo target(fileName);
-    const bool replacesAnother =
-        target.exists() && target != QFileInfo(m_workbench->projectManager()->projectFileName());
+    ProjectManager* manager = m_workbench->projectManager();
+    const bool isOwn = target == QFileInfo(manager->projectFileName());
+    const bool replacesAnother = target.exists() && !isOwn;
+    if (isOwn && manager->hasFileChanged() && !askToReplaceChanged(this, fileName)) {
+        return false;
+    }
     QString error;
     if (!m_workbench->save(fileName, &error)) {
         QMessageBox::information(this, tr("Cannot save"), error);
@@ -265,6 +299,7 @@ bool MainWindow::saveTo(const QString& fileName) {
         }
     }
     RecentFiles::add(fileName);
+    markAsOpen();
     showDocument();
     return true;
 }

@@ -7,6 +7,7 @@
 #include <vector>
 
 class Autosave;
+class OpenMark;
 class QMenu;
 class Workbench;
 
@@ -18,18 +19,23 @@ class MainWindow : public QMainWindow {
 
 public:
     explicit MainWindow(Workbench* workbench);
+    ~MainWindow() override;
 
     /// Fills the window once the components have started. False, with one sentence, if the GUI
     /// description asks for what isn't there.
     bool build(QString* error);
     /// Opens the file; asks only if a crash has left changes of it. False, with the reason, if it
     /// can't be opened, and without one if the user doesn't want it any more. What could not be
-    /// restored shows in the status bar and is told in `*message`.
+    /// restored, or that another window has the file open, too, shows in the status bar and is told
+    /// in `*message`.
     bool openFile(const QString& fileName, QString* message);
 
     /// Asks whether to go on with what a crash has left of projects without a file, and if
     /// `ofFiles` of those with one too: the recent ones and all that the user's data folder holds.
     void offerRecovery(bool ofFiles);
+
+    /// Shows the sentence over the window that is there.
+    void tellCannotOpen(const QString& message);
 
 signals:
     /// A page of the workspace comes to the front: this window has one, the canvas.
@@ -45,6 +51,8 @@ private:
     /// As the user asked for it: tells what goes wrong in a box.
     void openAndTell(const QString& fileName);
     void fillRecentMenu();
+    /// False if another window has the project's file open.
+    bool markAsOpen();
     bool save();
     bool saveAs();
     bool saveTo(const QString& fileName);
@@ -69,4 +77,6 @@ private:
 
     Workbench* m_workbench;
     QMenu* m_recentMenu = nullptr;
+    // Null while the project has no file.
+    std::unique_ptr<OpenMark> m_openMark;
 };

@@ -54,3 +54,15 @@ bool askToSaveDespite(QWidget* parent, const QString& losses) {
                parent, tr("Not all can be saved"), tr("%1. Save the rest?").arg(losses),
                QMessageBox::Save | QMessageBox::Cancel, QMessageBox::Cancel) == QMessageBox::Save;
 }
+
+bool askToReplaceChanged(QWidget* parent, const QString& fileName) {
+    QMessageBox box(QMessageBox::Warning, tr("Changed elsewhere"),
+                    tr("%1 has been changed by another program since it was opened or saved here. "
+                       "Replace what it holds now?")
+                        .arg(fileName),
+                    QMessageBox::Cancel, parent);
+    const QAbstractButton* replace = box.addButton(tr("&Replace"), QMessageBox::DestructiveRole);
+    box.setDefaultButton(QMessageBox::Cancel);
+    box.exec();
+    return box.clickedButton() == replace;
+}

@@ -13,6 +13,9 @@ SaveAnswer askToSave(QWidget* parent, const QString& name);
 enum class RecoverAnswer { Recover, Discard, Cancel };
 RecoverAnswer askToRecover(QWidget* parent, const Autosave& autosave);
 
+/// True if the user wants to replace the file, which another program has changed in the meantime.
+bool askToReplaceChanged(QWidget* parent, const QString& fileName);
+
 /// True if the user wants to save in spite of what gets lost by it, which is one sentence without
 /// the full stop.
 bool askToSaveDespite(QWidget* parent, const QString& losses);

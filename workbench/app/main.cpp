@@ -70,16 +70,21 @@ int runWindow(const CommandLine& line) {
         const bool opened = window.openFile(line.file, &message);
         if (!message.isEmpty()) {
             printError(message);
-            if (!opened) {
-                return Failed;
-            }
+        }
+        if (opened) {
+            message.clear();
         }
     }
     const QuitOnSignal quitOnSignal;
     window.show();
     // Once the window is there to ask over.
     const bool isPlain = line.file.isEmpty();
-    QTimer::singleShot(0, &window, [&window, isPlain] { window.offerRecovery(isPlain); });
+    QTimer::singleShot(0, &window, [&window, isPlain, message] {
+        if (!message.isEmpty()) {
+            window.tellCannotOpen(message);
+        }
+        window.offerRecovery(isPlain);
+    });
     const int status = QApplication::exec();
     // Still open: the end came from outside, and nobody was asked.
     workbench.projectManager()->autosave();

@@ -1,6 +1,7 @@
 #include "ProjectManager.h"
 
 #include "Autosave.h"
+#include "IProjectSavedState.h"
 #include "PendingFile.h"
 #include "Settings.h"
 
@@ -14,7 +15,7 @@
 
 namespace {
 
-constexpr double DefaultAutosaveSeconds = 180;
+constexpr double DefaultAutosaveSeconds = 30;
 
 QByteArray digestOf(const QByteArray& content) {
     return QCryptographicHash::hash(content, QCryptographicHash::Sha256);
@@ -51,6 +52,9 @@ void ProjectManager::addPart(IProjectPart* part) {
     const bool isCircuit = part->projectPartID() == QLatin1String(ProjectFile::CircuitPart);
     m_parts.insert(isCircuit ? 0 : m_parts.size(), {object, part});
     connect(object, SIGNAL(projectPartModified()), this, SLOT(markModified()));
+    if (qobject_cast<IProjectSavedState*>(object)) {
+        connect(object, SIGNAL(savedStateChanged(bool)), this, SLOT(followSavedState()));
+    }
 }
 
 void ProjectManager::setAutosaveInterval(int interval) {
@@ -61,6 +65,7 @@ void ProjectManager::setAutosaveInterval(int interval) {
 }
 
 void ProjectManager::setProjectFileName(const QString& fileName) {
+    m_fileState = FileState(fileName);
     if (fileName != m_fileName) {
         m_fileName = fileName;
         emit currentProjectFileNameChanged(fileName);
@@ -70,6 +75,18 @@ void ProjectManager::setProjectFileName(const QString& fileName) {
 void ProjectManager::markModified() {
     if (!m_isLoading) {
         setModified(true);
+    }
+}
+
+void ProjectManager::followSavedState() {
+    // One that can't tell has to be believed that it has changed.
+    const auto isAsSaved = [](const Part& part) {
+        auto* state = qobject_cast<IProjectSavedState*>(part.object);
+        return !part.object || (state && state->isAsSaved());
+    };
+    if (!m_isLoading && m_modified && std::all_of(m_parts.begin(), m_parts.end(), isAsSaved)) {
+        discardAutosave();
+        setModified(false);
     }
 }
 
@@ -90,6 +107,11 @@ void ProjectManager::setModified(bool modified) {
 void ProjectManager::settle(const QByteArray& content) {
     discardAutosave();
     m_settled = digestOf(content);
+    for (const Part& part : qAsConst(m_parts)) {
+        if (auto* state = qobject_cast<IProjectSavedState*>(part.object)) {
+            state->markSaved();
+        }
+    }
     setModified(false);
 }
 
@@ -234,6 +256,11 @@ void ProjectManager::adopt(std::unique_ptr<Autosave> autosave) {
     discardAutosave();
     m_autosave = std::move(autosave);
     m_autosaved = m_settled;
+    for (const Part& part : qAsConst(m_parts)) {
+        if (auto* state = qobject_cast<IProjectSavedState*>(part.object)) {
+            state->forgetSaved();
+        }
+    }
     setModified(true);
 }
 

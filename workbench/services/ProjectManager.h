@@ -1,5 +1,6 @@
 #pragma once
 
+#include "FileState.h"
 #include "IProjectExt.h"
 #include "IProjectPart.h"
 #include "ProjectFile.h"
@@ -54,6 +55,8 @@ public:
     /// would make it final. Forgotten when the project is saved or another one opened.
     QString losses() const { return m_losses; }
     void setLosses(const QString& losses) { m_losses = losses; }
+    /// Another program has changed the file since the project was opened or saved.
+    bool hasFileChanged() const { return m_fileState.hasChanged(); }
     /// The project as it is now, what a newer program has added to the file it came from included.
     ProjectFile content();
     /// Writes the project, whole or not at all.
@@ -89,6 +92,8 @@ signals:
 
 private slots:
     void markModified();
+    /// A part has come to its saved state, or left it.
+    void followSavedState();
 
 private:
     struct Part {
@@ -108,6 +113,7 @@ private:
     void endLoading();
 
     QString m_fileName;
+    FileState m_fileState;
     QVector<Part> m_parts;
     bool m_isOpen = false;
     bool m_isLoading = false;

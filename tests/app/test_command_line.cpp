@@ -221,39 +221,8 @@ TEST_F(CommandLineTest, ExportWritesEveryFormat) {
     EXPECT_EQ(pageSize(ps, R"(%%BoundingBox: 0 0 (\d+) (\d+))"), pdfPage);
 }
 
-TEST_F(CommandLineTest, ConvertedFileHoldsTheSameDrawing) {
-    const Outcome converted = run({"convert", Divider, path("a.ckt")});
-    EXPECT_EQ(converted.status, 0);
-    EXPECT_EQ(converted.errorLines, QStringList());
-    EXPECT_EQ(converted.output, "");
-
-    const QByteArray drawing = run({"describe", Divider}).output;
-    EXPECT_EQ(names(QJsonDocument::fromJson(drawing).object(), "elements"),
-              QStringList({"V1", "R1", "R2", "GND1"}));
-    EXPECT_TRUE(drawing.endsWith("}\n"));
-    EXPECT_EQ(run({"describe", path("a.ckt")}).output, drawing);
-
-    // The same bytes each time, also over the file that was read.
-    const QByteArray bytes = contentOf(path("a.ckt"));
-    EXPECT_EQ(run({"convert", path("a.ckt"), path("a.ckt")}).status, 0);
-    EXPECT_EQ(contentOf(path("a.ckt")), bytes);
-    EXPECT_EQ(files(), QStringList("a.ckt"));
-}
-
-TEST_F(CommandLineTest, ProjectHoldsTheSameDrawing) {
-    const QByteArray drawing = run({"describe", Divider}).output;
-    EXPECT_EQ(run({"convert", Divider, path("a.vprj")}).status, 0);
-    const QByteArray bytes = contentOf(path("a.vprj"));
-    EXPECT_TRUE(bytes.startsWith("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<VortelProject "));
-    EXPECT_EQ(run({"describe", path("a.vprj")}).output, drawing);
-    EXPECT_EQ(run({"convert", path("a.vprj"), path("a.vprj")}).status, 0);
-    EXPECT_EQ(contentOf(path("a.vprj")), bytes);
-    const Outcome back = run({"convert", path("a.vprj"), path("a.CKT")});
-    EXPECT_EQ(back.errorLines, QStringList());
-    EXPECT_EQ(run({"describe", path("a.CKT")}).output, drawing);
-    EXPECT_EQ(run({"export", path("a.vprj"), "-o", path("a.svg")}).status, 0);
-
-    // What a circuit file can't hold is told; what no program of today knows is kept.
+TEST_F(CommandLineTest, TellsWhatACircuitFileCannotHold) {
+    // What no program of today knows is kept.
     const QString rich =
         write("rich.vprj",
               "<VortelProject Format='1'><ProjectPart ID='VortelCircuit' Title='T'>"

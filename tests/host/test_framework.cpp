@@ -9,8 +9,6 @@
 #include "HostFixture.h"
 
 #include <QAction>
-#include <QFile>
-#include <QTemporaryDir>
 
 namespace {
 
@@ -196,36 +194,6 @@ TEST_F(Framework, DescriptionsThatCanNotBe) {
     describe(R"({"components": [{"name": "A"}, {"name": "Zed"}]})");
     EXPECT_FALSE(manager.createComponents(&error));
     EXPECT_EQ(error, "there is no component \"Zed\"");
-}
-
-TEST_F(Framework, PluginsThatCanNotBeLoadedAreRefusedWithOneLine) {
-    QTemporaryDir folder;
-    const QString noLibrary = folder.filePath("text.so");
-    QFile file(noLibrary);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("no library\n");
-    file.close();
-    const QString bin = QStringLiteral(VORTEL_BIN_DIR "/");
-    const struct {
-        QString file;
-        const char* reason;
-    } table[] = {
-        {folder.filePath("gone.so"), " does not exist"},
-        {folder.path(), " cannot be loaded: "},
-        {noLibrary, " cannot be loaded: "},
-        {bin + "libJSON.so", " has no entry \"GetComponentPlugin\""},
-        {bin + "libplugin_empty.so", " offers no component"},
-        {bin + "libplugin_wrong_key.so",
-         " was built for another application (build key \"another key\")"},
-    };
-    for (const auto& row : table) {
-        error.clear();
-        EXPECT_EQ(Plexa::loadPlugin(row.file, &error), "");
-        EXPECT_TRUE(error.startsWith("the plug-in " + row.file + row.reason))
-            << error.toStdString();
-        EXPECT_FALSE(error.contains('\n')) << error.toStdString();
-    }
-    EXPECT_FALSE(Plexa::ComponentFactory::instance()->isRegistered("Sample"));
 }
 
 TEST_F(Framework, APluginBringsItsComponent) {

@@ -385,16 +385,6 @@ TEST_F(Model, OutputVariables) {
     EXPECT_EQ(log.take(), QStringList({"outputVariableRemoved out1", "nodeRemoved n1 2"}));
 }
 
-TEST_F(Model, ModelTable) {
-    circuit.addModel("2N2222", "bjt.lib");
-    circuit.addModel("1N4148", "diode.lib");
-    circuit.addModel("2N2222", "new.lib");
-    EXPECT_EQ(circuit.modelCount(), 2);
-    EXPECT_EQ(circuit.modelFile(0), "new.lib");
-    EXPECT_EQ(circuit.modelName(1), "1N4148");
-    EXPECT_EQ(circuit.modelName(2) + circuit.modelFile(-1), "");
-}
-
 TEST_F(Model, OnlyControlledElementsResolveTheirControl) {
     const char* method = "resolveControlNodesAndBranches()";
     CircuitElement* source = add(resistor);

@@ -155,22 +155,6 @@ TEST(MathService, EvaluatesExpressions) {
     EXPECT_TRUE(math->evaluate("{p0}", chain(100000)).problem.contains("too deeply"));
 }
 
-TEST(XmlService, FindsDirectChildrenInDocumentOrder) {
-    QDomDocument document;
-    ASSERT_TRUE(document.setContent(QStringLiteral(
-        "<r><a n='1'/><b><a n='inner'/></b>text<a n='2'/><!-- a --><A n='3'/><a n='4'/></r>")));
-    XmlUtils service;
-    IXmlUtils* xml = &service;
-    QStringList found;
-    for (const QDomElement& element : xml->findElements(document.documentElement(), "a")) {
-        found << element.attribute("n");
-    }
-    EXPECT_EQ(found, QStringList({"1", "2", "4"}));
-    EXPECT_EQ(xml->findElement(document.documentElement(), "a").attribute("n"), "1");
-    EXPECT_TRUE(xml->findElement(document.documentElement(), "c").isNull());
-    EXPECT_TRUE(xml->findElements(QDomElement(), "a").isEmpty());
-}
-
 TEST(XmlService, BinaryData) {
     XmlUtils xml;
     QByteArray all;
@@ -277,44 +261,6 @@ TEST_F(LoadSave, WritesTheStoredPropertiesAndTheParameters) {
                            "Property Count=3", "Property Note="}));
 }
 
-TEST_F(LoadSave, ReadsBackWhatItWrote) {
-    CircuitElement* element = add(resistor);
-    element->setName("Load");
-    element->setCaption(QString::fromUtf8("a<b> & \"q\" 'Ω' \t\n 𝄞"));
-    element->setRotation(3);
-    element->setFlip(2);
-    element->setPropertyValue(0, "{Rload}");
-    element->setPropertyValue(1, "off");
-    const QDomElement stored = record(element);
-    circuit.removeElement(element);
-    // Before it is in a circuit, as undo does, and after, as loading a file does.
-    for (bool before : {true, false}) {
-        auto* copy = new CircuitElement(&resistor);
-        if (before) {
-            service.load(copy, document, stored);
-            circuit.addElement(copy);
-        } else {
-            circuit.addElement(copy);
-            service.load(copy, document, stored);
-        }
-        EXPECT_EQ(lines(record(copy)), lines(stored));
-        EXPECT_EQ(copy->caption(), element->caption());
-        EXPECT_EQ(copy->name(), "Load");
-        circuit.removeElement(copy);
-    }
-
-    Sample sample;
-    sample.ratio = 1e-300 / 3;
-    sample.visible = false;
-    sample.note = QString::fromUtf8("Ä");
-    const QDomElement object = record(&sample);
-    Sample back;
-    service.load(&back, document, object);
-    EXPECT_EQ(back.ratio, sample.ratio);
-    EXPECT_EQ(back.visible, false);
-    EXPECT_EQ(back.note, sample.note);
-}
-
 TEST_F(LoadSave, ACopyBesideTheOriginalKeepsItsOwnName) {
     CircuitElement* original = add(resistor);
     original->setCaption("Load");
@@ -322,20 +268,6 @@ TEST_F(LoadSave, ACopyBesideTheOriginalKeepsItsOwnName) {
     service.load(copy, document, record(original));
     EXPECT_EQ(copy->name(), "R2");
     EXPECT_EQ(copy->caption(), "Load");
-}
-
-TEST_F(LoadSave, CharactersThatXmlForbidsAreDropped) {
-    const QString text = QStringLiteral("a\u0001b\u001Fc\tz") + QChar(0xD800) + QChar(0xFFFE) +
-                         QChar(0xDC00) + QChar(0xFFFF) + QChar(0xFFFD) + QChar(0);
-    EXPECT_EQ(XmlUtils::withoutForbidden(text), QStringLiteral("abc\tz") + QChar(0xFFFD));
-    const QString pair = QString::fromUtf8("𝄞");
-    EXPECT_EQ(XmlUtils::withoutForbidden(pair), pair);
-    CircuitElement* element = add(resistor);
-    element->setCaption(QStringLiteral("x\u0002y"));
-    element->setPropertyValue(2, QStringLiteral("p\u0003q"));
-    CircuitElement* copy = add(resistor);
-    service.load(copy, document, record(element));
-    EXPECT_EQ(copy->caption() + copy->parameter("note"), "xypq");
 }
 
 TEST_F(LoadSave, WhatTheObjectCanNotTakeIsPassedOver) {

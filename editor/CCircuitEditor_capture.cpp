@@ -8,6 +8,7 @@
 #include <QClipboard>
 #include <QFile>
 #include <QFileDialog>
+#include <QImage>
 #include <QMessageBox>
 #include <QPainter>
 #include <QPixmap>
@@ -17,9 +18,19 @@
 #include <QScreen>
 #include <QTemporaryDir>
 
+#include <algorithm>
+#include <limits>
+
 namespace {
 
 constexpr double PixelsPerUnit = 3;
+constexpr int BytesPerPixel = 4;
+// The painter leaves all beyond this column or row blank.
+constexpr int LargestPainted = 32767;
+constexpr int TileSide = 16384;
+// What libjpeg takes.
+constexpr int LargestJpeg = 65500;
+constexpr double LargestSide = 1e9;
 constexpr QPainter::RenderHints Hints =
     QPainter::Antialiasing | QPainter::TextAntialiasing | QPainter::SmoothPixmapTransform;
 
@@ -76,14 +87,63 @@ bool paintScene(QGraphicsScene* scene, QPaintDevice* device, const QRectF& targe
     return painter.end();
 }
 
-/// A white pixmap with the scene on it. A size of nothing gives a null pixmap.
+/// A white image with the scene on it, painted tile by tile. Null, with a warning, if it is too
+/// large to be held.
+QImage tiledImage(QGraphicsScene* scene, const QSize& size, const QRectF& source) {
+    const qint64 bytes = qint64(size.width()) * size.height() * BytesPerPixel;
+    QImage image;
+    if (bytes <= std::numeric_limits<int>::max()) {
+        image = QImage(size, QImage::Format_RGB32);
+    }
+    if (image.isNull()) {
+        qWarning(
+            "a picture of %d by %d pixels takes %lld MB of memory, which is too much: choose "
+            "SVG or PDF",
+            size.width(), size.height(), static_cast<long long>(bytes >> 20));
+        return image;
+    }
+    image.fill(Qt::white);
+    for (int y = 0; y < size.height(); y += TileSide) {
+        for (int x = 0; x < size.width(); x += TileSide) {
+            QImage tile(image.scanLine(y) + qint64(x) * BytesPerPixel,
+                        std::min(TileSide, size.width() - x), std::min(TileSide, size.height() - y),
+                        image.bytesPerLine(), image.format());
+            paintScene(scene, &tile, QRectF(QPointF(-x, -y), size), source);
+        }
+    }
+    return image;
+}
+
+/// A white pixmap with the scene on it. A size of nothing, or one that can't be held, gives a null
+/// pixmap.
 QPixmap scenePixmap(QGraphicsScene* scene, const QSize& size, const QRectF& source) {
+    if (std::max(size.width(), size.height()) > LargestPainted ||
+        qint64(size.width()) * size.height() * BytesPerPixel > std::numeric_limits<int>::max()) {
+        return QPixmap::fromImage(tiledImage(scene, size, source));
+    }
     QPixmap pixmap(size);
     if (!pixmap.isNull()) {
         pixmap.fill(Qt::white);
         paintScene(scene, &pixmap, QRectF(), source);
     }
     return pixmap;
+}
+
+bool writePixmap(QGraphicsScene* scene, const QString& fileName, const QRectF& source,
+                 bool asJpeg) {
+    // Kept within what an int holds: the check of the memory refuses such sizes.
+    const auto pixels = [](double units) {
+        return CircuitGeometry::roundedInt(std::min(units * PixelsPerUnit, LargestSide));
+    };
+    const QSize size(pixels(source.width()), pixels(source.height()));
+    if (asJpeg && std::max(size.width(), size.height()) > LargestJpeg) {
+        qWarning(
+            "a picture of %d by %d pixels is too large for JPEG, which takes %d in either "
+            "direction: choose PNG, SVG or PDF",
+            size.width(), size.height(), LargestJpeg);
+        return false;
+    }
+    return scenePixmap(scene, size, source).save(fileName, asJpeg ? "JPG" : "PNG", -1);
 }
 
 bool printPdf(QGraphicsScene* scene, const QString& fileName, const QRectF& source) {
@@ -149,10 +209,7 @@ bool CCircuitEditorData::writePicture(CCircuitEditor::CaptureFormat format,
         case CCircuitEditor::PNG:
             break;
     }
-    const QSize size(CircuitGeometry::roundedInt(source.width() * PixelsPerUnit),
-                     CircuitGeometry::roundedInt(source.height() * PixelsPerUnit));
-    return scenePixmap(scene, size, source)
-        .save(fileName, format == CCircuitEditor::JPG ? "JPG" : "PNG", -1);
+    return writePixmap(scene, fileName, source, format == CCircuitEditor::JPG);
 }
 
 void CCircuitEditor::captureTo(CaptureFormat format) {

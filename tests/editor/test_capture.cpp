@@ -3,6 +3,7 @@
 #include "CCircuitEditorElementItem.h"
 #include "DialogDriver.h"
 #include "EditorTest.h"
+#include "WarningGuard.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -50,6 +51,26 @@ TEST_F(Capture, PixmapsAreThreeTimesTheDrawingOnWhite) {
     EXPECT_EQ(QImage(tempFile(QStringLiteral("a.jpg"))).size(), QSize(810, 120));
     EXPECT_FALSE(editor->captureToFile(CCircuitEditor::PNG, tempFile(QStringLiteral("no/a.png"))));
     EXPECT_FALSE(editor->captureToFile(7, file));
+}
+
+TEST_F(Capture, WidePicturesAreWholeOrRefused) {
+    add("Resistor.Basic", {0, 0});
+    add("Resistor.Basic", {11000, 0});
+    const QString png = tempFile(QStringLiteral("a.png"));
+    ASSERT_TRUE(editor->captureToFile(CCircuitEditor::PNG, png));
+    const QImage image(png);
+    ASSERT_EQ(image.size(), QSize(33210, 120));
+    // Both are the same picture, the second beyond what a painter reaches.
+    EXPECT_EQ(image.copy(33000, 0, 210, 120), image.copy(0, 0, 210, 120));
+    add("Resistor.Basic", {22000, 0});
+    const QString jpg = tempFile(QStringLiteral("a.jpg"));
+    announceLog("a picture of 66210 by 120 pixels is too large for JPEG");
+    EXPECT_FALSE(editor->captureToFile(CCircuitEditor::JPG, jpg));
+    EXPECT_FALSE(QFile::exists(jpg));
+    add("Resistor.Basic", {22000, 22000});
+    announceLog("a picture of 66210 by 66120 pixels takes 16700 MB of memory");
+    EXPECT_FALSE(editor->captureToFile(CCircuitEditor::PNG, jpg));
+    EXPECT_FALSE(QFile::exists(jpg));
 }
 
 TEST_F(Capture, LeavesOutGridAndSelectionButKeepsTheHighlight) {

@@ -36,7 +36,8 @@ constexpr double SelectionStop = 0.6000000238418579;
 CCircuitEditorElementItem::CCircuitEditorElementItem(CCircuitEditor* editor)
     : QObject(editor), d(std::make_unique<CCircuitEditorElementItemData>()) {
     d->circuitEditor = editor;
-    setPen(QtSeries::hairline());
+    static const QPen sharedPen = QtSeries::hairline();
+    setPen(sharedPen);
     editor->scene()->addItem(this);
     setFlags(ItemIsMovable | ItemIsSelectable | ItemIsFocusable | ItemSendsGeometryChanges);
     setZValue(1000);

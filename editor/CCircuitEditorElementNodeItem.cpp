@@ -12,8 +12,10 @@
 #include <QBrush>
 #include <QCursor>
 #include <QGraphicsSceneContextMenuEvent>
+#include <QHash>
 #include <QMenu>
 #include <QPainter>
+#include <QPen>
 #include <QPointer>
 
 namespace {
@@ -21,6 +23,23 @@ namespace {
 // From the pointer to the box that names the terminal, in item coordinates.
 const QPointF NameBoxOffset(5.0, 5.0);
 constexpr int NameBoxPointSize = 8;
+
+struct Look {
+    QBrush brush;
+    QPen pen;
+};
+
+/// One for all terminals of a colour, of which there are many: they share its data.
+Look lookOf(const QColor& color) {
+    static QHash<QRgb, Look> looks;
+    Look& look = looks[color.rgba()];
+    if (look.brush.color() != color || look.brush.style() == Qt::NoBrush) {
+        QColor veil = color;
+        veil.setAlpha(1);
+        look = {QBrush(color, Qt::SolidPattern), QtSeries::hairline(veil)};
+    }
+    return look;
+}
 
 }  // namespace
 
@@ -47,7 +66,8 @@ QString CCircuitEditorElementNodeItemData::elementNodeNameProperty() const {
 CCircuitEditorElementNodeItem::CCircuitEditorElementNodeItem(CCircuitEditorElementItem* parent)
     : QGraphicsRectItem(parent), d(std::make_unique<CCircuitEditorElementNodeItemData>()) {
     d->elementItem = parent;
-    setPen(QtSeries::hairline());
+    static const QPen sharedPen = QtSeries::hairline();
+    setPen(sharedPen);
     setFlags(ItemIsSelectable);
     setZValue(1000);
 }
@@ -84,10 +104,9 @@ void CCircuitEditorElementNodeItem::reloadNode() {
         return;
     }
     setPos(d->elementNode->position());
-    QColor color = d->elementNode->color();
-    setBrush(QBrush(color, Qt::SolidPattern));
-    color.setAlpha(1);
-    setPen(QtSeries::hairline(color));
+    const Look look = lookOf(d->elementNode->color());
+    setBrush(look.brush);
+    setPen(look.pen);
     setToolTip(d->elementNodeNameProperty());
     const int g = CircuitGeometry::gridStep(d->elementItem->circuitEditor()->gridSize());
     setRect(-(g >> 1), -(g >> 1), g, g);

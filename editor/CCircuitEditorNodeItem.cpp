@@ -16,7 +16,7 @@
 #include <QPainter>
 #include <QPainterPathStroker>
 #include <QPointer>
-#include <QSet>
+#include <QVector>
 
 #include <algorithm>
 #include <cmath>
@@ -62,27 +62,47 @@ public:
     ICircuitNode* circuitNode = nullptr;
     QColor color;
     QPainterPath internalShape;
-    QPainterPath itemShape;
     bool outputVariable = false;
     int wireClearance = 30;
     bool manuallyConnected = false;
     // The element items that list this wire: leaving them needs no look at the model, which may be
     // gone when the wire goes.
-    QSet<CCircuitEditorElementItem*> holders;
+    QVector<CCircuitEditorElementItem*> holders;
 
     void updateItemShape();
+    QPainterPath itemShape() const;
+    QRectF itemBounds() const;
     NetOutline outline() const;
     QPainterPath route(const NetOutline& net) const;
+
+private:
+    // The stroke takes many times the room of the path, and few wires are ever asked for it.
+    double m_strokeWidth = 0;
+    mutable bool m_boundsKnown = true;
+    mutable QRectF m_bounds;
 };
 
 void CCircuitEditorNodeItemData::updateItemShape() {
+    // That of the grid as it is now: a later change of the grid counts with the next route.
+    m_strokeWidth = CircuitGeometry::gridStep(circuitEditor->gridSize()) * 0.75;
+    m_boundsKnown = false;
+}
+
+QPainterPath CCircuitEditorNodeItemData::itemShape() const {
     if (internalShape.isEmpty()) {
-        itemShape = QPainterPath();
-        return;
+        return {};
     }
     QPainterPathStroker stroker;
-    stroker.setWidth(CircuitGeometry::gridStep(circuitEditor->gridSize()) * 0.75);
-    itemShape = stroker.createStroke(internalShape);
+    stroker.setWidth(m_strokeWidth);
+    return stroker.createStroke(internalShape);
+}
+
+QRectF CCircuitEditorNodeItemData::itemBounds() const {
+    if (!m_boundsKnown) {
+        m_bounds = itemShape().boundingRect();
+        m_boundsKnown = true;
+    }
+    return m_bounds;
 }
 
 NetOutline CCircuitEditorNodeItemData::outline() const {
@@ -125,7 +145,7 @@ CCircuitEditorNodeItem::CCircuitEditorNodeItem(CCircuitEditor* editor)
 }
 
 CCircuitEditorNodeItem::~CCircuitEditorNodeItem() {
-    for (CCircuitEditorElementItem* holder : QSet<CCircuitEditorElementItem*>(d->holders)) {
+    for (CCircuitEditorElementItem* holder : QVector<CCircuitEditorElementItem*>(d->holders)) {
         holder->removeCircuitNodeItem(this);
     }
     if (d->circuitEditor) {
@@ -223,6 +243,7 @@ void CCircuitEditorNodeItem::updateNode() {
     if (net.terminals.size() < 2) {
         return;  // terminals without items: there is nothing to join
     }
+    prepareGeometryChange();  // the model may have looked at the empty wire meanwhile
     d->internalShape = mapFromScene(d->route(net));
     d->updateItemShape();
 }
@@ -291,9 +312,9 @@ void CCircuitEditorNodeItem::moveNodeBy(double dx, double dy) {
 
 void CCircuitEditorNodeItem::setHeldBy(CCircuitEditorElementItem* item, bool isHeld) {
     if (isHeld) {
-        d->holders.insert(item);
+        d->holders.append(item);
     } else {
-        d->holders.remove(item);
+        d->holders.removeOne(item);
     }
 }
 
@@ -304,11 +325,11 @@ void CCircuitEditorNodeItem::reportModified() {
 }
 
 QRectF CCircuitEditorNodeItem::boundingRect() const {
-    return d->itemShape.boundingRect();
+    return d->itemBounds();
 }
 
 QPainterPath CCircuitEditorNodeItem::shape() const {
-    return d->itemShape;
+    return d->itemShape();
 }
 
 bool CCircuitEditorNodeItem::contains(const QPointF& point) const {

@@ -41,6 +41,7 @@ class CCircuitEditor : public QGraphicsView,
     Q_PROPERTY(bool ReadOnly READ isReadOnly WRITE setReadOnly)
     Q_PROPERTY(bool RouteEmptyShapes READ isRouteEmptyShapes WRITE setRouteEmptyShapes)
     Q_PROPERTY(bool ExtendedGestures READ isExtendedGestures WRITE setExtendedGestures)
+    Q_PROPERTY(bool SpatialIndex READ hasSpatialIndex WRITE setSpatialIndex)
 
 public:
     enum Mode { EditMode = 0, OutVarSelectionMode = 1, ManualConnectionMode = 2 };
@@ -74,6 +75,10 @@ public:
     /// See `CCanvasGestures`.
     bool isExtendedGestures() const;
     void setExtendedGestures(bool on);
+    /// Whether the scene finds items by their place instead of asking all. What lies where, and in
+    /// which order, is the same; only the scene's list of all items is in another order.
+    bool hasSpatialIndex() const;
+    void setSpatialIndex(bool on);
     CUndoRedoStack* undoStack() const;
     /// Made on first call, without a parent: the caller gives it a place.
     QLabel* statusLabel() const;

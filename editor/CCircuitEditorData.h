@@ -53,6 +53,8 @@ public:
     int calculateZoomLevelFor(double scale) const;
     QPointF gridPoint(const QPointF& point) const;
     QRectF visibleItemsBoundingRect() const;
+    /// All items, in the order in which commands on all of them take them.
+    QList<QGraphicsItem*> itemsInTurn() const;
     /// The topmost item that contains the point, by its own account; null if there is none.
     QGraphicsItem* itemAt(const QPoint& viewportPos);
     /// Asks the solver to join two terminals or wires and records it. The node that now carries the

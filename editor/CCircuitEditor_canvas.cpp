@@ -212,7 +212,7 @@ void CCircuitEditor::snapToGrid() {
     if (!d->scene) {
         return;
     }
-    for (QGraphicsItem* item : d->scene->items()) {
+    for (QGraphicsItem* item : d->itemsInTurn()) {
         snapToGrid(qgraphicsitem_cast<CCircuitEditorElementItem*>(item));
     }
 }
@@ -222,7 +222,7 @@ void CCircuitEditor::bringToCenter() {
         return;
     }
     const QPointF center = d->scene->itemsBoundingRect().center();
-    for (QGraphicsItem* item : d->scene->items()) {
+    for (QGraphicsItem* item : d->itemsInTurn()) {
         if (auto* element = qgraphicsitem_cast<CCircuitEditorElementItem*>(item)) {
             element->setPos(element->pos() - center);
             element->updateCircuitNodes();

@@ -90,7 +90,7 @@ void CCircuitEditor::selectNextItem() {
     if (selected.isEmpty()) {
         return;
     }
-    const QList<QGraphicsItem*> items = d->scene->items();
+    const QList<QGraphicsItem*> items = d->itemsInTurn();
     const int found = items.indexOf(selected.first());
     int next = found < 0 ? 0 : (found + 1) % items.size();
     // What can't be selected would leave nothing for the next key to go on from.

@@ -192,8 +192,7 @@ void CCircuitEditor::mouseMoveEvent(QMouseEvent* event) {
         d->selectionRectItem->setRect(QRectF(d->selectionStart, d->selectionEnd).normalized());
         return;
     }
-    QGraphicsItem* under = QGraphicsView::itemAt(event->pos());
-    if (!under || under != d->selectionRectItem) {
+    if (!d->selectionRectItem || QGraphicsView::itemAt(event->pos()) != d->selectionRectItem) {
         if (d->panning) {
             panTo(QCursor::pos());
             return;

@@ -264,7 +264,19 @@ TEST_F(Drawing, ARestlessUserBreaksNothing) {
         }
         editor->setMode(CCircuitEditor::EditMode);
     };
+    // Asks every item, in the order from the front to the back that an index has its list in.
+    const auto itemsAt = [this](QPointF place) {
+        QList<QGraphicsItem*> found;
+        for (QGraphicsItem* item : editor->scene()->items()) {
+            if (item->isVisible() && item->sceneBoundingRect().intersects({place, QSizeF(1, 1)}) &&
+                item->contains(item->mapFromScene(place))) {
+                found.append(item);
+            }
+        }
+        return found;
+    };
     for (int i = 0; i < 600; ++i) {
+        editor->setSpatialIndex(i / 100 % 2);
         switch (random.bounded(14)) {
             case 10:
                 annotate();
@@ -311,6 +323,10 @@ TEST_F(Drawing, ARestlessUserBreaksNothing) {
                 break;
         }
         snapshot();
+        for (const QPointF place : {terminalPoint(), point() + QPointF(7, 3)}) {
+            EXPECT_TRUE(!editor->hasSpatialIndex() ||
+                        editor->scene()->items(place) == itemsAt(place));
+        }
         ASSERT_FALSE(HasFailure()) << "after step " << i;
     }
     framework.component->newCircuit();

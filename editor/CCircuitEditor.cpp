@@ -8,6 +8,7 @@
 #include "CCircuitEditorNodeItem.h"
 #include "CPlacementTool.h"
 #include "CUndoRedo.h"
+#include "CompleteHistory.h"
 #include "ICircuitElementNode.h"
 
 #include <QLabel>
@@ -50,6 +51,7 @@ CCircuitEditor::~CCircuitEditor() {
     if (d->boundCircuit) {
         QObject::disconnect(d->boundCircuit, nullptr, this, nullptr);
     }
+    d->completeHistory.reset();
     delete d->undoStack;
     d->undoStack = nullptr;
     if (d->scene) {
@@ -179,22 +181,6 @@ void CCircuitEditor::forgetItem(QGraphicsItem* item) {
 }
 
 void CCircuitEditor::itemSelected(QGraphicsItem*) {}
-
-void CCircuitEditor::undo() {
-    d->undoStack->undo();
-}
-
-void CCircuitEditor::redo() {
-    d->undoStack->redo();
-}
-
-QString CCircuitEditor::undoText() const {
-    return d->undoStack->undoText();
-}
-
-QString CCircuitEditor::redoText() const {
-    return d->undoStack->redoText();
-}
 
 QGraphicsView* CCircuitEditor::graphicsView() {
     return this;

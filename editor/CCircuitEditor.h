@@ -6,6 +6,7 @@
 #include "ICircuitEditorExt.h"
 #include "ICircuitEditorExt2.h"
 #include "IProjectPart.h"
+#include "IProjectSavedState.h"
 
 #include <QColor>
 #include <QGraphicsView>
@@ -20,6 +21,7 @@ class CCircuitEditorTextBox;
 class CCircuitElementPropertyTextBox;
 class CPlacementTool;
 class CUndoRedoStack;
+class CompleteHistory;
 class QLabel;
 
 /// The schematic editor: a view over one scene that draws a circuit model and turns the user's
@@ -31,9 +33,11 @@ class CCircuitEditor : public QGraphicsView,
                        public virtual ICircuitEditor,
                        public virtual IProjectPart,
                        public virtual ICircuitEditorExt,
-                       public virtual ICircuitEditorExt2 {
+                       public virtual ICircuitEditorExt2,
+                       public virtual IProjectSavedState {
     Q_OBJECT
-    Q_INTERFACES(ICanvas ICircuitEditor IProjectPart ICircuitEditorExt ICircuitEditorExt2)
+    Q_INTERFACES(
+        ICanvas ICircuitEditor IProjectPart ICircuitEditorExt ICircuitEditorExt2 IProjectSavedState)
     Q_PROPERTY(int GridSize READ gridSize WRITE setGridSize)
     Q_PROPERTY(QColor GridColor READ gridColor WRITE setGridColor)
     Q_PROPERTY(int DarkGridColorPercent READ darkGridColorPercent WRITE setDarkGridColorPercent)
@@ -42,6 +46,7 @@ class CCircuitEditor : public QGraphicsView,
     Q_PROPERTY(bool RouteEmptyShapes READ isRouteEmptyShapes WRITE setRouteEmptyShapes)
     Q_PROPERTY(bool ExtendedGestures READ isExtendedGestures WRITE setExtendedGestures)
     Q_PROPERTY(bool SpatialIndex READ hasSpatialIndex WRITE setSpatialIndex)
+    Q_PROPERTY(bool CompleteHistory READ isCompleteHistory WRITE setCompleteHistory)
 
 public:
     enum Mode { EditMode = 0, OutVarSelectionMode = 1, ManualConnectionMode = 2 };
@@ -79,6 +84,14 @@ public:
     /// which order, is the same; only the scene's list of all items is in another order.
     bool hasSpatialIndex() const;
     void setSpatialIndex(bool on);
+    /// Whether each step of the user is an entry of the undo history that brings all back. Setting
+    /// it forgets what the history holds.
+    bool isCompleteHistory() const;
+    void setCompleteHistory(bool on);
+    /// Null while it is off.
+    CompleteHistory* completeHistory() const;
+    /// What is saved of the item may have changed; for the complete history.
+    void touchHistory(QGraphicsItem* item);
     CUndoRedoStack* undoStack() const;
     /// Made on first call, without a parent: the caller gives it a place.
     QLabel* statusLabel() const;
@@ -214,6 +227,11 @@ public:
     bool saveProjectPart(QDomDocument document, QDomElement element) override;
     bool closeProjectPart() override;
 
+    // IProjectSavedState: false without a complete history
+    void markSaved() override;
+    void forgetSaved() override;
+    bool isAsSaved() override;
+
     // ICircuitEditorExt
     int typeOfItem(QGraphicsItem* item) const override;
     ICircuitElement* elementFromItem(QGraphicsItem* item) const override;
@@ -315,6 +333,8 @@ signals:
     /// Another tool, or another load of it, is at work.
     void toolChanged();
     void toolHintChanged(QString hint);
+    /// With a complete history only.
+    void savedStateChanged(bool isAsSaved);
     /// What hasSelection() and canErase() answer may have changed.
     void selectionStateChanged();
 
@@ -361,6 +381,11 @@ private:
     friend class CCircuitEditorElementItem;
     friend class CCircuitEditorNodeItem;
 
+    void bindHistory();
+    void restartHistory();
+    void beginHistoryGesture();
+    void endHistoryGesture();
+    void answerRelease(QMouseEvent* event);
     QPoint roundedScenePosition(const QPoint& viewportPos) const;
     void startSelectionRectangle(const QPointF& corner);
     void closeSelectionRectangle();

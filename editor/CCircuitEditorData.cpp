@@ -10,6 +10,7 @@
 #include "CPlacementTool.h"
 #include "CSelectionRectangleItem.h"
 #include "CircuitGeometry.h"
+#include "CompleteHistory.h"
 #include "ICircuitElement.h"
 
 #include <QCoreApplication>

@@ -34,6 +34,7 @@ class CManualConnectorLineItem;
 class CPlacementTool;
 class CSelectionRectangleItem;
 class CUndoRedoStack;
+class CompleteHistory;
 class QGraphicsLineItem;
 class QLabel;
 
@@ -154,6 +155,7 @@ public:
     std::unique_ptr<CPlacementTool> placement;
     std::unique_ptr<CCanvasGestures> gestures;
     bool routeEmptyShapes = false;
+    std::unique_ptr<CompleteHistory> completeHistory;
 
 private:
     ICircuitNode* joinTerminals(ICircuitElementNode* a, ICircuitElementNode* b);

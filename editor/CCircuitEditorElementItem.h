@@ -61,12 +61,19 @@ public:
     QList<CCircuitElementPropertyTextBox*>& propertyTextBoxList();
     QList<CCircuitElementPropertyTextBox*> propertyTextBoxes() const;
 
+    /// Behind the boxes while the pointer is on the element.
+    static QColor hoveredBoxColor();
+
     /// While set, this item may be moved even though it is wired.
     void setInternalMoveMode(bool on);
     bool isInternalMoveMode() const;
 
     /// Joins each terminal to the terminals and wires at its place.
     void joinWhatItLiesOn();
+    /// Moves the item though it may be wired. Doesn't count as a drag.
+    void putBack(const QPointF& position);
+    /// Gives the boxes now the formats that they would get from the event loop.
+    void settlePropertyTextBoxes();
 
     // QGraphicsItem
     int type() const override { return Type; }

@@ -29,4 +29,6 @@ public:
     bool internalMoveMode = false;
     // Kept by the boxes.
     QList<CCircuitElementPropertyTextBox*> propertyTextBoxes;
+    // The boxes are new or fewer, and their formats follow from the event loop.
+    bool formatsPending = false;
 };

@@ -38,6 +38,7 @@ double truncated(double value) {
 }  // namespace
 
 QList<CCircuitElementPropertyTextBox*>& CCircuitEditorElementItem::propertyTextBoxList() {
+    d->formatsPending = true;
     QMetaObject::invokeMethod(this, "updatePropertyTextBoxTextFormats", Qt::QueuedConnection);
     return d->propertyTextBoxes;
 }
@@ -101,10 +102,17 @@ void CCircuitEditorElementItem::stackPropertyTextBoxes() {
     }
 }
 
+void CCircuitEditorElementItem::settlePropertyTextBoxes() {
+    if (d->formatsPending) {
+        updatePropertyTextBoxTextFormats();
+    }
+}
+
 void CCircuitEditorElementItem::updatePropertyTextBoxTextFormats() {
-    if (!d->element) {
+    if (!d->element || !d->formatsPending) {
         return;
     }
+    d->formatsPending = false;
     QList<CCircuitElementPropertyTextBox*> parameters;
     std::copy_if(d->propertyTextBoxes.cbegin(), d->propertyTextBoxes.cend(),
                  std::back_inserter(parameters), [](const CCircuitElementPropertyTextBox* box) {

@@ -224,6 +224,10 @@ void CCircuitEditorElementItem::setHoverCursor() {
                    : Qt::OpenHandCursor);
 }
 
+QColor CCircuitEditorElementItem::hoveredBoxColor() {
+    return QColor(QStringLiteral("lightsteelblue"));
+}
+
 void CCircuitEditorElementItem::setBoxBackgrounds(const QColor& color) {
     for (CCircuitElementPropertyTextBox* box : qAsConst(d->propertyTextBoxes)) {
         box->setBackgroundColor(color);
@@ -233,7 +237,7 @@ void CCircuitEditorElementItem::setBoxBackgrounds(const QColor& color) {
 void CCircuitEditorElementItem::hoverEnterEvent(QGraphicsSceneHoverEvent* event) {
     QGraphicsRectItem::hoverEnterEvent(event);
     setHoverCursor();
-    setBoxBackgrounds(QColor(QStringLiteral("lightsteelblue")));
+    setBoxBackgrounds(hoveredBoxColor());
 }
 
 void CCircuitEditorElementItem::hoverMoveEvent(QGraphicsSceneHoverEvent* event) {
@@ -322,12 +326,23 @@ void CCircuitEditorElementItem::showHelpFile() {
     }
 }
 
+void CCircuitEditorElementItem::putBack(const QPointF& position) {
+    const bool wasMoved = d->moved;
+    const bool wasInternal = d->internalMoveMode;
+    d->internalMoveMode = true;
+    setPos(position);
+    d->internalMoveMode = wasInternal;
+    d->moved = wasMoved;
+    updateCircuitNodes();
+}
+
 QVariant CCircuitEditorElementItem::itemChange(GraphicsItemChange change, const QVariant& value) {
     if (change == ItemPositionChange) {
         if (isLocked()) {
             return pos();
         }
         d->moved = true;
+        d->circuitEditor->touchHistory(this);
         updateCircuitNodes();
         emit d->circuitEditor->projectPartModified();
         emit moved(value.toPointF() - pos());

@@ -39,6 +39,7 @@ CCircuitEditorGlobaParamTextBox::~CCircuitEditorGlobaParamTextBox() {
 
 void CCircuitEditorGlobaParamTextBox::setGlobalParameterName(const QString& name) {
     m_globalParameterName = name;
+    touchHistory();
 }
 
 QString CCircuitEditorGlobaParamTextBox::globalParameterName() const {
@@ -56,7 +57,10 @@ void CCircuitEditorGlobaParamTextBox::fitToText(int padding) {
 }
 
 void CCircuitEditorGlobaParamTextBox::hoverLeaveEvent(QGraphicsSceneHoverEvent* event) {
-    fitToText(PaddingAfterHover);
+    // Where each change is a step of the user, pointing at a box is none.
+    if (!circuitEditor() || !circuitEditor()->isCompleteHistory()) {
+        fitToText(PaddingAfterHover);
+    }
     CCircuitEditorTextBox::hoverLeaveEvent(event);
 }
 

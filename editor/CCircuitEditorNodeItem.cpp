@@ -219,6 +219,7 @@ void CCircuitEditorNodeItem::setCircuitNode(ICircuitNode* node) {
 
 void CCircuitEditorNodeItem::setManuallyConnected(bool value) {
     d->manuallyConnected = value;
+    touchHistory();
     updateNode();
     update();
 }
@@ -318,7 +319,14 @@ void CCircuitEditorNodeItem::setHeldBy(CCircuitEditorElementItem* item, bool isH
     }
 }
 
+void CCircuitEditorNodeItem::touchHistory() {
+    if (d->circuitEditor) {
+        d->circuitEditor->touchHistory(this);
+    }
+}
+
 void CCircuitEditorNodeItem::reportModified() {
+    touchHistory();
     if (d->circuitEditor) {
         emit d->circuitEditor->projectPartModified();
     }

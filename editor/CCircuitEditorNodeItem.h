@@ -70,6 +70,7 @@ protected:
     void mouseDoubleClickEvent(QGraphicsSceneMouseEvent* event) override;
 
 private:
+    void touchHistory();
     void reportModified();
 
     std::unique_ptr<CCircuitEditorNodeItemData> d;

@@ -4,6 +4,7 @@
 #include "CCircuitEditorComponent.h"
 #include "CTextEditorDialog.h"
 #include "ColorAction.h"
+#include "HistoryStep.h"
 #include "TextBoxColors.h"
 #include "TextBoxText.h"
 
@@ -60,6 +61,7 @@ void CCircuitEditorTextBox::setDefaultFont(const QFont& font) {
     if (font.pointSize() > 0) {
         d->font.setPixelSize(font.pointSize());
     }
+    touchHistory();
 }
 
 QFont CCircuitEditorTextBox::defaultFont() const {
@@ -68,6 +70,7 @@ QFont CCircuitEditorTextBox::defaultFont() const {
 
 void CCircuitEditorTextBox::setText(const QString& text) {
     TextBoxText::fill(document(), text, d->font);
+    touchHistory();
     deleteIfEmpty();
 }
 
@@ -77,7 +80,7 @@ QString CCircuitEditorTextBox::text() const {
 
 void CCircuitEditorTextBox::deleteIfEmpty() {
     if (document()->isEmpty()) {
-        deleteLater();
+        dismiss();
         if (editor()) {
             emit editor()->projectPartModified();
         }
@@ -87,6 +90,7 @@ void CCircuitEditorTextBox::deleteIfEmpty() {
 void CCircuitEditorTextBox::setBorderColor(const QColor& color) {
     if (color != d->borderColor) {
         d->borderColor = color;
+        touchHistory();
         update();
     }
 }
@@ -98,6 +102,7 @@ QColor CCircuitEditorTextBox::borderColor() const {
 void CCircuitEditorTextBox::setFillColor(const QColor& color) {
     if (color != d->fillColor) {
         d->fillColor = color;
+        touchHistory();
         update();
     }
 }
@@ -108,6 +113,7 @@ QColor CCircuitEditorTextBox::fillColor() const {
 
 void CCircuitEditorTextBox::setTextColor(const QColor& color) {
     setDefaultTextColor(color);
+    touchHistory();
 }
 
 QColor CCircuitEditorTextBox::textColor() const {
@@ -118,6 +124,8 @@ void CCircuitEditorTextBox::editText() {
     if (d->dialog) {
         return;
     }
+    const HistoryStep step(editor());
+    touchHistory();
     // On the heap: the window may go while the dialog is open, and takes it along.
     const QPointer<CCircuitEditorTextBox> self(this);
     const CCircuitEditorComponent* component = CCircuitEditorComponent::instance();
@@ -204,7 +212,7 @@ void CCircuitEditorTextBox::contextMenuEvent(QGraphicsSceneContextMenuEvent*) {
     if (chosen == edit) {
         editText();
     } else if (chosen == remove) {
-        deleteLater();
+        dismiss();
     }
 }
 

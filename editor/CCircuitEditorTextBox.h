@@ -13,7 +13,8 @@ class CCircuitEditorTextBoxData;
 
 /// A free annotation: a box with a fill, a border and plain text in which single characters may
 /// stand in the "Symbol" font. Child of the editor as a QObject; the user's
-/// deletions go through deleteLater(). Takes no part in the undo history.
+/// deletions go through deleteLater(). Only a complete history
+/// records it.
 class CCircuitEditorTextBox : public CanvasBox<QGraphicsTextItem> {
     Q_OBJECT
     Q_PROPERTY(QFont font READ font WRITE setFont)

@@ -5,6 +5,8 @@
 #include "CCircuitEditorSelection.h"
 #include "CCircuitEditorTextBox.h"
 #include "CCircuitElementPropertyTextBox.h"
+#include "CompleteHistory.h"
+#include "HistoryStep.h"
 
 namespace {
 
@@ -20,6 +22,9 @@ void enlist(CCircuitEditorData* d, QList<Box*>& list, Box* box) {
     box->setParent(d->circuitEditor);
     d->scene->addItem(box);
     box->setVisible(d->textBoxLayerVisible);
+    if (d->completeHistory) {
+        d->completeHistory->enlist(box);
+    }
 }
 
 template <class Box>
@@ -28,6 +33,9 @@ void delist(CCircuitEditorData* d, QList<Box*>& list, Box* box) {
         return;
     }
     d->forgetItem(box);
+    if (d->completeHistory) {
+        d->completeHistory->delist(box);
+    }
     if (box->scene()) {
         box->scene()->removeItem(box);
     }
@@ -141,6 +149,7 @@ void CCircuitEditor::interactiveAddTextBox() {
     if (!d->scene) {
         return;
     }
+    const HistoryStep step(this);
     const QPointer<CCircuitEditorTextBox> box(addTextBox(d->scene->itemsBoundingRect().center()));
     box->editText();
     // The dialog ran its own event loop: the box may be gone, and the editor with it.

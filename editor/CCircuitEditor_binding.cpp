@@ -9,6 +9,8 @@
 #include "CElementPropertyChangeCmd.h"
 #include "CSelectionRectangleItem.h"
 #include "CUndoRedo.h"
+#include "CompleteHistory.h"
+#include "HistoryStep.h"
 #include "ICircuitElement.h"
 #include "ICircuitElementNode.h"
 #include "ICircuitNode.h"
@@ -32,6 +34,7 @@ void CCircuitEditor::setCircuitSolver(ICircuitSolver* solver) {
     ICircuit* bound = circuit();
     d->boundCircuit = bound ? bound->containerObject() : nullptr;
     if (!bound) {
+        bindHistory();
         return;
     }
     const QObject* object = d->boundCircuit;
@@ -59,6 +62,7 @@ void CCircuitEditor::setCircuitSolver(ICircuitSolver* solver) {
     for (int i = 0; i < bound->nodeCount(); ++i) {
         on_nodeAdded(bound->node(i));
     }
+    bindHistory();
 }
 
 CCircuitEditorElementItem* CCircuitEditor::makeItem(ICircuitElement* element) {
@@ -183,6 +187,7 @@ void CCircuitEditor::on_propertyValueChanged(QObject* object, QString propertyNa
     if (!object || propertyName.isEmpty() || oldValue == newValue) {
         return;
     }
+    const HistoryStep step(this);
     auto* ownCircuit = qobject_cast<ICircuit*>(object);
     if (!ownCircuit || ownCircuit != circuit()) {
         auto* element = qobject_cast<ICircuitElement*>(object);
@@ -198,11 +203,15 @@ void CCircuitEditor::on_propertyValueChanged(QObject* object, QString propertyNa
         } else {
             wire->updateToolTip();
         }
+        touchHistory(item ? static_cast<QGraphicsItem*>(item) : wire);
+    } else if (d->completeHistory) {
+        d->completeHistory->touchCircuit();
     }
     emit projectPartModified();
 }
 
 void CCircuitEditor::on_removeElementRequest(ICircuitElement* element) {
+    const HistoryStep step(this);
     unhighlight();
     if (!d->circuitSolver || !element) {
         return;
@@ -229,6 +238,7 @@ void CCircuitEditor::on_editOutputVariables() {
 }
 
 void CCircuitEditor::on_removeNodeRequest(ICircuitNode* node) {
+    const HistoryStep step(this);
     unhighlight();
     if (!d->circuitSolver || !node) {
         return;

@@ -6,6 +6,7 @@
 #include "CCircuitEditorNodeItem.h"
 #include "CCircuitEditorSelection.h"
 #include "CircuitGeometry.h"
+#include "HistoryStep.h"
 #include "ICircuitElement.h"
 #include "ICircuitElementNode.h"
 #include "QtSeries.h"
@@ -212,6 +213,7 @@ void CCircuitEditor::snapToGrid() {
     if (!d->scene) {
         return;
     }
+    const HistoryStep step(this, QStringLiteral("Snap to Grid"));
     for (QGraphicsItem* item : d->itemsInTurn()) {
         snapToGrid(qgraphicsitem_cast<CCircuitEditorElementItem*>(item));
     }
@@ -221,6 +223,7 @@ void CCircuitEditor::bringToCenter() {
     if (!d->scene) {
         return;
     }
+    const HistoryStep step(this, QStringLiteral("Bring to Centre"));
     const QPointF center = d->scene->itemsBoundingRect().center();
     for (QGraphicsItem* item : d->itemsInTurn()) {
         if (auto* element = qgraphicsitem_cast<CCircuitEditorElementItem*>(item)) {

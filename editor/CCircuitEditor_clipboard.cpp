@@ -4,6 +4,7 @@
 #include "CCircuitEditorData.h"
 #include "CCircuitEditorSelection.h"
 #include "CSelectionRectangleItem.h"
+#include "HistoryStep.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -41,6 +42,7 @@ void CCircuitEditor::on_clipboardWidgetDataClicked(QString context, ClipboardDat
 }
 
 void CCircuitEditor::cut() {
+    const HistoryStep step(this, QStringLiteral("Cut"));
     d->selection->cut();
     if (d->selectionRectItem) {
         d->selectionRectItem->setVisible(false);
@@ -62,6 +64,7 @@ void CCircuitEditor::paste(QPointF pos) {
     if (!d->scene) {
         return;
     }
+    const HistoryStep step(this, QStringLiteral("Paste"));
     const QRectF rectangle = d->selection->paste(pos, d->clipboardDataIndex);
     if (!d->selectionRectItem) {
         d->selectionRectItem = new CSelectionRectangleItem(this);
@@ -94,6 +97,7 @@ bool CCircuitEditor::canErase() const {
 }
 
 void CCircuitEditor::eraseSelection() {
+    const HistoryStep step(this);
     if (d->selectionRectItem && d->selectionRectItem->isVisible()) {
         eraseGroup();
         return;
@@ -102,6 +106,7 @@ void CCircuitEditor::eraseSelection() {
 }
 
 void CCircuitEditor::eraseGroup() {
+    const HistoryStep step(this, QStringLiteral("Delete"));
     if (d->selection->itemList().isEmpty()) {
         d->selection->initFromSelectionRect(d->selectionRectItem->rect());
     }

@@ -8,6 +8,7 @@
 #include "CCircuitElementPropertyTextBox.h"
 #include "CManualConnectorLineItem.h"
 #include "CSelectionRectangleItem.h"
+#include "HistoryStep.h"
 #include "ItemTypes.h"
 
 #include <Plexa/ObjectIterator.h>
@@ -50,6 +51,7 @@ void CCircuitEditor::keyPressEvent(QKeyEvent* event) {
         d->gestures->keyPress(event)) {
         return;
     }
+    const HistoryStep step(this);
     switch (event->key()) {
         case Qt::Key_Escape:
             leaveManualConnectionMode();
@@ -105,6 +107,7 @@ void CCircuitEditor::contextMenuEvent(QContextMenuEvent* event) {
     if (d->readOnly || d->mode != EditMode || !d->scene) {
         return;
     }
+    const HistoryStep step(this);
     if (d->circuitSolver && offerDisconnection()) {
         return;
     }

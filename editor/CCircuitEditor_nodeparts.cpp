@@ -4,6 +4,7 @@
 #include "CCircuitEditorNodeItem.h"
 #include "CDeleteCircuitNodeDialog.h"
 #include "CircuitGeometry.h"
+#include "HistoryStep.h"
 #include "ICircuitNode.h"
 
 #include <QPointer>
@@ -41,6 +42,7 @@ void CCircuitEditor::deletePartsOfNode(QObject* node) {
     if (!d->circuitSolver || !nodeItem(net)) {
         return;
     }
+    const HistoryStep step(this);
     const QPointer<CCircuitEditor> self(this);
     const QPointer<QObject> guard(node);
     // On the heap: the editor may go while the dialog is open, and takes it along.

@@ -2,6 +2,7 @@
 
 #include "CCircuitEditorData.h"
 #include "CCircuitEditorGlobaParamTextBox.h"
+#include "HistoryStep.h"
 #include "ICircuitGlobalVariableChangeNameSupport.h"
 #include "ICircuitStringGlobalVariableSupport.h"
 #include "ui_CAddGlobalVariableDialog.h"
@@ -56,6 +57,7 @@ QModelIndexList selectedIn(const Ui_CRemoveGlobalVariableDialog& form) {
 }  // namespace
 
 void CCircuitEditor::on_addGlobalVariable() {
+    const HistoryStep step(this);
     if (!circuit()) {
         return;
     }
@@ -88,6 +90,7 @@ void CCircuitEditor::on_addGlobalVariable() {
 }
 
 void CCircuitEditor::on_removeGlobalVariable() {
+    const HistoryStep step(this);
     ICircuit* owner = circuit();
     if (!owner) {
         return;
@@ -145,6 +148,7 @@ void CCircuitEditor::on_removeGlobalVariable() {
 }
 
 void CCircuitEditor::on_insertGlobalVarTextBox(QPointF pos) {
+    const HistoryStep step(this);
     ICircuit* owner = circuit();
     if (!owner || !d->scene) {
         return;

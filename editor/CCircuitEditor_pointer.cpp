@@ -12,6 +12,7 @@
 #include "CSelectionRectangleItem.h"
 #include "CUndoRedo.h"
 #include "CircuitGeometry.h"
+#include "HistoryStep.h"
 #include "ICircuitElement.h"
 #include "ICircuitElementDesc.h"
 #include "ICircuitNode.h"
@@ -90,6 +91,7 @@ void CCircuitEditor::mousePressEvent(QMouseEvent* event) {
     if (d->gestures->press(event) || event->button() != Qt::LeftButton || !d->scene) {
         return;
     }
+    beginHistoryGesture();
     unhighlight();
     d->selecting = false;
     if (event->modifiers() & Qt::ControlModifier) {
@@ -217,6 +219,16 @@ void CCircuitEditor::panTo(const QPoint& pointer) {
 }
 
 void CCircuitEditor::mouseReleaseEvent(QMouseEvent* event) {
+    const QPointer<CCircuitEditor> self(this);
+    const bool isLast = event->button() == Qt::LeftButton;
+    answerRelease(event);
+    // What the release has led to may have taken the editor along.
+    if (self && isLast) {
+        endHistoryGesture();
+    }
+}
+
+void CCircuitEditor::answerRelease(QMouseEvent* event) {
     if (d->gestures->release(event) || !d->scene) {
         return;
     }
@@ -279,6 +291,7 @@ void CCircuitEditor::releaseConnection(QMouseEvent* event) {
 }
 
 void CCircuitEditor::mouseDoubleClickEvent(QMouseEvent* event) {
+    const HistoryStep step(this);
     if (d->gestures->doubleClick(event) || d->mode == ManualConnectionMode) {
         return;
     }

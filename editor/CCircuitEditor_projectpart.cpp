@@ -2,6 +2,7 @@
 
 #include "CCircuitEditorData.h"
 #include "CUndoRedo.h"
+#include "CompleteHistory.h"
 #include "ICircuitElement.h"
 #include "ICircuitStringGlobalVariableSupport.h"
 #include "ICircuitTitle.h"
@@ -39,6 +40,7 @@ QString CCircuitEditor::projectPartID() {
 bool CCircuitEditor::newProjectPart() {
     d->undoStack->clear();
     clearEditor();
+    restartHistory();
     return true;
 }
 
@@ -102,6 +104,7 @@ bool CCircuitEditor::loadProjectPart(QDomDocument, QDomElement element) {
     }
     d->loadAnnotations(element);
     resolveControls(bound);
+    restartHistory();
     return true;
 }
 
@@ -134,4 +137,5 @@ void CCircuitEditor::load(QString fileName) {
     }
     clearEditor();
     d->loadRecords(document.documentElement());
+    restartHistory();
 }

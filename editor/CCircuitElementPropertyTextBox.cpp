@@ -41,6 +41,21 @@ QString CCircuitElementPropertyTextBoxData::circuitElementPropertyText() const {
     return properties->propertyGroup(index) == QLatin1String("Nodes") ? value : formatted(value);
 }
 
+CCircuitElementPropertyTextBox::Look CCircuitElementPropertyTextBox::look() const {
+    // The element's item lends the box a colour while the pointer is on it.
+    const bool isLent = d->backgroundColor == CCircuitEditorElementItem::hoveredBoxColor();
+    return {rect(), d->font, d->fontPointSize,
+            isLent ? QColor(Qt::transparent) : d->backgroundColor};
+}
+
+void CCircuitElementPropertyTextBox::setLook(const Look& look) {
+    setPos(look.rect.topLeft());
+    setLocalSize(look.rect.size());
+    d->font = look.font;
+    d->fontPointSize = look.fontPointSize;
+    setBackgroundColor(look.background);
+}
+
 void CCircuitElementPropertyTextBox::fitToText() {
     setLocalSize(textSize());
 }
@@ -83,6 +98,7 @@ void CCircuitElementPropertyTextBox::setFont(const QFont& font) {
         d->fontPointSize = d->font.pointSize();
     }
     d->font.setPixelSize(QFontMetrics(d->font).height());
+    touchHistory();
     update();
 }
 
@@ -202,7 +218,7 @@ void CCircuitElementPropertyTextBox::slotElementDestroyed() {
     d->propertyName.clear();
     d->propertyText.clear();
     update();
-    deleteLater();
+    dismiss();
 }
 
 void CCircuitElementPropertyTextBox::slotElementMoved(QPointF delta) {

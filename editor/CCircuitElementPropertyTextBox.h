@@ -35,6 +35,15 @@ public:
     QColor backgroundColor() const;
     void setTextFormat(TextFormat format);
     TextFormat textFormat() const;
+    /// What a box has been given beside its element and property, sizes under the least included.
+    struct Look {
+        QRectF rect;
+        QFont font;
+        int fontPointSize;
+        QColor background;
+    };
+    Look look() const;
+    void setLook(const Look& look);
     /// The element may be null, the property unknown: the text is empty then.
     void setElementProperty(ICircuitElement* element, const QString& propertyName);
     ICircuitElement* element() const;

@@ -3,12 +3,14 @@
 #include "CCircuitEditor.h"
 #include "CCircuitElementPropertyTextBoxData.h"
 #include "CElementPropertySelectionDialog.h"
+#include "HistoryStep.h"
 
 #include <QCursor>
 #include <QMenu>
 #include <QPointer>
 
 void CCircuitElementPropertyTextBox::showSelectElementDialog() {
+    const HistoryStep step(editor());
     const QPointer<CCircuitElementPropertyTextBox> self(this);
     // Hidden, the box is no part of what the dialog shows.
     setVisible(false);
@@ -31,7 +33,7 @@ void CCircuitElementPropertyTextBox::showSelectElementDialog() {
     }
     setVisible(true);
     if (!d->element || !d->elementItem) {
-        deleteLater();
+        dismiss();
     }
 }
 
@@ -63,6 +65,6 @@ void CCircuitElementPropertyTextBox::contextMenuEvent(QGraphicsSceneContextMenuE
     if (chosen == select) {
         showSelectElementDialog();
     } else if (chosen == remove) {
-        deleteLater();
+        dismiss();
     }
 }

@@ -3,6 +3,7 @@
 #include "CCircuitEditor.h"
 #include "CCircuitEditorElementItem.h"
 #include "CElementPlacementItem.h"
+#include "HistoryStep.h"
 #include "ICircuit.h"
 #include "ICircuitElement.h"
 #include "ICircuitElementDesc.h"
@@ -78,6 +79,7 @@ bool CElementPlacement::putDown(const QPointF& point) {
     if (!m_editor || !m_element || !m_editor->circuit()) {
         return false;
     }
+    const HistoryStep step(m_editor);
     ICircuitElement* element = m_element;
     m_element = nullptr;
     const int rotation = element->rotation();

@@ -2,6 +2,7 @@
 
 #include "COutputVariablesWidgetData.h"
 #include "COutputVariablesWidgetDelegate.h"
+#include "CompleteHistory.h"
 #include "ICircuitElement.h"
 #include "ICircuitNode.h"
 #include "ICircuitOutputVariable.h"
@@ -50,6 +51,8 @@ void COutputVariablesWidget::connectForm() {
     const QAbstractItemModel* rows = d->outVarsList->model();
     connect(rows, &QAbstractItemModel::rowsInserted, this, &COutputVariablesWidget::updateArrows);
     connect(rows, &QAbstractItemModel::rowsRemoved, this, &COutputVariablesWidget::updateArrows);
+    connect(rows, &QAbstractItemModel::rowsInserted, this, &COutputVariablesWidget::touchHistory);
+    connect(rows, &QAbstractItemModel::rowsRemoved, this, &COutputVariablesWidget::touchHistory);
 }
 
 void COutputVariablesWidget::setXmlUtils(IXmlUtils* service) {
@@ -236,6 +239,37 @@ void COutputVariablesWidget::moveCurrentRow(int step) {
     if (auto* order = qobject_cast<ICircuitOutputVariableReorderSupport*>(circuit)) {
         order->moveOutputVariable(from, to);
     }
+}
+
+void COutputVariablesWidget::touchHistory() {
+    if (CompleteHistory* history = CompleteHistory::of(d->circuitEditor)) {
+        history->touchOutputs();
+    }
+}
+
+void COutputVariablesWidget::arrange(const QList<ICircuitOutputVariable*>& order) {
+    // Rows that become current meanwhile would be shown on the diagram.
+    const QSignalBlocker blocker(d->outVarsList);
+    QObject* circuit = d->circuit ? d->circuit->containerObject() : nullptr;
+    auto* model = qobject_cast<ICircuitOutputVariableReorderSupport*>(circuit);
+    for (int to = 0; to < order.size(); ++to) {
+        const int from = d->outVarsList->indexOfTopLevelItem(d->outVarsList->rowOf(order.at(to)));
+        if (from <= to) {
+            continue;
+        }
+        d->outVarsList->insertTopLevelItem(to, d->outVarsList->takeTopLevelItem(from));
+        if (model) {
+            model->moveOutputVariable(from, to);
+        }
+    }
+}
+
+void COutputVariablesWidget::markSaved() {}
+
+void COutputVariablesWidget::forgetSaved() {}
+
+bool COutputVariablesWidget::isAsSaved() {
+    return d->circuitEditor && d->circuitEditor->isAsSaved();
 }
 
 void COutputVariablesWidget::updateArrows() {

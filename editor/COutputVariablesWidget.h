@@ -1,6 +1,7 @@
 #pragma once
 
 #include "IProjectPart.h"
+#include "IProjectSavedState.h"
 
 #include <QWidget>
 
@@ -20,9 +21,11 @@ class QTreeWidgetItem;
 /// The panel that lists the circuit's output variables, and the project part that stores the list.
 /// Rows come and go with the circuit's signals alone. Owns no collaborator, and each may be missing
 /// or go away before the panel does.
-class COutputVariablesWidget : public QWidget, public virtual IProjectPart {
+class COutputVariablesWidget : public QWidget,
+                               public virtual IProjectPart,
+                               public virtual IProjectSavedState {
     Q_OBJECT
-    Q_INTERFACES(IProjectPart)
+    Q_INTERFACES(IProjectPart IProjectSavedState)
 
 public:
     explicit COutputVariablesWidget(QWidget* parent = nullptr);
@@ -42,6 +45,9 @@ public:
     /// The text that the variable's row shows.
     QString outvarText(ICircuitOutputVariable* variable) const;
 
+    /// Gives the rows that order, which must name all of them.
+    void arrange(const QList<ICircuitOutputVariable*>& order);
+
     // IContainer
     QObject* containerObject() override { return this; }
 
@@ -54,6 +60,11 @@ public:
     bool initializeProjectPart() override;
     bool saveProjectPart(QDomDocument document, QDomElement parent) override;
     bool closeProjectPart() override;
+
+    // IProjectSavedState: the editor's history holds the changes of the list, too.
+    void markSaved() override;
+    void forgetSaved() override;
+    bool isAsSaved() override;
 
     bool eventFilter(QObject* object, QEvent* event) override;
 
@@ -77,12 +88,15 @@ public slots:
 
 signals:
     void projectPartModified() override;
+    /// Never: the editor tells.
+    void savedStateChanged(bool isAsSaved);
 
 private:
     void connectForm();
     void moveCurrentRow(int step);
     /// For a row that is current and has got other neighbours, too.
     void updateArrows();
+    void touchHistory();
     void showOnDiagram(ICircuitOutputVariable* variable);
     void showContextMenu(const QContextMenuEvent* event);
     /// Null if the circuit makes no variable of it.

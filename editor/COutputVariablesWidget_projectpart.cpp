@@ -2,6 +2,7 @@
 
 #include "COutputVariablesWidget.h"
 #include "COutputVariablesWidgetData.h"
+#include "CompleteHistory.h"
 #include "ICircuitElement.h"
 #include "ICircuitElementNode.h"
 #include "ICircuitNode.h"
@@ -67,6 +68,9 @@ bool COutputVariablesWidget::loadProjectPart(QDomDocument, QDomElement parent) {
         }
     }
     d->outVarsList->viewport()->update();
+    if (CompleteHistory* history = CompleteHistory::of(d->circuitEditor)) {
+        history->absorb();
+    }
     return true;
 }
 

@@ -13,6 +13,7 @@ public:
     // Keys may be dangling only until their death is reported; they are never dereferenced after.
     QMap<QObject*, QList<CUndoRedoCmdBase*>> objectCommandMap;
     QList<QObject*> destroyedObjects;
+    bool complete = false;
 };
 
 CUndoRedoCmdBase::~CUndoRedoCmdBase() {
@@ -35,6 +36,10 @@ CUndoRedoStack::~CUndoRedoStack() {
 }
 
 void CUndoRedoStack::push(QUndoCommand* cmd) {
+    if (d->complete) {
+        delete cmd;
+        return;
+    }
     if (!cmd) {
         return;
     }
@@ -49,6 +54,18 @@ void CUndoRedoStack::push(QUndoCommand* cmd) {
         }
     }
     discardRedoCommands();
+    emitCanChanged();
+    emit countChanged(count());
+}
+
+void CUndoRedoStack::setComplete(bool on) {
+    d->complete = on;
+}
+
+void CUndoRedoStack::pushComplete(QUndoCommand* cmd) {
+    append(cmd);
+    qDeleteAll(d->redoStack);
+    d->redoStack.clear();
     emitCanChanged();
     emit countChanged(count());
 }

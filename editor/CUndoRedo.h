@@ -40,6 +40,11 @@ public:
     /// Takes ownership, unless the command's id differs from that of the command on top: such a
     /// command is neither stored nor deleted. A command that the top merges is deleted at once.
     void push(QUndoCommand* cmd);
+    /// While set, `push` deletes what it is given: another history records everything, and enters
+    /// it with `pushComplete`.
+    void setComplete(bool on);
+    /// Takes ownership. What was undone can't be redone any more.
+    void pushComplete(QUndoCommand* cmd);
     /// Takes the command out, and gives its ownership to the caller.
     void remove(QUndoCommand* cmd);
 

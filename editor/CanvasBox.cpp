@@ -1,6 +1,7 @@
 #include "CanvasBox.h"
 
 #include "CCircuitEditor.h"
+#include "CompleteHistory.h"
 #include "IPropertyEditor.h"
 
 #include <QCursor>
@@ -68,6 +69,7 @@ template <class Base>
 void CanvasBox<Base>::setLocalSize(const QSizeF& size) {
     this->prepareGeometryChange();
     m_rect = QRectF(QPointF(), size);
+    touchHistory();
 }
 
 template <class Base>
@@ -77,7 +79,23 @@ void CanvasBox<Base>::setBoundedSize(const QSizeF& size) {
 }
 
 template <class Base>
-void CanvasBox<Base>::reportModifiedLater() const {
+void CanvasBox<Base>::touchHistory() {
+    if (m_editor) {
+        m_editor->touchHistory(this);
+    }
+}
+
+template <class Base>
+void CanvasBox<Base>::dismiss() {
+    if (CompleteHistory* history = CompleteHistory::of(m_editor)) {
+        history->dismiss(this);
+    }
+    removeLater();
+}
+
+template <class Base>
+void CanvasBox<Base>::reportModifiedLater() {
+    touchHistory();
     if (m_editor) {
         QMetaObject::invokeMethod(m_editor, "projectPartModified", Qt::QueuedConnection);
     }
@@ -173,7 +191,7 @@ void CanvasBox<Base>::keyPressEvent(QKeyEvent* event) {
     const double step = isFine || !m_editor ? 1 : m_editor->gridSize();
     switch (event->key()) {
         case Qt::Key_Delete:
-            removeLater();
+            dismiss();
             break;
         case Qt::Key_Left:
             this->moveBy(-step, 0);

@@ -32,8 +32,12 @@ protected:
     QRectF localRect() const { return m_rect; }
     /// May be smaller than a box that the user or a file makes.
     void setLocalSize(const QSizeF& size);
-    /// Tells the editor's listeners once the event loop runs again.
-    void reportModifiedLater() const;
+    /// Tells the history, and the editor's listeners once the event loop runs again.
+    void reportModifiedLater();
+    /// What is saved of the box may have changed; for the complete history.
+    void touchHistory();
+    /// The user deletes the box, in the box's own code maybe.
+    void dismiss();
     /// Shows nothing in the property panel.
     void clearPanel() const;
     /// Laid over a box, or in place of its fill, while the pointer is on it.

@@ -7,6 +7,17 @@
 #include "ICircuitSolver.h"
 #include "OutputVariable.h"
 
+namespace {
+
+template <class List>
+void moveRow(List& list, int from, int to) {
+    if (from >= 0 && from < list.size() && to >= 0 && to < list.size()) {
+        list.move(from, to);
+    }
+}
+
+}  // namespace
+
 Circuit::Circuit(QObject* parent) : QObject(parent) {}
 
 Circuit::~Circuit() {
@@ -278,4 +289,16 @@ QString Circuit::modelName(int index) {
 
 QString Circuit::modelFile(int index) {
     return m_models.value(index).second;
+}
+
+void Circuit::moveElement(int from, int to) {
+    moveRow(m_elements, from, to);
+}
+
+void Circuit::moveNode(int from, int to) {
+    moveRow(m_nodes, from, to);
+}
+
+void Circuit::moveGlobalVariable(int from, int to) {
+    moveRow(m_globals, from, to);
 }

@@ -4,6 +4,7 @@
 #include "ICircuitGlobalVariableChangeNameSupport.h"
 #include "ICircuitGlobalVariableModifiedSignalSupport.h"
 #include "ICircuitOutputVariableReorderSupport.h"
+#include "ICircuitReorderSupport.h"
 #include "ICircuitStringGlobalVariableSupport.h"
 #include "ICircuitTitle.h"
 #include "IEditableProperties.h"
@@ -31,12 +32,13 @@ class Circuit : public QObject,
                 public ICircuitGlobalVariableChangeNameSupport,
                 public ICircuitGlobalVariableModifiedSignalSupport,
                 public ICircuitOutputVariableReorderSupport,
+                public ICircuitReorderSupport,
                 public IEditableProperties {
     Q_OBJECT
     Q_INTERFACES(
         ICircuit ICircuitTitle ICircuitStringGlobalVariableSupport
             ICircuitGlobalVariableChangeNameSupport ICircuitGlobalVariableModifiedSignalSupport
-                ICircuitOutputVariableReorderSupport IEditableProperties)
+                ICircuitOutputVariableReorderSupport ICircuitReorderSupport IEditableProperties)
     Q_PROPERTY(QString Title READ title WRITE setTitle NOTIFY titleChanged)
 
 public:
@@ -121,6 +123,11 @@ public:
 
     // ICircuitOutputVariableReorderSupport
     void moveOutputVariable(int from, int to) override;
+
+    // ICircuitReorderSupport
+    void moveElement(int from, int to) override;
+    void moveNode(int from, int to) override;
+    void moveGlobalVariable(int from, int to) override;
 
     // IEditableProperties: the global parameters. A number takes engineering notation or an
     // expression, and ignores anything else.

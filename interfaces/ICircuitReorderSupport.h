@@ -10,6 +10,9 @@ public:
     virtual void moveElement(int from, int to) = 0;
     virtual void moveNode(int from, int to) = 0;
     virtual void moveGlobalVariable(int from, int to) = 0;
+
+protected:
+    ~ICircuitReorderSupport() = default;
 };
 
 Q_DECLARE_INTERFACE(ICircuitReorderSupport, "com.tesmira.ICircuitReorderSupport/1.0")

@@ -9,6 +9,7 @@
 #include "CPlacementTool.h"
 #include "CUndoRedo.h"
 #include "CompleteHistory.h"
+#include "ConnectedDrag.h"
 #include "ICircuitElementNode.h"
 
 #include <QLabel>

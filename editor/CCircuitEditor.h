@@ -47,6 +47,12 @@ class CCircuitEditor : public QGraphicsView,
     Q_PROPERTY(bool ExtendedGestures READ isExtendedGestures WRITE setExtendedGestures)
     Q_PROPERTY(bool SpatialIndex READ hasSpatialIndex WRITE setSpatialIndex)
     Q_PROPERTY(bool CompleteHistory READ isCompleteHistory WRITE setCompleteHistory)
+    Q_PROPERTY(
+        bool MoveConnectedElements READ movesConnectedElements WRITE setMoveConnectedElements)
+    Q_PROPERTY(bool ShowJunctions READ showsJunctions WRITE setShowJunctions)
+    Q_PROPERTY(bool CaptionNewElements READ captionsNewElements WRITE setCaptionNewElements)
+    Q_PROPERTY(bool KeepTextStyles READ keepsTextStyles WRITE setKeepTextStyles)
+    Q_PROPERTY(bool PlacePastedItems READ placesPastedItems WRITE setPlacePastedItems)
 
 public:
     enum Mode { EditMode = 0, OutVarSelectionMode = 1, ManualConnectionMode = 2 };
@@ -92,6 +98,22 @@ public:
     CompleteHistory* completeHistory() const;
     /// What is saved of the item may have changed; for the complete history.
     void touchHistory(QGraphicsItem* item);
+    /// Whether wired elements can be moved, and turned, with their wires behind them.
+    bool movesConnectedElements() const;
+    void setMoveConnectedElements(bool on);
+    /// Whether the branches of a net meet in dots, and terminals on no net have a mark.
+    bool showsJunctions() const;
+    void setShowJunctions(bool on);
+    /// Whether a new element gets boxes with its caption and main values.
+    bool captionsNewElements() const;
+    void setCaptionNewElements(bool on);
+    /// Whether boxes keep the size of their text, and property boxes their ground, in files and
+    /// copies; and an edit of a text can be given up.
+    bool keepsTextStyles() const;
+    void setKeepTextStyles(bool on);
+    /// Whether what is pasted hangs at the pointer until it is put down.
+    bool placesPastedItems() const;
+    void setPlacePastedItems(bool on);
     CUndoRedoStack* undoStack() const;
     /// Made on first call, without a parent: the caller gives it a place.
     QLabel* statusLabel() const;
@@ -380,6 +402,9 @@ private:
     friend class CCanvasGestures;
     friend class CCircuitEditorElementItem;
     friend class CCircuitEditorNodeItem;
+    friend class ConnectedDrag;
+    friend class ConnectedMove;
+    friend class PastePlacement;
 
     void bindHistory();
     void restartHistory();
@@ -396,6 +421,9 @@ private:
     bool canPlace() const;
     void sendKey(int key);
     void eraseGroup();
+    /// Pastes that entry of the clipboard at once.
+    void pasteAt(const QPointF& pos, int index);
+    void captionNewElement(ICircuitElement* element);
     void leaveManualConnectionMode();
     void selectNextItem();
     /// The menu over two selected items that are joined; false if the selection isn't such a pair.

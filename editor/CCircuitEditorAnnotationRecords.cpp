@@ -6,6 +6,7 @@
 #include "CCircuitElementPropertyTextBox.h"
 #include "ICircuitElement.h"
 #include "RecordFields.h"
+#include "TextStyles.h"
 #include "XmlText.h"
 
 using namespace RecordFields;
@@ -37,6 +38,9 @@ void saveTextBox(QDomDocument document, QDomElement parent, const CCircuitEditor
     setStoredFont(record, box.defaultFont(), box.defaultFont().pointSize());
     setStoredRect(record, box.rect());
     setStoredColors(record, box);
+    if (box.circuitEditor()->keepsTextStyles()) {
+        TextStyles::store(record, box.defaultFont());
+    }
     appendCData(document, record, box.text());
 }
 
@@ -46,6 +50,9 @@ void saveGlobalParamTextBox(QDomDocument document, QDomElement parent,
     record.setAttribute(QStringLiteral("GlobalParamName"), xmlText(box.globalParameterName()));
     setStoredFont(record, box.defaultFont(), box.defaultFont().pointSize());
     setStoredRect(record, box.rect());
+    if (box.circuitEditor()->keepsTextStyles()) {
+        TextStyles::store(record, box.defaultFont());
+    }
     appendCData(document, record, box.text());
 }
 
@@ -73,6 +80,9 @@ void CCircuitEditorData::saveAnnotations(QDomDocument document, QDomElement pare
         record.setAttribute(QStringLiteral("ElementIndex"),
                             qlonglong(indices.value(box->element(), -1)));
         record.setAttribute(QStringLiteral("Property"), xmlText(box->propertyName()));
+        if (keepTextStyles) {
+            TextStyles::store(record, *box);
+        }
     }
     appendComment(document, parent, "Global Param Text boxes");
     for (const CCircuitEditorGlobaParamTextBox* box : qAsConst(globalParamTextBoxes)) {
@@ -80,9 +90,14 @@ void CCircuitEditorData::saveAnnotations(QDomDocument document, QDomElement pare
     }
 }
 
+QFont CCircuitEditorData::styledFont(const QDomElement& record) const {
+    const QFont font = storedFont(record);
+    return keepTextStyles ? TextStyles::stored(record, font) : font;
+}
+
 CCircuitEditorTextBox* CCircuitEditorData::loadTextBox(const QDomElement& record) {
     CCircuitEditorTextBox* box = circuitEditor->addTextBox(storedRect(record));
-    box->setDefaultFont(storedFont(record));
+    box->setDefaultFont(styledFont(record));
     box->setText(record.text());
     return box;
 }
@@ -97,6 +112,9 @@ void CCircuitEditorData::loadElementPropertyTextBox(const QDomElement& record, I
     CCircuitElementPropertyTextBox* box =
         circuitEditor->addElementPropertyTextBox(storedRect(record));
     box->setFont(storedFont(record));
+    if (keepTextStyles) {
+        TextStyles::apply(record, box);
+    }
     box->setElementProperty(element, record.attribute(QStringLiteral("Property")));
 }
 
@@ -111,7 +129,7 @@ void CCircuitEditorData::loadAnnotations(const QDomElement& parent) {
          xmlUtils->findElements(parent, QStringLiteral("GlobalParamTextBox"))) {
         CCircuitEditorGlobaParamTextBox* box =
             circuitEditor->addGlobalParamTextBox(storedRect(record));
-        box->setDefaultFont(storedFont(record));
+        box->setDefaultFont(styledFont(record));
         box->setGlobalParameterName(record.attribute(QStringLiteral("GlobalParamName")));
         box->setText(record.text());
     }

@@ -11,6 +11,7 @@
 #include "CSelectionRectangleItem.h"
 #include "CircuitGeometry.h"
 #include "CompleteHistory.h"
+#include "ConnectedDrag.h"
 #include "ICircuitElement.h"
 
 #include <QCoreApplication>
@@ -115,6 +116,9 @@ void CCircuitEditorData::forgetItem(QGraphicsItem* item) {
         emit circuitEditor->selectionStateChanged();
     } else if (selectionRectItem) {
         selectionRectItem->forgetItem(item);
+    }
+    if (connectedDrag) {
+        connectedDrag->forgetItem(item);
     }
     if (item == connectionStartItem || item == connectionEndItem) {
         hideConnectionLine();

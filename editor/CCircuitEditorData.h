@@ -33,6 +33,7 @@ class CCanvasGestures;
 class CManualConnectorLineItem;
 class CPlacementTool;
 class CSelectionRectangleItem;
+class ConnectedDrag;
 class CUndoRedoStack;
 class CompleteHistory;
 class QGraphicsLineItem;
@@ -156,8 +157,17 @@ public:
     std::unique_ptr<CCanvasGestures> gestures;
     bool routeEmptyShapes = false;
     std::unique_ptr<CompleteHistory> completeHistory;
+    // Set as long as the property MoveConnectedElements is on.
+    std::unique_ptr<ConnectedDrag> connectedDrag;
+    bool showJunctions = false;
+    bool captionNewElements = false;
+    bool keepTextStyles = false;
+    bool placePastedItems = false;
+    // The selection rectangle stands over what was pasted, and nothing else of what lies there.
+    bool isPasteSelected = false;
 
 private:
+    QFont styledFont(const QDomElement& record) const;
     ICircuitNode* joinTerminals(ICircuitElementNode* a, ICircuitElementNode* b);
     ICircuitNode* joinTerminalToNode(ICircuitElementNode* terminal, ICircuitNode* node);
     ICircuitNode* mergeNodes(CCircuitEditorNodeItem* a, CCircuitEditorNodeItem* b);

@@ -8,6 +8,7 @@
 #include "CCircuitEditorNodeItem.h"
 #include "CCircuitElementPropertyTextBox.h"
 #include "CircuitGeometry.h"
+#include "ConnectedMove.h"
 #include "ICircuitElement.h"
 #include "ICircuitElementNode.h"
 #include "ICircuitElementVisual.h"
@@ -126,6 +127,7 @@ void CCircuitEditorElementItem::reloadElement() {
     if (!d->element) {
         return;
     }
+    const QMap<QString, QPointF> oldPlaces = ConnectedMove::terminalPlaces(this);
     ICircuitElementVisual* visual = d->element->visual();
     d->renderer = visual->renderer();
     d->pixmap = visual->pixmap();
@@ -145,6 +147,7 @@ void CCircuitEditorElementItem::reloadElement() {
         terminal->reloadNode();
     }
     updateCircuitNodes();
+    ConnectedMove::followTerminals(this, oldPlaces);
 }
 
 void CCircuitEditorElementItem::paint(QPainter* painter, const QStyleOptionGraphicsItem* option,
@@ -213,6 +216,7 @@ void CCircuitEditorElementItem::setCursor2(const QCursor& cursor) {
 }
 
 void CCircuitEditorElementItem::addCircuitNodeItem(CCircuitEditorNodeItem* item) {
+    forgetNets();
     if (!item || d->circuitNodeItems.contains(item)) {
         return;
     }
@@ -222,6 +226,7 @@ void CCircuitEditorElementItem::addCircuitNodeItem(CCircuitEditorNodeItem* item)
 }
 
 void CCircuitEditorElementItem::removeCircuitNodeItem(CCircuitEditorNodeItem* item) {
+    forgetNets();
     if (d->circuitNodeItems.removeAll(item) > 0) {
         item->setHeldBy(this, false);
     }
@@ -236,6 +241,12 @@ int CCircuitEditorElementItem::circuitNodeItemCount() const {
 
 CCircuitEditorNodeItem* CCircuitEditorElementItem::circuitNodeItem(int index) const {
     return d->circuitNodeItems.value(index);
+}
+
+void CCircuitEditorElementItem::forgetNets() {
+    for (CCircuitEditorElementNodeItem* terminal : qAsConst(d->elementNodeItemMap)) {
+        terminal->forgetNets();
+    }
 }
 
 void CCircuitEditorElementItem::updateCircuitNodes() {

@@ -53,6 +53,8 @@ public:
     int circuitNodeItemCount() const;
     /// Null for an index out of range.
     CCircuitEditorNodeItem* circuitNodeItem(int index) const;
+    /// The terminals have joined nets, or left them.
+    void forgetNets();
     /// Re-routes the automatic ones among them.
     void updateCircuitNodes();
 
@@ -107,6 +109,7 @@ private slots:
 
 private:
     bool isLocked() const;
+    void tellClick(const QGraphicsSceneMouseEvent* event);
     /// Records the move, then makes it: a locked element refuses, and the record stays.
     void moveByCommand(const QPointF& step);
     void finishDrag();

@@ -5,6 +5,7 @@
 #include "CCircuitEditorElementItemData.h"
 #include "CCircuitElementPropertyTextBox.h"
 #include "CircuitGeometry.h"
+#include "ElementCaptions.h"
 #include "ICircuitElement.h"
 #include "ICircuitElementDesc.h"
 #include "PropertyLookup.h"
@@ -18,18 +19,6 @@ namespace {
 
 // Between the element and its boxes, and between two boxes.
 constexpr double Gap = 5.0;
-constexpr int CaptionPointSize = 8;
-
-CCircuitElementPropertyTextBox* addCaption(CCircuitEditor* editor, ICircuitElement* element,
-                                           const QString& property) {
-    auto* box = new CCircuitElementPropertyTextBox(editor);
-    box->setElementProperty(element, property);
-    box->setBackgroundColor(Qt::transparent);
-    QFont font = box->font();
-    font.setPointSize(CaptionPointSize);
-    box->setFont(font);
-    return box;
-}
 
 double truncated(double value) {
     return CircuitGeometry::truncatedInt(value);
@@ -51,7 +40,7 @@ void CCircuitEditorElementItem::createElementPropertyTextBoxForCaptionProperty()
     if (!d->element) {
         return;
     }
-    auto* box = addCaption(d->circuitEditor, d->element, QStringLiteral("Caption"));
+    auto* box = ElementCaptions::makeBox(d->circuitEditor, d->element, QStringLiteral("Caption"));
     const QRectF outline = mapToScene(boundingRect()).boundingRect();
     if (outline.height() < outline.width()) {
         const double middle = truncated(outline.x() + outline.width() * 0.5);
@@ -67,6 +56,10 @@ void CCircuitEditorElementItem::createElementPropertyTextBoxesForDisplayProperti
     if (!d->element) {
         return;
     }
+    if (d->circuitEditor->captionsNewElements()) {
+        ElementCaptions::add(this);
+        return;
+    }
     QStringList shown;
     for (const CCircuitElementPropertyTextBox* box : qAsConst(d->propertyTextBoxes)) {
         shown.append(box->propertyName());
@@ -79,7 +72,7 @@ void CCircuitEditorElementItem::createElementPropertyTextBoxesForDisplayProperti
                                    .split(QLatin1Char(' '), Qt::SkipEmptyParts);
     for (const QString& name : wanted) {
         if (!shown.contains(name) && indexOfProperty(properties, name) >= 0) {
-            addCaption(d->circuitEditor, d->element, name);
+            ElementCaptions::makeBox(d->circuitEditor, d->element, name);
         }
     }
     stackPropertyTextBoxes();

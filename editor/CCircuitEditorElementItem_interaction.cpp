@@ -11,6 +11,7 @@
 #include "CElementMoveCmd.h"
 #include "CUndoRedo.h"
 #include "CircuitGeometry.h"
+#include "ConnectedDrag.h"
 #include "ICircuit.h"
 #include "ICircuitElement.h"
 #include "ICircuitElementDesc.h"
@@ -77,6 +78,11 @@ bool CCircuitEditorElementItem::isLocked() const {
 }
 
 void CCircuitEditorElementItem::mousePressEvent(QGraphicsSceneMouseEvent* event) {
+    if (ConnectedDrag* drag = ConnectedDrag::of(d->circuitEditor)) {
+        drag->press(this, event);
+        setCursor2(Qt::ClosedHandCursor);
+        return;
+    }
     if (isLocked()) {
         return;
     }
@@ -87,6 +93,10 @@ void CCircuitEditorElementItem::mousePressEvent(QGraphicsSceneMouseEvent* event)
 }
 
 void CCircuitEditorElementItem::mouseMoveEvent(QGraphicsSceneMouseEvent* event) {
+    if (ConnectedDrag* drag = ConnectedDrag::of(d->circuitEditor)) {
+        drag->move(event);
+        return;
+    }
     if (isLocked()) {
         setCursor2(Qt::ForbiddenCursor);
         return;
@@ -95,6 +105,16 @@ void CCircuitEditorElementItem::mouseMoveEvent(QGraphicsSceneMouseEvent* event) 
 }
 
 void CCircuitEditorElementItem::mouseReleaseEvent(QGraphicsSceneMouseEvent* event) {
+    if (ConnectedDrag* drag = ConnectedDrag::of(d->circuitEditor)) {
+        // A question about nets may run its own event loop.
+        const QPointer<CCircuitEditorElementItem> self(this);
+        setCursor2(Qt::OpenHandCursor);
+        drag->release();
+        if (self) {
+            tellClick(event);
+        }
+        return;
+    }
     if (isLocked()) {
         setCursor2(Qt::ArrowCursor);
         return;
@@ -110,6 +130,10 @@ void CCircuitEditorElementItem::mouseReleaseEvent(QGraphicsSceneMouseEvent* even
         return;
     }
     d->moved = false;
+    tellClick(event);
+}
+
+void CCircuitEditorElementItem::tellClick(const QGraphicsSceneMouseEvent* event) {
     emit d->circuitEditor->elementClickEvent(d->element,
                                              CircuitGeometry::roundedPoint(event->pos()),
                                              event->button(), event->modifiers());
@@ -129,6 +153,10 @@ void CCircuitEditorElementItem::finishDrag() {
 }
 
 void CCircuitEditorElementItem::joinWhatItLiesOn() {
+    if (d->circuitEditor->movesConnectedElements()) {
+        ConnectedMove(d->circuitEditor, {this}).settle();
+        return;
+    }
     const QPointer<CCircuitEditorElementItem> self(this);
     for (const QString& name : d->elementNodeItemMap.keys()) {
         if (self && d->elementNodeItemMap.contains(name)) {
@@ -174,7 +202,10 @@ void CCircuitEditorElementItem::keyPressEvent(QKeyEvent* event) {
         return;
     }
     const bool isFine = event->modifiers() & Qt::ControlModifier;
-    const double step = isFine ? 1 : d->circuitEditor->gridSize();
+    const bool isFast =
+        d->circuitEditor->movesConnectedElements() && (event->modifiers() & Qt::ShiftModifier);
+    const double step =
+        (isFine ? 1 : d->circuitEditor->gridSize()) * (isFast ? ConnectedMove::FastFactor : 1);
     QObject* object = d->element->containerObject();
     switch (event->key()) {
         case Qt::Key_F:
@@ -213,6 +244,9 @@ void CCircuitEditorElementItem::moveByCommand(const QPointF& step) {
     if (differ(position, pos())) {
         d->circuitEditor->undoStack()->push(new CElementMoveCmd(this, pos(), position));
     }
+    if (ConnectedMove::moveBy(d->circuitEditor, {this}, step)) {
+        return;
+    }
     setPos(position);
     d->moved = true;
     updateCircuitNodes();
@@ -230,7 +264,11 @@ QColor CCircuitEditorElementItem::hoveredBoxColor() {
 
 void CCircuitEditorElementItem::setBoxBackgrounds(const QColor& color) {
     for (CCircuitElementPropertyTextBox* box : qAsConst(d->propertyTextBoxes)) {
-        box->setBackgroundColor(color);
+        if (d->circuitEditor->keepsTextStyles()) {
+            box->setHighlight(color.alpha() > 0 ? color : QColor());
+        } else {
+            box->setBackgroundColor(color);
+        }
     }
 }
 
@@ -263,7 +301,7 @@ void CCircuitEditorElementItem::contextMenuEvent(QGraphicsSceneContextMenuEvent*
     QAction* help = menu.addAction(QStringLiteral("%1 Help").arg(element->desc()->elementType()));
     help->setShortcut(QKeySequence::HelpContents);
     QAction* move = menu.addAction(QStringLiteral("Move Element"));
-    move->setEnabled(d->circuitNodeItems.isEmpty());
+    move->setEnabled(d->circuitNodeItems.isEmpty() || editor->movesConnectedElements());
     const bool isSubCircuit =
         element->desc()->category() == ICircuitElementDesc::SubCircuitCategory;
     QAction* study = menu.addAction(QStringLiteral("Study Element"));

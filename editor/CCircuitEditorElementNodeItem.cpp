@@ -2,10 +2,14 @@
 
 #include "CCircuitEditor.h"
 #include "CCircuitEditorElementItem.h"
+#include "CCircuitEditorNodeItem.h"
 #include "CCircuitElementPropertyTextBox.h"
 #include "CircuitGeometry.h"
+#include "ElementCaptions.h"
 #include "ICircuitElement.h"
 #include "ICircuitElementNode.h"
+#include "ICircuitNode.h"
+#include "NetJunctions.h"
 #include "PropertyLookup.h"
 #include "QtSeries.h"
 
@@ -17,6 +21,8 @@
 #include <QPainter>
 #include <QPen>
 #include <QPointer>
+
+#include <optional>
 
 namespace {
 
@@ -47,6 +53,8 @@ class CCircuitEditorElementNodeItemData {
 public:
     CCircuitEditorElementItem* elementItem = nullptr;
     ICircuitElementNode* elementNode = nullptr;
+    // Whether it is on no net, as soon as that was asked for.
+    std::optional<bool> isOpen;
 
     QString elementNodeNameProperty() const;
 };
@@ -113,8 +121,29 @@ void CCircuitEditorElementNodeItem::reloadNode() {
     setVisible(true);
 }
 
+bool CCircuitEditorElementNodeItem::isOpen() {
+    if (!d->elementItem->circuitEditor()->showsJunctions()) {
+        return false;
+    }
+    if (!d->isOpen) {
+        d->isOpen = true;
+        for (int i = 0; i < d->elementItem->circuitNodeItemCount(); ++i) {
+            ICircuitNode* node = d->elementItem->circuitNodeItem(i)->circuitNode();
+            for (int k = 0; *d->isOpen && k < node->elementNodeCount(); ++k) {
+                d->isOpen = node->elementNode(k) != d->elementNode;
+            }
+        }
+    }
+    return *d->isOpen;
+}
+
+void CCircuitEditorElementNodeItem::forgetNets() {
+    d->isOpen.reset();
+    update();
+}
+
 void CCircuitEditorElementNodeItem::paint(QPainter* painter, const QStyleOptionGraphicsItem*,
-                                          QWidget*) {
+                                          QWidget* widget) {
     if (!d->elementNode) {
         return;
     }
@@ -125,6 +154,10 @@ void CCircuitEditorElementNodeItem::paint(QPainter* painter, const QStyleOptionG
     painter->setBrush(brush());
     painter->drawEllipse(
         QRectF(r.x() + r.width() * 0.5 - 2.0, r.y() + r.height() * 0.5 - 2.0, 4.0, 4.0));
+    // In a picture there is no widget, and no mark of what is still to be done.
+    if (widget && isOpen()) {
+        NetJunctions::paintOpenEnd(painter, brush().color(), r.center());
+    }
     painter->setPen(oldPen);
     painter->setBrush(oldBrush);
 }
@@ -142,6 +175,9 @@ void CCircuitEditorElementNodeItem::contextMenuEvent(QGraphicsSceneContextMenuEv
     if (chosen != addBox) {
         QGraphicsRectItem::contextMenuEvent(event);
         return;
+    }
+    if (owner->circuitEditor()->captionsNewElements() && ElementCaptions::has(*owner, name)) {
+        return;  // once is enough
     }
     auto* box =
         owner->circuitEditor()->addElementPropertyTextBox(mapToScene(event->pos() + NameBoxOffset));

@@ -26,6 +26,8 @@ public:
     void setElementNode(ICircuitElementNode* node);
     /// Reads place, colour and name anew from the model.
     void reloadNode();
+    /// The terminal may have joined a net, or left it.
+    void forgetNets();
 
     // QGraphicsItem
     int type() const override { return Type; }
@@ -35,5 +37,8 @@ protected:
     void contextMenuEvent(QGraphicsSceneContextMenuEvent* event) override;
 
 private:
+    /// Whether the terminal is on no net and that is to be shown.
+    bool isOpen();
+
     std::unique_ptr<CCircuitEditorElementNodeItemData> d;
 };

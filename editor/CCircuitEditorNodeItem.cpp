@@ -7,6 +7,7 @@
 #include "ICircuitElement.h"
 #include "ICircuitElementNode.h"
 #include "ICircuitNode.h"
+#include "NetJunctions.h"
 
 #include <QGraphicsScene>
 #include <QGraphicsSceneContextMenuEvent>
@@ -20,6 +21,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 using CircuitGeometry::PointStruct;
 
@@ -68,6 +70,9 @@ public:
     // The element items that list this wire: leaving them needs no look at the model, which may be
     // gone when the wire goes.
     QVector<CCircuitEditorElementItem*> holders;
+    QSet<ICircuitElementNode*> leftOut;
+    // Those of the present path, as soon as they have been asked for.
+    std::optional<QVector<QPointF>> junctions;
 
     void updateItemShape();
     QPainterPath itemShape() const;
@@ -86,6 +91,7 @@ void CCircuitEditorNodeItemData::updateItemShape() {
     // That of the grid as it is now: a later change of the grid counts with the next route.
     m_strokeWidth = CircuitGeometry::gridStep(circuitEditor->gridSize()) * 0.75;
     m_boundsKnown = false;
+    junctions.reset();
 }
 
 QPainterPath CCircuitEditorNodeItemData::itemShape() const {
@@ -113,7 +119,7 @@ NetOutline CCircuitEditorNodeItemData::outline() const {
             terminal ? circuitEditor->elementItem(terminal->element()) : nullptr;
         const CCircuitEditorElementNodeItem* marker =
             element ? element->nodeItem(terminal) : nullptr;
-        if (!marker) {
+        if (!marker || leftOut.contains(terminal)) {
             continue;
         }
         const QPointF point = marker->mapToScene(QPointF(0, 0));
@@ -225,6 +231,7 @@ void CCircuitEditorNodeItem::setManuallyConnected(bool value) {
 }
 
 void CCircuitEditorNodeItem::updateNode() {
+    d->junctions.reset();
     if (d->manuallyConnected) {
         return;
     }
@@ -311,6 +318,10 @@ void CCircuitEditorNodeItem::moveNodeBy(double dx, double dy) {
     update();
 }
 
+void CCircuitEditorNodeItem::setLeftOut(const QSet<ICircuitElementNode*>& terminals) {
+    d->leftOut = terminals;
+}
+
 void CCircuitEditorNodeItem::setHeldBy(CCircuitEditorElementItem* item, bool isHeld) {
     if (isHeld) {
         d->holders.append(item);
@@ -348,12 +359,27 @@ void CCircuitEditorNodeItem::paint(QPainter* painter, const QStyleOptionGraphics
     const QPen oldPen = painter->pen();
     const QBrush oldBrush = painter->brush();
     const QColor color = isSelected() ? d->color.darker(120) : d->color;
-    painter->setPen(QPen(QBrush(color, Qt::SolidPattern), isSelected() ? 4.0 : 2.0, Qt::SolidLine,
-                         Qt::SquareCap, Qt::BevelJoin));
+    const QPen pen(QBrush(color, Qt::SolidPattern), isSelected() ? 4.0 : 2.0, Qt::SolidLine,
+                   Qt::SquareCap, Qt::BevelJoin);
+    painter->setPen(pen);
     painter->setBrush(QBrush());
     painter->drawPath(d->internalShape);
+    if (d->circuitEditor && d->circuitEditor->showsJunctions()) {
+        paintJunctions(painter, pen);
+    }
     painter->setPen(oldPen);
     painter->setBrush(oldBrush);
+}
+
+void CCircuitEditorNodeItem::paintJunctions(QPainter* painter, const QPen& pen) {
+    if (!d->junctions) {
+        QVector<QPointF> terminals;
+        for (const PointStruct& terminal : d->outline().terminals) {
+            terminals.append(mapFromScene(terminal.point));
+        }
+        d->junctions = NetJunctions::junctions(d->internalShape, terminals);
+    }
+    NetJunctions::paint(painter, pen, *d->junctions);
 }
 
 QVariant CCircuitEditorNodeItem::itemChange(GraphicsItemChange change, const QVariant& value) {

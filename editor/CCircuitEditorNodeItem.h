@@ -3,6 +3,7 @@
 #include "ItemTypes.h"
 
 #include <QGraphicsItem>
+#include <QSet>
 
 #include <memory>
 
@@ -52,6 +53,9 @@ public:
     bool removeShapeFor(ICircuitElementNode* elementNode);
     void moveNodeBy(double dx, double dy);
 
+    /// Terminals that the route passes by: they are about to leave the net.
+    void setLeftOut(const QSet<ICircuitElementNode*>& terminals);
+
     /// An element item has taken this wire into its list, or out of it.
     void setHeldBy(CCircuitEditorElementItem* item, bool isHeld);
 
@@ -71,6 +75,7 @@ protected:
 
 private:
     void touchHistory();
+    void paintJunctions(QPainter* painter, const QPen& pen);
     void reportModified();
 
     std::unique_ptr<CCircuitEditorNodeItemData> d;

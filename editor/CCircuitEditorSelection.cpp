@@ -17,6 +17,7 @@
 #include "IClipboard.h"
 #include "IQObjectLoadSave.h"
 #include "RecordFields.h"
+#include "TextStyles.h"
 #include "XmlText.h"
 
 #include <QApplication>
@@ -155,6 +156,19 @@ void CCircuitEditorSelection::initFromItem(QGraphicsItem* item) {
     emit d->circuitEditor->selectionStateChanged();
 }
 
+void CCircuitEditorSelection::takeItems(const QList<QGraphicsItem*>& items) {
+    reset();
+    d->itemList = items;
+    for (QGraphicsItem* item : items) {
+        if (const auto* elementItem = qgraphicsitem_cast<CCircuitEditorElementItem*>(item)) {
+            d->elementList.append(elementItem->element());
+        } else if (auto* textBox = qgraphicsitem_cast<CCircuitEditorTextBox*>(item)) {
+            d->textBoxList.append(textBox);
+        }
+    }
+    emit d->circuitEditor->selectionStateChanged();
+}
+
 void CCircuitEditorSelection::initFromSelectionRect(const QRectF& rect) {
     reset();
     QGraphicsScene* scene = d->circuitEditor->scene();
@@ -246,6 +260,9 @@ void CCircuitEditorSelectionData::copyElementPropertyTextBoxes(
         QDomElement boxRecord = appendElement(document, record, "EPTextBox");
         setStoredRect(boxRecord, QRectF(box->pos() - item.pos(), box->rect().size()));
         boxRecord.setAttribute(QStringLiteral("Property"), xmlText(box->propertyName()));
+        if (circuitEditor->keepsTextStyles()) {
+            TextStyles::store(boxRecord, *box);
+        }
     }
 }
 

@@ -38,6 +38,8 @@ public:
     void initFromItem(QGraphicsItem* item);
     /// Captures what the rectangle, in scene units, touches: elements, nets all of whose elements
     /// are captured, and text boxes.
+    /// Takes elements and text boxes for deleting; there is nothing to copy.
+    void takeItems(const QList<QGraphicsItem*>& items);
     void initFromSelectionRect(const QRectF& rect);
     /// The item is dying.
     void forgetItem(QGraphicsItem* item);
@@ -56,6 +58,8 @@ public:
 
     /// The clipboard document, its description and its picture.
     QString clipboardText() const;
+    /// What a paste of that entry would read; a null document if it is none of the editor's.
+    QDomDocument documentToPaste(int index) const;
     QString clipboardToolTip() const;
     QIcon clipboardIcon() const;
     /// In the order of capture.

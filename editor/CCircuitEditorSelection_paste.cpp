@@ -17,6 +17,7 @@
 #include "IQObjectLoadSave.h"
 #include "IXmlUtils.h"
 #include "RecordFields.h"
+#include "TextStyles.h"
 #include "XmlText.h"
 
 #include <QApplication>
@@ -133,8 +134,7 @@ QRectF CCircuitEditorSelection::paste(const QPointF& pos, int index) {
     if (!clipboard()) {
         return {};
     }
-    const QString text = d->textToPaste(index);
-    const QDomDocument document = readDocument(text);
+    const QDomDocument document = documentToPaste(index);
     const QDomElement root = document.documentElement();
     if (root.isNull()) {
         return {};
@@ -151,6 +151,10 @@ QRectF CCircuitEditorSelection::paste(const QPointF& pos, int index) {
         d->pasteGroup(document, root);
     }
     return d->movePasted(offset);
+}
+
+QDomDocument CCircuitEditorSelection::documentToPaste(int index) const {
+    return clipboard() ? readDocument(d->textToPaste(index)) : QDomDocument();
 }
 
 QString CCircuitEditorSelectionData::textToPaste(int index) const {
@@ -226,6 +230,9 @@ void CCircuitEditorSelectionData::pasteElementPropertyTextBoxes(CCircuitEditorEl
     for (const QDomElement& boxRecord : children(record, "EPTextBox")) {
         auto* box = new CCircuitElementPropertyTextBox(circuitEditor);
         box->setRect(storedRect(boxRecord).translated(item->pos()));
+        if (circuitEditor->keepsTextStyles()) {
+            TextStyles::apply(boxRecord, box);
+        }
         box->setElementProperty(item->element(), boxRecord.attribute(QStringLiteral("Property")));
     }
 }

@@ -18,6 +18,18 @@
 #include <QStyleOptionGraphicsItem>
 #include <QTextDocument>
 
+namespace {
+
+/// A box's font has its size in pixels, under the number that a dialog shows as points.
+QFont inPoints(QFont font) {
+    if (font.pixelSize() > 0) {
+        font.setPointSize(font.pixelSize());
+    }
+    return font;
+}
+
+}  // namespace
+
 class CCircuitEditorTextBoxData {
 public:
     QFont font;
@@ -132,15 +144,25 @@ void CCircuitEditorTextBox::editText() {
     const QPointer<CTextEditorDialog> dialog(
         new CTextEditorDialog(component ? component->mainWindow() : nullptr));
     d->dialog = dialog;
+    const bool canCancel = editor() && editor()->keepsTextStyles();
+    const QString oldText = text();
+    const QFont oldFont = d->font;
+    if (canCancel) {
+        dialog->offerCancel();
+    }
     TextBoxText::repair(document(), d->font);
     const QString plain = document()->toPlainText();
     document()->clear();
     dialog->setTextDocument(document());
-    dialog->setDefaultFont(d->font);
+    dialog->setDefaultFont(canCancel ? inPoints(d->font) : d->font);
     // Last, for the two above format what they find.
     TextBoxText::fillFromPlainText(document(), plain, d->font);
-    dialog->exec();
-    if (self) {
+    const bool isCancelled = dialog->exec() == QDialog::Rejected && canCancel;
+    if (self && isCancelled) {
+        d->font = oldFont;
+        TextBoxText::fill(document(), oldText, d->font);
+        update();
+    } else if (self) {
         if (dialog) {
             setDefaultFont(dialog->defaultFont());
         }

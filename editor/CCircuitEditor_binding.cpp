@@ -176,6 +176,8 @@ void CCircuitEditor::on_circuitElementNodeRemoved(ICircuitElementNode* elementNo
     // An element with a second terminal on the net is still wired by it.
     if (item && !CCircuitEditorNodeItem::joins(node, elementNode->element(), elementNode)) {
         item->removeCircuitNodeItem(wire);
+    } else if (item) {
+        item->forgetNets();
     }
     if (wire) {
         wire->updateNode();

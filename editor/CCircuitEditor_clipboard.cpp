@@ -3,8 +3,10 @@
 #include "CCircuitEditorComponent.h"
 #include "CCircuitEditorData.h"
 #include "CCircuitEditorSelection.h"
+#include "CPlacementTool.h"
 #include "CSelectionRectangleItem.h"
 #include "HistoryStep.h"
+#include "PastePlacement.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -64,14 +66,27 @@ void CCircuitEditor::paste(QPointF pos) {
     if (!d->scene) {
         return;
     }
+    auto load = d->placePastedItems && canPlace()
+                    ? PastePlacement::create(this, d->clipboardDataIndex)
+                    : nullptr;
+    if (load) {
+        setMode(EditMode);
+        d->placement->start(std::move(load));
+    } else {
+        pasteAt(pos, d->clipboardDataIndex);
+    }
+}
+
+void CCircuitEditor::pasteAt(const QPointF& pos, int index) {
     const HistoryStep step(this, QStringLiteral("Paste"));
-    const QRectF rectangle = d->selection->paste(pos, d->clipboardDataIndex);
+    const QRectF rectangle = d->selection->paste(pos, index);
     if (!d->selectionRectItem) {
         d->selectionRectItem = new CSelectionRectangleItem(this);
     }
     d->selectionRectItem->setRect(rectangle);
     d->selectionRectItem->setItemList(d->selection->pastedItemList());
     d->selectionRectItem->setVisible(true);
+    d->isPasteSelected = d->placePastedItems;
     d->selection->reset();
     emit selectionStateChanged();
 }
@@ -107,7 +122,9 @@ void CCircuitEditor::eraseSelection() {
 
 void CCircuitEditor::eraseGroup() {
     const HistoryStep step(this, QStringLiteral("Delete"));
-    if (d->selection->itemList().isEmpty()) {
+    if (d->isPasteSelected) {
+        d->selection->takeItems(d->selectionRectItem->itemList());
+    } else if (d->selection->itemList().isEmpty()) {
         d->selection->initFromSelectionRect(d->selectionRectItem->rect());
     }
     d->selection->erase();

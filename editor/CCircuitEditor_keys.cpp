@@ -8,6 +8,7 @@
 #include "CCircuitElementPropertyTextBox.h"
 #include "CManualConnectorLineItem.h"
 #include "CSelectionRectangleItem.h"
+#include "ConnectedDrag.h"
 #include "HistoryStep.h"
 #include "ItemTypes.h"
 
@@ -54,7 +55,9 @@ void CCircuitEditor::keyPressEvent(QKeyEvent* event) {
     const HistoryStep step(this);
     switch (event->key()) {
         case Qt::Key_Escape:
-            leaveManualConnectionMode();
+            if (!d->connectedDrag || !d->connectedDrag->cancel()) {
+                leaveManualConnectionMode();
+            }
             break;
         case Qt::Key_Tab:
             selectNextItem();

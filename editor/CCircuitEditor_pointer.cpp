@@ -115,6 +115,7 @@ void CCircuitEditor::mousePressEvent(QMouseEvent* event) {
 
 void CCircuitEditor::startSelectionRectangle(const QPointF& corner) {
     d->selecting = true;
+    d->isPasteSelected = false;
     d->selectionStart = corner;
     d->selectionEnd = corner;
     if (!d->selectionRectItem) {
@@ -330,6 +331,9 @@ void CCircuitEditor::insertElement(ICircuitElement* element, const QPointF& poin
         snapToGrid(item);
     }
     d->undoStack->push(new CElementCreateCmd(element));
+    if (d->captionNewElements) {
+        captionNewElement(element);
+    }
 }
 
 void CCircuitEditor::pickOutputVariable(QGraphicsItem* item) {

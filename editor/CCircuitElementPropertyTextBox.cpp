@@ -102,6 +102,12 @@ void CCircuitElementPropertyTextBox::setFont(const QFont& font) {
     update();
 }
 
+void CCircuitElementPropertyTextBox::setDrawnFont(const QFont& font) {
+    d->font = font;
+    fitToText();
+    update();
+}
+
 QFont CCircuitElementPropertyTextBox::font() const {
     return d->font;
 }
@@ -112,6 +118,11 @@ int CCircuitElementPropertyTextBox::fontPointSize() const {
 
 void CCircuitElementPropertyTextBox::setBackgroundColor(const QColor& color) {
     d->backgroundColor = color;
+    update();
+}
+
+void CCircuitElementPropertyTextBox::setHighlight(const QColor& color) {
+    d->highlight = color;
     update();
 }
 
@@ -196,8 +207,12 @@ void CCircuitElementPropertyTextBox::forgetElementItem() {
 void CCircuitElementPropertyTextBox::paint(QPainter* painter,
                                            const QStyleOptionGraphicsItem* option, QWidget*) {
     const QRect frame = option->rect;
-    // An invalid colour fills, too, as it does in text boxes.
-    painter->fillRect(frame, isHovering() ? veil() : d->backgroundColor);
+    if (isHovering()) {
+        painter->fillRect(frame, veil());
+    } else {
+        // An invalid colour fills, too, as it does in text boxes.
+        painter->fillRect(frame, d->highlight.isValid() ? d->highlight : d->backgroundColor);
+    }
     painter->setPen(QtSeries::hairline(TextBoxColors::propertyText()));
     painter->setFont(d->font);
     painter->drawText(localRect(), Qt::AlignCenter, d->propertyText);

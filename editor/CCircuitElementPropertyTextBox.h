@@ -28,11 +28,15 @@ public:
     ~CCircuitElementPropertyTextBox() override;
 
     void setFont(const QFont& font);
+    /// The font as it is drawn, which `font` gives.
+    void setDrawnFont(const QFont& font);
     QFont font() const;
     /// The size to store in a file.
     int fontPointSize() const;
     void setBackgroundColor(const QColor& color);
     QColor backgroundColor() const;
+    /// Lies over the background as long as it is valid; nothing that is saved.
+    void setHighlight(const QColor& color);
     void setTextFormat(TextFormat format);
     TextFormat textFormat() const;
     /// What a box has been given beside its element and property, sizes under the least included.

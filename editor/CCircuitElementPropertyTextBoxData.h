@@ -15,6 +15,7 @@ public:
     QFont font;
     int fontPointSize = 8;
     QColor backgroundColor;
+    QColor highlight;
     // Null as soon as the element's object is destroyed.
     ICircuitElement* element = nullptr;
     QString propertyName;

@@ -2,6 +2,7 @@
 
 #include "CCircuitEditor.h"
 #include "CCircuitEditorCmds.h"
+#include "ConnectedMove.h"
 #include "ICircuitElement.h"
 
 CElementMoveCmd::CElementMoveCmd(CCircuitEditorElementItem* item, QPointF oldPos, QPointF newPos)
@@ -31,10 +32,12 @@ void CElementMoveCmd::redo() {
 }
 
 void CElementMoveCmd::moveTo(const QPointF& position) {
-    if (m_item) {
-        m_item->setPos(position);
-        m_item->updateCircuitNodes();
+    if (!m_item ||
+        ConnectedMove::moveBy(m_item->circuitEditor(), {m_item.data()}, position - m_item->pos())) {
+        return;
     }
+    m_item->setPos(position);
+    m_item->updateCircuitNodes();
 }
 
 void CElementMoveCmd::referenceObjectDestroyed(QObject* object) {

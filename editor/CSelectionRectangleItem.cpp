@@ -3,6 +3,7 @@
 #include "CCircuitEditor.h"
 #include "CCircuitEditorElementItem.h"
 #include "CCircuitEditorNodeItem.h"
+#include "ConnectedDrag.h"
 #include "ICircuitElementNode.h"
 #include "ICircuitNode.h"
 #include "ItemTypes.h"
@@ -47,6 +48,14 @@ CSelectionRectangleItem::~CSelectionRectangleItem() {
 void CSelectionRectangleItem::setItemList(const QList<QGraphicsItem*>& items) {
     m_itemList.clear();
     m_members.clear();
+    if (m_editor->movesConnectedElements()) {
+        for (QGraphicsItem* item : items) {
+            if (item->type() == TextBoxItemType || item->type() == ElementItemType) {
+                add(item);
+            }
+        }
+        return;
+    }
     const QSet<QGraphicsItem*> given(items.begin(), items.end());
     for (auto it = items.rbegin(); it != items.rend(); ++it) {
         switch ((*it)->type()) {
@@ -106,6 +115,10 @@ void CSelectionRectangleItem::moveGroup(const QPointF& step) {
         return;
     }
     const QPointF snapped = m_editor->snapToGrid(step);
+    if (ConnectedMove::moveBy(m_editor, m_itemList, snapped)) {
+        setRect(rect().translated(snapped));
+        return;
+    }
     m_editor->setInternalMove(true);
     for (QGraphicsItem* item : QList<QGraphicsItem*>(m_itemList)) {
         if (!m_members.contains(item) || item->scene() != scene()) {
@@ -119,12 +132,20 @@ void CSelectionRectangleItem::moveGroup(const QPointF& step) {
 }
 
 void CSelectionRectangleItem::mousePressEvent(QGraphicsSceneMouseEvent* event) {
+    if (ConnectedDrag* drag = ConnectedDrag::of(m_editor)) {
+        drag->press(this, event);
+        return;
+    }
     if (!m_itemList.isEmpty()) {
         m_lastPos = m_editor->snapToGrid(event->scenePos());
     }
 }
 
 void CSelectionRectangleItem::mouseMoveEvent(QGraphicsSceneMouseEvent* event) {
+    if (ConnectedDrag* drag = ConnectedDrag::of(m_editor)) {
+        drag->move(event);
+        return;
+    }
     if (m_itemList.isEmpty()) {
         return;
     }
@@ -133,12 +154,17 @@ void CSelectionRectangleItem::mouseMoveEvent(QGraphicsSceneMouseEvent* event) {
 }
 
 void CSelectionRectangleItem::mouseReleaseEvent(QGraphicsSceneMouseEvent*) {
+    if (ConnectedDrag* drag = ConnectedDrag::of(m_editor)) {
+        drag->release();
+        return;
+    }
     m_lastPos = QPointF(0, 0);
 }
 
 void CSelectionRectangleItem::keyPressEvent(QKeyEvent* event) {
     const bool isFast = event->modifiers() & Qt::ShiftModifier;
-    const double distance = m_editor->gridSize() * (isFast ? ShiftFactor : 1);
+    const int factor = m_editor->movesConnectedElements() ? ConnectedMove::FastFactor : ShiftFactor;
+    const double distance = m_editor->gridSize() * (isFast ? factor : 1);
     switch (event->key()) {
         case Qt::Key_Left:
             moveGroup({-distance, 0});

@@ -25,6 +25,10 @@ QTextDocument* CTextEditorDialog::textDocument() const {
     return m_form->textEdit->document();
 }
 
+void CTextEditorDialog::offerCancel() {
+    m_form->buttonBox->addButton(QDialogButtonBox::Cancel);
+}
+
 void CTextEditorDialog::setDefaultFont(const QFont& font) {
     m_form->fontComboBox->setCurrentFont(font);
     m_form->fontSize->setValue(font.pointSize());

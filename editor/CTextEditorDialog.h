@@ -22,6 +22,8 @@ public:
     void setTextDocument(QTextDocument* document);
     QTextDocument* textDocument() const;
     /// A font without a size in points shows as the smallest size.
+    /// Lets the user close the dialog without accepting.
+    void offerCancel();
     void setDefaultFont(const QFont& font);
     /// As chosen, with its size in points.
     QFont defaultFont() const;

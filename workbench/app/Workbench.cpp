@@ -2,6 +2,7 @@
 
 #include "Autosave.h"
 #include "Circuit.h"
+#include "CanvasPalette.h"
 #include "CircuitFile.h"
 #include "Components.h"
 #include "HeldMessages.h"
@@ -103,6 +104,7 @@ bool Workbench::start(const QString& plugin, QWidget* window, QString* error) {
         return false;
     }
     manager->setMainWindow(window);
+    CanvasPalette::prepare();
     if (!manager->createComponents(error)) {
         return false;
     }
@@ -119,6 +121,7 @@ bool Workbench::start(const QString& plugin, QWidget* window, QString* error) {
         *error = QStringLiteral("the plug-in %1 offers no circuit editor").arg(plugin);
         return false;
     }
+    CanvasPalette::apply(canvas());
     projectManager()->collectParts();
     clear();
     return true;

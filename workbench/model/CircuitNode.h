@@ -28,6 +28,8 @@ public:
     /// The model's node behind an interface pointer; null for null and for a foreign object.
     static CircuitNode* from(ICircuitNode* node);
     static bool isAutomaticName(const QString& name);
+    /// By name, for whoever asks before two names become one.
+    Q_INVOKABLE bool hasAutomaticName() const { return isAutomaticName(m_name); }
 
     const QList<CircuitElementNode*>& terminals() const { return m_terminals; }
     /// True from `nodeAdded` until the circuit has dropped the node.

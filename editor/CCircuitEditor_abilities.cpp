@@ -1,0 +1,58 @@
+// The abilities that a host can switch on: each is a property, and has sources of its own.
+
+#include "CCircuitEditorData.h"
+#include "CCircuitEditorElementItem.h"
+#include "ConnectedDrag.h"
+#include "ElementCaptions.h"
+
+bool CCircuitEditor::movesConnectedElements() const {
+    return d->connectedDrag != nullptr;
+}
+
+void CCircuitEditor::setMoveConnectedElements(bool on) {
+    if (on != movesConnectedElements()) {
+        d->connectedDrag = on ? std::make_unique<ConnectedDrag>(this) : nullptr;
+    }
+}
+
+bool CCircuitEditor::showsJunctions() const {
+    return d->showJunctions;
+}
+
+void CCircuitEditor::setShowJunctions(bool on) {
+    if (on != d->showJunctions) {
+        d->showJunctions = on;
+        updateViewport();
+    }
+}
+
+bool CCircuitEditor::captionsNewElements() const {
+    return d->captionNewElements;
+}
+
+void CCircuitEditor::setCaptionNewElements(bool on) {
+    d->captionNewElements = on;
+}
+
+bool CCircuitEditor::keepsTextStyles() const {
+    return d->keepTextStyles;
+}
+
+void CCircuitEditor::setKeepTextStyles(bool on) {
+    d->keepTextStyles = on;
+}
+
+bool CCircuitEditor::placesPastedItems() const {
+    return d->placePastedItems;
+}
+
+void CCircuitEditor::setPlacePastedItems(bool on) {
+    d->placePastedItems = on;
+}
+
+void CCircuitEditor::captionNewElement(ICircuitElement* element) {
+    if (CCircuitEditorElementItem* item = elementItem(element)) {
+        ElementCaptions::add(item);
+        item->setSelected(true);
+    }
+}

@@ -1,0 +1,254 @@
+#include "ElementCaptions.h"
+
+#include "CCircuitEditor.h"
+#include "CCircuitEditorElementItem.h"
+#include "CCircuitEditorElementNodeItem.h"
+#include "CCircuitEditorNodeItem.h"
+#include "CCircuitElementPropertyTextBox.h"
+#include "CircuitGeometry.h"
+#include "ICircuit.h"
+#include "ICircuitElement.h"
+#include "ICircuitElementDesc.h"
+#include "ItemTypes.h"
+#include "PropertyLookup.h"
+
+#include <Plexa/DataStore.h>
+
+#include <QGraphicsScene>
+#include <QHash>
+
+#include <algorithm>
+#include <cmath>
+
+namespace ElementCaptions {
+
+namespace {
+
+constexpr int PointSize = 8;
+// Between the element and its boxes.
+constexpr double Gap = 5;
+// Beside a wire, and how far one runs straight out of a terminal.
+constexpr double WireRoom = 3;
+constexpr double ExitLength = 30;
+// A little room, so that touching counts as covering.
+constexpr double Touch = 1;
+
+QRectF outlineOf(const QGraphicsItem* item) {
+    return item->mapToScene(item->boundingRect()).boundingRect();
+}
+
+QRectF segmentRect(const QPointF& a, const QPointF& b) {
+    return QRectF(a, b).normalized().adjusted(-WireRoom, -WireRoom, WireRoom, WireRoom);
+}
+
+/// What boxes should keep off, in squares, so that asking doesn't look at the whole drawing.
+class Obstacles {
+public:
+    explicit Obstacles(const CCircuitEditor* editor) {
+        for (const QGraphicsItem* item : editor->scene()->items()) {
+            add(item);
+        }
+    }
+    void add(const QRectF& rect) {
+        forSquares(rect, [this, &rect](const std::pair<int, int>& square) {
+            m_rects[square].append(rect);
+        });
+    }
+    QVector<QRectF> near(const QRectF& area) const {
+        QVector<QRectF> found;
+        forSquares(area, [this, &found](const std::pair<int, int>& square) {
+            found += m_rects.value(square);
+        });
+        return found;
+    }
+
+private:
+    static constexpr double Side = 200;
+
+    template <class Visit>
+    static void forSquares(const QRectF& rect, Visit visit) {
+        for (int x = int(std::floor(rect.left() / Side)); x <= rect.right() / Side; ++x) {
+            for (int y = int(std::floor(rect.top() / Side)); y <= rect.bottom() / Side; ++y) {
+                visit({x, y});
+            }
+        }
+    }
+    void add(const QGraphicsItem* item) {
+        switch (item->type()) {
+            case ElementItemType:
+            case TextBoxItemType:
+            case ElementPropertyTextBoxItemType:
+                add(outlineOf(item));
+                break;
+            case ElementNodeItemType:
+                addExit(item);
+                break;
+            case NodeItemType:
+                addWire(*static_cast<const CCircuitEditorNodeItem*>(item));
+                break;
+            default:
+                break;
+        }
+    }
+    /// Where a wire will leave the terminal, if none does yet.
+    void addExit(const QGraphicsItem* terminal) {
+        const QPointF from = terminal->mapToScene(QPointF(0, 0));
+        QPointF to = from;
+        switch (CircuitGeometry::exitDirection(from, outlineOf(terminal->parentItem()))) {
+            case CircuitGeometry::ExitRight:
+                to.rx() += ExitLength;
+                break;
+            case CircuitGeometry::ExitLeft:
+                to.rx() -= ExitLength;
+                break;
+            case CircuitGeometry::ExitUp:
+                to.ry() -= ExitLength;
+                break;
+            case CircuitGeometry::ExitDown:
+                to.ry() += ExitLength;
+                break;
+            default:
+                break;
+        }
+        add(segmentRect(from, to));
+    }
+    void addWire(const CCircuitEditorNodeItem& wire) {
+        const QPainterPath path = wire.mapToScene(wire.internalShape());
+        for (int i = 1; i < path.elementCount(); ++i) {
+            if (path.elementAt(i).isLineTo()) {
+                add(segmentRect(path.elementAt(i - 1), path.elementAt(i)));
+            }
+        }
+    }
+
+    QHash<std::pair<int, int>, QVector<QRectF>> m_rects;
+};
+
+QList<CCircuitElementPropertyTextBox*> addBoxes(CCircuitEditorElementItem* item) {
+    ICircuitElement* element = item->element();
+    auto* properties = qobject_cast<IEditableProperties*>(element->containerObject());
+    QStringList wanted = element->desc()
+                             ->info()
+                             .value(QStringLiteral("#display"))
+                             .toString()
+                             .split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    wanted.prepend(QStringLiteral("Caption"));
+    QList<CCircuitElementPropertyTextBox*> boxes;
+    for (const QString& name : qAsConst(wanted)) {
+        const bool isProperty =
+            name == QLatin1String("Caption") || indexOfProperty(properties, name) >= 0;
+        if (isProperty && !has(*item, name)) {
+            boxes.append(makeBox(item->circuitEditor(), element, name));
+        }
+    }
+    // Its size goes with it.
+    QMetaObject::invokeMethod(item, "updatePropertyTextBoxTextFormats", Qt::DirectConnection);
+    return boxes;
+}
+
+void add(CCircuitEditorElementItem* item, Obstacles& obstacles) {
+    if (!item->element()) {
+        return;
+    }
+    const QList<CCircuitElementPropertyTextBox*> boxes = addBoxes(item);
+    QSizeF size(0, 0);
+    for (const CCircuitElementPropertyTextBox* box : boxes) {
+        const QSizeF one = box->boundingRect().size();
+        size = QSizeF(std::max(size.width(), one.width()), size.height() + one.height());
+    }
+    const QRectF outline = outlineOf(item);
+    const double reach = std::max(size.width(), size.height()) + 4 * Gap;
+    const QRectF place =
+        bestPlace(outline, size, obstacles.near(outline.adjusted(-reach, -reach, reach, reach)));
+    double y = place.top();
+    for (CCircuitElementPropertyTextBox* box : boxes) {
+        const QSizeF one = box->boundingRect().size();
+        // Toward the element, in a column beside it; else in its middle.
+        double x = place.center().x() - one.width() / 2;
+        if (place.left() >= outline.right()) {
+            x = place.left();
+        } else if (place.right() <= outline.left()) {
+            x = place.right() - one.width();
+        }
+        box->setPos(CircuitGeometry::roundedPoint(QPointF(x, y)));
+        obstacles.add(outlineOf(box));
+        y += one.height();
+    }
+}
+
+}  // namespace
+
+CCircuitElementPropertyTextBox* makeBox(CCircuitEditor* editor, ICircuitElement* element,
+                                        const QString& property) {
+    auto* box = new CCircuitElementPropertyTextBox(editor);
+    box->setElementProperty(element, property);
+    box->setBackgroundColor(Qt::transparent);
+    QFont font = box->font();
+    font.setPointSize(PointSize);
+    box->setFont(font);
+    return box;
+}
+
+bool has(const CCircuitEditorElementItem& item, const QString& property) {
+    const QList<CCircuitElementPropertyTextBox*> boxes = item.propertyTextBoxes();
+    return std::any_of(boxes.begin(), boxes.end(),
+                       [&property](const auto* box) { return box->propertyName() == property; });
+}
+
+void add(CCircuitEditorElementItem* item) {
+    Obstacles obstacles(item->circuitEditor());
+    add(item, obstacles);
+}
+
+void addToAll(CCircuitEditor* editor) {
+    Obstacles obstacles(editor);
+    ICircuit* circuit = editor->circuit();
+    for (int i = 0; circuit && i < circuit->elementCount(); ++i) {
+        if (CCircuitEditorElementItem* item = editor->elementItem(circuit->element(i))) {
+            add(item, obstacles);
+        }
+    }
+}
+
+QRectF bestPlace(const QRectF& outline, const QSizeF& size, const QVector<QRectF>& obstacles) {
+    const double right = outline.right() + Gap;
+    const double left = outline.left() - Gap - size.width();
+    const double below = outline.bottom() + Gap;
+    const double above = outline.top() - Gap - size.height();
+    const double middleX = outline.center().x() - size.width() / 2;
+    const double middleY = outline.center().y() - size.height() / 2;
+    const QPointF beside[] = {{right, middleY}, {left, middleY}};
+    const QPointF stacked[] = {{middleX, below}, {middleX, above}};
+    QVector<QPointF> places;
+    const bool isWide = outline.width() > outline.height();
+    for (const QPointF& place : isWide ? stacked : beside) {
+        places << place;
+    }
+    for (const QPointF& place : isWide ? beside : stacked) {
+        places << place;
+    }
+    // Off the middle, to pass by a wire that leaves there, then at the corners.
+    for (const double y : {above + size.height() / 2, below - size.height() / 2}) {
+        places << QPointF(right, y) << QPointF(left, y);
+    }
+    for (const double y : {above, below}) {
+        places << QPointF(right, y) << QPointF(left, y);
+    }
+    QRectF best;
+    double least = -1;
+    for (const QPointF& place : qAsConst(places)) {
+        const QRectF rect(place, size);
+        double covered = 0;
+        for (const QRectF& obstacle : obstacles) {
+            const QRectF common = rect.adjusted(-Touch, -Touch, Touch, Touch) & obstacle;
+            covered += common.width() * common.height();
+        }
+        if (least < 0 || covered < least) {
+            least = covered;
+            best = rect;
+        }
+    }
+    return best;
+}
+
+}  // namespace ElementCaptions

@@ -272,7 +272,8 @@ QString CCanvasGestures::hint() const {
     const QList<QGraphicsItem*> selected =
         d->scene ? d->scene->selectedItems() : QList<QGraphicsItem*>();
     const bool isElement = !selected.isEmpty() && selected.first()->type() == ElementItemType;
-    return isElement ? QStringLiteral("R turns, F flips, arrow keys move; Esc lets go") : QString();
+    return isElement ? QStringLiteral("R turns, F flips, arrow keys move; Esc lets go")
+                     : QStringLiteral("Drag pans, Ctrl and drag takes a group, W lays a wire");
 }
 
 void CCanvasGestures::scheduleHint() {

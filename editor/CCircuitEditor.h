@@ -53,6 +53,7 @@ class CCircuitEditor : public QGraphicsView,
     Q_PROPERTY(bool CaptionNewElements READ captionsNewElements WRITE setCaptionNewElements)
     Q_PROPERTY(bool KeepTextStyles READ keepsTextStyles WRITE setKeepTextStyles)
     Q_PROPERTY(bool PlacePastedItems READ placesPastedItems WRITE setPlacePastedItems)
+    Q_PROPERTY(double PictureMargin READ pictureMargin WRITE setPictureMargin)
 
 public:
     enum Mode { EditMode = 0, OutVarSelectionMode = 1, ManualConnectionMode = 2 };
@@ -83,6 +84,9 @@ public:
     /// taken at its word: a wire laid by hand, along nothing.
     bool isRouteEmptyShapes() const;
     void setRouteEmptyShapes(bool on);
+    /// Room on each side of exported pictures, in scene units; 0 at first.
+    double pictureMargin() const;
+    void setPictureMargin(double margin);
     /// See `CCanvasGestures`.
     bool isExtendedGestures() const;
     void setExtendedGestures(bool on);
@@ -189,6 +193,8 @@ public:
     Q_INVOKABLE bool startPlacing(const QString& type);
     Q_INVOKABLE void stopPlacing();
     Q_INVOKABLE bool isPlacing() const;
+    /// Copies the selection beside itself, past the clipboards.
+    Q_INVOKABLE void duplicate();
     /// Puts one element of the type at the point, in scene units, as a click does.
     Q_INVOKABLE bool placeElement(const QString& type, const QPointF& point);
     /// Turns and flips what hangs at the pointer, or else the selected element, as R and F do.
@@ -420,6 +426,8 @@ private:
     void panTo(const QPoint& pointer);
     bool canPlace() const;
     void sendKey(int key);
+    /// Selects what was pasted last, as a group.
+    void showPasted(const QRectF& rectangle);
     void eraseGroup();
     /// Pastes that entry of the clipboard at once.
     void pasteAt(const QPointF& pos, int index);

@@ -57,6 +57,8 @@ public:
     QRectF visibleItemsBoundingRect() const;
     /// All items, in the order in which commands on all of them take them.
     QList<QGraphicsItem*> itemsInTurn() const;
+    /// What a picture shows: the drawing, with its margin unless it is empty.
+    QRectF pictureRect() const;
     /// The topmost item that contains the point, by its own account; null if there is none.
     QGraphicsItem* itemAt(const QPoint& viewportPos);
     /// Asks the solver to join two terminals or wires and records it. The node that now carries the
@@ -153,6 +155,7 @@ public:
     bool crosshairVisible = false;
     bool internalMove = false;
     bool readOnly = false;
+    double pictureMargin = 0;
     std::unique_ptr<CPlacementTool> placement;
     std::unique_ptr<CCanvasGestures> gestures;
     bool routeEmptyShapes = false;

@@ -55,6 +55,8 @@ public:
     /// comes to `pos`, in scene units. The scene rectangle of what was made; null for nothing.
     QRectF paste(const QPointF& pos, int index);
     QRectF paste(int index);
+    /// Makes anew what a clipboard document holds, moved by `step`, past the clipboards.
+    QRectF repeat(const QString& text, const QPointF& step);
 
     /// The clipboard document, its description and its picture.
     QString clipboardText() const;

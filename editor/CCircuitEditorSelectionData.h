@@ -43,6 +43,8 @@ public:
 
     // Paste.
     QString textToPaste(int index) const;
+    /// Brings the document to `pos`, or if that is null moves it by `step`.
+    QRectF pasteDocument(const QDomDocument& document, const QPointF* pos, const QPointF& step);
     void pasteGroup(QDomDocument document, QDomElement root);
     void pasteElement(QDomDocument document, QDomElement record, ICircuit* circuit,
                       IQObjectLoadSave* loadSave, ICircuitElementFactory* factory);

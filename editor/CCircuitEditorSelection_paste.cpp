@@ -131,26 +131,33 @@ QRectF CCircuitEditorSelection::paste(int index) {
 QRectF CCircuitEditorSelection::paste(const QPointF& pos, int index) {
     d->pasteElementMap.clear();
     d->pastedItemList.clear();
-    if (!clipboard()) {
-        return {};
-    }
-    const QDomDocument document = documentToPaste(index);
+    return clipboard() ? d->pasteDocument(documentToPaste(index), &pos, {}) : QRectF();
+}
+
+QRectF CCircuitEditorSelection::repeat(const QString& text, const QPointF& step) {
+    d->pasteElementMap.clear();
+    d->pastedItemList.clear();
+    return d->pasteDocument(readDocument(text), nullptr, step);
+}
+
+QRectF CCircuitEditorSelectionData::pasteDocument(const QDomDocument& document, const QPointF* pos,
+                                                  const QPointF& step) {
     const QDomElement root = document.documentElement();
     if (root.isNull()) {
         return {};
     }
-    CCircuitEditor* editor = d->circuitEditor;
-    const QPointF offset = editor->snapToGrid(pos - boundedPosition(root));
+    const CCircuitEditor* editor = circuitEditor;
+    const QPointF offset = editor->snapToGrid(pos ? *pos - boundedPosition(root) : step);
     if (root.tagName() == QLatin1String("CircuitElement")) {
-        d->pasteElement(document, root, circuit(), qobjectLoadSave(),
-                        editor->circuitElementFactory());
+        pasteElement(document, root, editor->circuit(), editor->qobjectLoadSave(),
+                     editor->circuitElementFactory());
     } else if (root.tagName() == QLatin1String("TextBox")) {
-        d->pasteTextBox(document, root, circuit(), qobjectLoadSave(),
-                        editor->circuitElementFactory());
+        pasteTextBox(document, root, editor->circuit(), editor->qobjectLoadSave(),
+                     editor->circuitElementFactory());
     } else {
-        d->pasteGroup(document, root);
+        pasteGroup(document, root);
     }
-    return d->movePasted(offset);
+    return movePasted(offset);
 }
 
 QDomDocument CCircuitEditorSelection::documentToPaste(int index) const {

@@ -194,9 +194,23 @@ bool writeSvg(QGraphicsScene* scene, const QString& fileName, const QRectF& sour
 
 }  // namespace
 
+QRectF CCircuitEditorData::pictureRect() const {
+    const QRectF drawing = scene->itemsBoundingRect();
+    const double m = pictureMargin;
+    return drawing.isEmpty() ? drawing : drawing.adjusted(-m, -m, m, m);
+}
+
+double CCircuitEditor::pictureMargin() const {
+    return d->pictureMargin;
+}
+
+void CCircuitEditor::setPictureMargin(double margin) {
+    d->pictureMargin = margin;
+}
+
 bool CCircuitEditorData::writePicture(CCircuitEditor::CaptureFormat format,
                                       const QString& fileName) {
-    const QRectF source = scene->itemsBoundingRect();
+    const QRectF source = pictureRect();
     const WaitCursor cursor;
     switch (format) {
         case CCircuitEditor::PS:
@@ -266,7 +280,7 @@ void CCircuitEditor::captureToClipboard() {
         return;
     }
     const PictureTime time(this, d.get());
-    const QRectF source = d->scene->itemsBoundingRect();
+    const QRectF source = d->pictureRect();
     // Unlike a file, the clipboard's picture follows the present zoom.
     const QSize size = mapFromScene(source).boundingRect().size();
     {

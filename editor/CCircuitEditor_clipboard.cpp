@@ -79,7 +79,36 @@ void CCircuitEditor::paste(QPointF pos) {
 
 void CCircuitEditor::pasteAt(const QPointF& pos, int index) {
     const HistoryStep step(this, QStringLiteral("Paste"));
-    const QRectF rectangle = d->selection->paste(pos, index);
+    showPasted(d->selection->paste(pos, index));
+}
+
+void CCircuitEditor::duplicate() {
+    if (!d->scene || d->readOnly) {
+        return;
+    }
+    const HistoryStep history(this, QStringLiteral("Duplicate"));
+    // Captured anew: it may have been turned or edited since it was selected.
+    const bool isGroup = d->selectionRectItem && d->selectionRectItem->isVisible();
+    const QList<QGraphicsItem*> items = d->selection->itemList();
+    d->selection->reset();
+    if (isGroup) {
+        d->selection->initFromSelectionRect(d->selectionRectItem->rect());
+    } else {
+        for (QGraphicsItem* item : items) {
+            d->selection->initFromItem(item);
+        }
+    }
+    const QString text = d->selection->clipboardText();
+    if (text.isEmpty()) {
+        return;
+    }
+    // Far enough to be seen, and on the grid.
+    const double step = 2.0 * d->gridSize;
+    unhighlight();
+    showPasted(d->selection->repeat(text, {step, step}));
+}
+
+void CCircuitEditor::showPasted(const QRectF& rectangle) {
     if (!d->selectionRectItem) {
         d->selectionRectItem = new CSelectionRectangleItem(this);
     }

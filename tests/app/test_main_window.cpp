@@ -130,7 +130,7 @@ TEST_F(MainWindowTest, ShowsWhatTheDescriptionLists) {
         menus.append(menu->text());
         EXPECT_FALSE(menu->menu()->isEmpty());
     }
-    EXPECT_EQ(menus, QStringList({"&File", "&Edit", "&View", "&Help"}));
+    EXPECT_EQ(menus, QStringList({"&File", "&Edit", "&Place", "&View", "&Help"}));
 
     QStringList shortcuts;
     for (QToolBar* bar : window->findChildren<QToolBar*>()) {
@@ -221,18 +221,6 @@ TEST_F(MainWindowTest, ActionsCallTheEditor) {
     // Both keys redo, and the entry tells what.
     EXPECT_EQ(action("redo")->shortcuts(),
               (QList<QKeySequence>{QKeySequence("Ctrl+Y"), QKeySequence("Ctrl+Shift+Z")}));
-    DialogDriver dialogs;
-    const QString picture = folder.filePath("drawing.svg");
-    dialogs.chooseFile(picture);
-    dialogs.accept();
-    trigger("exportSvg");
-    EXPECT_TRUE(QFile::exists(picture));
-    EXPECT_EQ(dialogs.titles.last(), "SVG saved");
-    for (const char* id : {"exportPdf", "exportPs", "exportPng", "exportJpg"}) {
-        dialogs.reject();
-        trigger(id);
-        EXPECT_TRUE(dialogs.titles.last().startsWith("Choose a ")) << id;
-    }
 }
 
 TEST_F(MainWindowTest, LaysWiresAndOpensHelpFromTheMenu) {

@@ -107,6 +107,37 @@ TEST_F(ElementExplorerTest, FilterChoosesTheFirstMatch) {
     EXPECT_EQ(visibleTexts(explorer).size(), 5);
 }
 
+TEST_F(ElementExplorerTest, WhatFitsBestComesFirstByAnyOfItsNames) {
+    explorer.setEntries(
+        {{"Fuse.Basic", "Fuse", "Basic", "", {}, {"protection"}},
+         {"DC.Sources", "Voltage source", "Sources", "", {}, {"vdc", "battery"}},
+         {"Ref.Sources", "Reference of voltage", "Sources", "", {}, {}},
+         {"Bat.Parts", "Battery holder with a long name that wraps", "Parts", "", {}, {}}});
+    const auto first = [this](const char* text) {
+        filter()->setText(text);
+        return explorer.selectedElementName();
+    };
+    EXPECT_EQ(first("vdc"), "DC.Sources");
+    EXPECT_EQ(first("batt"), "Bat.Parts") << "a label that begins so, before a keyword";
+    EXPECT_EQ(first("battery"), "Bat.Parts");
+    EXPECT_EQ(first("vol"), "DC.Sources");
+    EXPECT_EQ(first("source volt"), "DC.Sources") << "all words, in any order";
+    auto* nothing = explorer.findChild<QLabel*>();
+    EXPECT_FALSE(nothing->isVisible());
+    EXPECT_EQ(first("triode"), "");
+    EXPECT_TRUE(nothing->isVisible());
+    EXPECT_TRUE(nothing->text().contains("triode"));
+    filter()->clear();
+    const QModelIndex wrapped = tree()
+                                    ->model()
+                                    ->match(tree()->model()->index(0, 0), Qt::DisplayRole,
+                                            "Battery", 1, Qt::MatchStartsWith | Qt::MatchRecursive)
+                                    .first();
+    explorer.resize(160, 400);
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return tree()->visualRect(wrapped).height() > 2 * tree()->fontMetrics().height(); }));
+}
+
 TEST_F(ElementExplorerTest, ListenersFillTheMenuOfAType) {
     qRegisterMetaType<QMenu*>("QMenu*");
     QSignalSpy spy(&explorer, SIGNAL(elementRightClicked(QString, QMenu*)));

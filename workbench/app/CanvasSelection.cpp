@@ -24,6 +24,9 @@ CanvasSelection::CanvasSelection(QGraphicsScene* scene, QObject* canvas, QObject
     if (hasMethod(canvas, "selectionStateChanged()")) {
         connect(canvas, SIGNAL(selectionStateChanged()), this, SLOT(scheduleRefresh()));
     }
+    if (hasMethod(canvas, "toolChanged()")) {
+        connect(canvas, SIGNAL(toolChanged()), this, SLOT(scheduleRefresh()));
+    }
     scheduleRefresh();
 }
 
@@ -44,6 +47,9 @@ void CanvasSelection::refresh() {
     bool canCopy = isSelected;
     callIfThere(m_canvas, "canErase", &canErase);
     callIfThere(m_canvas, "hasSelection", &canCopy);
+    bool canTurn = isSelected;
+    callIfThere(m_canvas, "canTurn", &canTurn);
+    emit turnableChanged(canTurn);
     emit selectedChanged(canErase);
     emit copyableChanged(canCopy);
 }

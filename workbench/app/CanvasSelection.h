@@ -13,8 +13,8 @@ class CanvasSelection : public QObject {
 
 public:
     /// `canvas`, which shows the scene, may have `bool hasSelection()`, for what can be copied,
-    /// `bool canErase()`, and the signal `selectionStateChanged()`; else the scene's selection
-    /// counts.
+    /// `bool canErase()`, `bool canTurn()`, and the signals `selectionStateChanged()` and
+    /// `toolChanged()`; else the scene's selection counts.
     CanvasSelection(QGraphicsScene* scene, QObject* canvas, QObject* parent);
 
 signals:
@@ -22,6 +22,8 @@ signals:
     void selectedChanged(bool selected);
     /// More than wires and terminals, which can't be copied, is selected.
     void copyableChanged(bool copyable);
+    /// Something can be turned.
+    void turnableChanged(bool turnable);
 
 private slots:
     void scheduleRefresh();

@@ -7,13 +7,17 @@
 
 #include <Plexa/ComponentFactory.h>
 
+#include <QGuiApplication>
 #include <QPainter>
+#include <QPalette>
 #include <QSvgRenderer>
 
 #include <algorithm>
 
 namespace {
 
+constexpr int DarkestPaper = 128;
+constexpr int PaperCorner = 6;
 constexpr char SimulatorName[] = "CSimulatorComponent";
 
 /// The piece after the last dot of a complete name.
@@ -35,6 +39,12 @@ QIcon iconOf(ICircuitElementVisual& visual) {
     icon.fill(Qt::transparent);
     QPainter painter(&icon);
     painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
+    // Pictures are black on white, as on the canvas.
+    if (QGuiApplication::palette().base().color().lightness() < DarkestPaper) {
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(Qt::white);
+        painter.drawRoundedRect(icon.rect(), PaperCorner, PaperCorner);
+    }
     QSvgRenderer* renderer = visual.renderer();
     const QPixmap bitmap = renderer ? QPixmap() : visual.pixmap();
     const QSizeF natural = renderer ? QSizeF(renderer->defaultSize()) : QSizeF(bitmap.size());
@@ -136,7 +146,8 @@ void CElementExplorerComponent::creationAnnounced() {
     for (const QString& type : library.types()) {
         ElementDescription* description = library.description(type);
         entries.append({type, description->label(), lastPiece(type),
-                        description->data().description, iconOf(*description->visual())});
+                        description->data().description, iconOf(*description->visual()),
+                        description->data().keywords, description->data().shortcut});
     }
     // The library sorts by element name; the palette goes by library.
     std::stable_sort(entries.begin(), entries.end(),

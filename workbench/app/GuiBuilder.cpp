@@ -51,8 +51,9 @@ bool GuiBuilder::build(QString* error) {
         return true;
     };
     const auto makeMenu = [this](const QVariantMap& description) {
-        return fillMenu(m_window->menuBar()->addMenu(text(description, "title")),
-                        list(description, "items"));
+        QMenu* menu = m_window->menuBar()->addMenu(text(description, "title"));
+        menu->setObjectName(text(description, "name"));
+        return fillMenu(menu, list(description, "items"));
     };
     const auto fillStatusBar = [&] {
         for (const QString& name : section("statusBar").toStringList()) {
@@ -94,7 +95,10 @@ bool GuiBuilder::makeAction(const QString& id, const QVariantMap& description) {
     action->setText(text(description, "text"));
     const QString icon = text(description, "icon");
     if (!icon.isEmpty()) {
-        action->setIcon(QIcon(icon));
+        // A resource of a component, or one of the application's own.
+        const bool isResource = icon.startsWith(QLatin1Char(':'));
+        action->setIcon(
+            QIcon(isResource ? icon : QStringLiteral(VORTEL_DATA_DIR "/icons/") + icon));
     }
     QList<QKeySequence> shortcuts;
     for (const QString& keys : description.value(QStringLiteral("shortcut")).toStringList()) {
@@ -153,6 +157,9 @@ bool GuiBuilder::followSelection(QAction* action, const QString& kind) {
     action->setEnabled(false);
     if (kind == QLatin1String("selected")) {
         QObject::connect(m_selection, &CanvasSelection::selectedChanged, action,
+                         &QAction::setEnabled);
+    } else if (kind == QLatin1String("turnable")) {
+        QObject::connect(m_selection, &CanvasSelection::turnableChanged, action,
                          &QAction::setEnabled);
     } else if (kind == QLatin1String("copyable")) {
         QObject::connect(m_selection, &CanvasSelection::copyableChanged, action,

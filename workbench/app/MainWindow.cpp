@@ -1,10 +1,16 @@
 #include "MainWindow.h"
 
 #include "Autosave.h"
+#include "DrawingSearch.h"
+#include "ElementTools.h"
 #include "FileState.h"
 #include "GuiBuilder.h"
+#include "HelpMenu.h"
+#include "HintLabel.h"
 #include "ICanvas.h"
 #include "ICircuitEditorExt.h"
+#include "PictureExport.h"
+#include "PlacingTools.h"
 #include "ProjectManager.h"
 #include "Questions.h"
 #include "RecentFiles.h"
@@ -59,6 +65,10 @@ MainWindow::MainWindow(Workbench* workbench) : m_workbench(workbench) {
 }
 
 bool MainWindow::build(QString* error) {
+    makeTools();
+    const auto exportAs = [this](PictureFormat format) {
+        return [this, format] { m_pictures->exportAs(format); };
+    };
     const GuiBuilder::Handlers handlers = {
         {QStringLiteral("new"), [this] { newProject(); }},
         {QStringLiteral("open"), [this] { open(); }},
@@ -67,10 +77,23 @@ bool MainWindow::build(QString* error) {
         {QStringLiteral("quit"), [this] { close(); }},
         {QStringLiteral("paste"), [this] { paste("paste"); }},
         {QStringLiteral("pasteFromSystem"), [this] { paste("pasteFromClipboard"); }},
+        {QStringLiteral("exportSvg"), exportAs(PictureFormat::SVG)},
+        {QStringLiteral("exportPdf"), exportAs(PictureFormat::PDF)},
+        {QStringLiteral("exportPs"), exportAs(PictureFormat::PS)},
+        {QStringLiteral("exportPng"), exportAs(PictureFormat::PNG)},
+        {QStringLiteral("exportJpg"), exportAs(PictureFormat::JPG)},
+        {QStringLiteral("exportMargin"), [] {}},
+        {QStringLiteral("find"), [this] { m_search->open(); }},
+        {QStringLiteral("placeAny"), [this] { m_placing->choose(); }},
+        {QStringLiteral("properties"), [this] { m_elements->editProperties(); }},
+        {QStringLiteral("userGuide"), [this] { m_help->showUserGuide(); }},
+        {QStringLiteral("keys"), [this] { m_help->showKeys(); }},
+        {QStringLiteral("about"), [this] { m_help->showAbout(); }},
         {QStringLiteral("elementHelp"), [this] { helpElement(); }}};
     if (!GuiBuilder(this, *m_workbench, handlers).build(error)) {
         return false;
     }
+    finishMenus();
     if ((m_recentMenu = findChild<QMenu*>(QStringLiteral("openRecent")))) {
         connect(m_recentMenu, &QMenu::aboutToShow, this, &MainWindow::fillRecentMenu);
     }
@@ -82,6 +105,61 @@ bool MainWindow::build(QString* error) {
     m_workbench->editorWidget()->setFocus();
     showDocument();
     return true;
+}
+
+void MainWindow::makeTools() {
+    m_placing = new PlacingTools(*m_workbench, this);
+    m_search = new DrawingSearch(*m_workbench, this);
+    m_elements = new ElementTools(*m_workbench, this);
+    m_pictures = new PictureExport(m_workbench, this);
+    m_help = new HelpMenu(*m_workbench, this);
+}
+
+void MainWindow::finishMenus() {
+    QStringList taken;
+    for (const QAction* action : findChildren<QAction*>()) {
+        for (const QKeySequence& keys : action->shortcuts()) {
+            taken.append(keys.toString());
+        }
+        taken.append(action->text().section(QLatin1Char('\t'), 1));
+    }
+    // While something is selected these turn and flip it; the canvas takes them first.
+    taken.removeAll(QStringLiteral("R"));
+    taken.removeAll(QStringLiteral("F"));
+    if (auto* menu = findChild<QMenu*>(QStringLiteral("place"))) {
+        m_placing->fillMenu(menu, taken);
+    }
+    if (auto* menu = findChild<QMenu*>(QStringLiteral("examples"))) {
+        m_help->fillExamples(menu);
+    }
+    QList<QAction*> entries;
+    for (const QString& name :
+         m_workbench->guiSection(QStringLiteral("elementMenu")).toStringList()) {
+        entries.append(findChild<QAction*>(name));
+    }
+    m_elements->setMenuActions(entries);
+    if (auto* margin = findChild<QAction*>(QStringLiteral("exportMargin"))) {
+        m_pictures->followMargin(margin);
+    }
+    auto* hint = new HintLabel(this);
+    hint->setObjectName(QStringLiteral("toolHint"));
+    statusBar()->insertPermanentWidget(0, hint);
+    connect(m_workbench->editorWidget(), SIGNAL(toolHintChanged(QString)), hint,
+            SLOT(setText(QString)));
+}
+
+void MainWindow::openExample(const QString& fileName) {
+    if (!mayDiscard()) {
+        return;
+    }
+    QString message;
+    if (!m_workbench->openCopy(fileName, &message)) {
+        QMessageBox::information(this, tr("Cannot open"), message);
+        return;
+    }
+    showDocument();
+    fitDrawing();
+    statusBar()->showMessage(message);
 }
 
 bool MainWindow::openFile(const QString& fileName, QString* message) {

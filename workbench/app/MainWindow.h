@@ -8,6 +8,12 @@
 
 class Autosave;
 class OpenMark;
+class ElementTools;
+class GuiBuilder;
+class HelpMenu;
+class PictureExport;
+class PlacingTools;
+class DrawingSearch;
 class QMenu;
 class Workbench;
 
@@ -29,6 +35,8 @@ public:
     /// restored, or that another window has the file open, too, shows in the status bar and is told
     /// in `*message`.
     bool openFile(const QString& fileName, QString* message);
+    /// Opens a copy of the file, which has no file of its own yet, if nothing is lost by it.
+    void openExample(const QString& fileName);
 
     /// Asks whether to go on with what a crash has left of projects without a file, and if
     /// `ofFiles` of those with one too: the recent ones and all that the user's data folder holds.
@@ -46,6 +54,9 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    void makeTools();
+    /// What the GUI description leaves to the window.
+    void finishMenus();
     void newProject();
     void open();
     /// As the user asked for it: tells what goes wrong in a box.
@@ -70,7 +81,6 @@ private:
     void fitDrawing();
     QString documentName() const;
     void helpElement();
-    /// At the pointer, or in the middle of the view if the pointer is elsewhere.
     /// Pastes at the pointer, or in the middle of what is seen.
     void paste(const char* method);
     QString startFolder() const;
@@ -79,4 +89,10 @@ private:
     QMenu* m_recentMenu = nullptr;
     // Null while the project has no file.
     std::unique_ptr<OpenMark> m_openMark;
+    // Owned as children.
+    PlacingTools* m_placing = nullptr;
+    DrawingSearch* m_search = nullptr;
+    ElementTools* m_elements = nullptr;
+    PictureExport* m_pictures = nullptr;
+    HelpMenu* m_help = nullptr;
 };

@@ -191,18 +191,25 @@ void Workbench::clearTitle() {
 }
 
 bool Workbench::open(const QString& fileName, QString* message) {
-    return documentFormatOf(fileName) == DocumentFormat::Project ? openProject(fileName, message)
-                                                                 : openCircuit(fileName, message);
+    return documentFormatOf(fileName) == DocumentFormat::Project
+               ? openProject(fileName, fileName, message)
+               : openCircuit(fileName, fileName, message);
 }
 
-bool Workbench::openProject(const QString& fileName, QString* message) {
+bool Workbench::openCopy(const QString& fileName, QString* message) {
+    return documentFormatOf(fileName) == DocumentFormat::Project
+               ? openProject(fileName, {}, message)
+               : openCircuit(fileName, {}, message);
+}
+
+bool Workbench::openProject(const QString& fileName, const QString& target, QString* message) {
     QString reason;
     const std::optional<ProjectFile> file = ProjectFile::read(fileName, &reason);
     if (!file) {
         *message = about(fileName, reason);
         return false;
     }
-    return load(*file, fileName, fileName, message);
+    return load(*file, target, fileName, message);
 }
 
 bool Workbench::load(const ProjectFile& file, const QString& fileName, const QString& source,
@@ -241,7 +248,7 @@ bool Workbench::load(const ProjectFile& file, const QString& fileName, const QSt
     return true;
 }
 
-bool Workbench::openCircuit(const QString& fileName, QString* message) {
+bool Workbench::openCircuit(const QString& fileName, const QString& target, QString* message) {
     QString reason;
     const std::optional<CircuitRecords> records = readCircuitFile(fileName, &reason);
     if (!records) {
@@ -249,7 +256,7 @@ bool Workbench::openCircuit(const QString& fileName, QString* message) {
         return false;
     }
     QString losses;
-    projectManager()->newProject(fileName, [&] {
+    projectManager()->newProject(target, [&] {
         clearTitle();
         auto* persistence = qobject_cast<ObjectLoadSave*>(object(QLatin1String(PersistenceName)));
         persistence->takeRefusedValues();

@@ -47,6 +47,7 @@ public:
 
     QWidget* editorWidget() const;
     ICanvas* canvas() const;
+    ICircuit* circuit() const;
     ProjectManager* projectManager() const;
     SimulationPart* simulation() const;
 
@@ -55,6 +56,8 @@ public:
     /// Checks the project or circuit file and loads it. On failure nothing has changed and
     /// `*message` tells why; on success it tells what could not be restored, or is empty.
     bool open(const QString& fileName, QString* message);
+    /// As `open`, as a project that has no file yet.
+    bool openCopy(const QString& fileName, QString* message);
     /// Opens what a crash has left, under the name of its project and modified. As `open`.
     bool recover(std::unique_ptr<Autosave> autosave, QString* message);
     /// Writes a project or circuit file, by the name's ending, whole or not at all.
@@ -70,11 +73,11 @@ public:
 private:
     QObject* editorObject() const;
     ICircuitEditor* editor() const;
-    ICircuit* circuit() const;
     void collectWidgets();
     void clearTitle();
-    bool openProject(const QString& fileName, QString* message);
-    bool openCircuit(const QString& fileName, QString* message);
+    /// `target` is the file that it will be saved to, or empty.
+    bool openProject(const QString& fileName, const QString& target, QString* message);
+    bool openCircuit(const QString& fileName, const QString& target, QString* message);
     /// Loads a project that has been read; `source` is where from, for messages.
     bool load(const ProjectFile& file, const QString& fileName, const QString& source,
               QString* message);

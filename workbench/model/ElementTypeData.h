@@ -76,6 +76,10 @@ struct ElementTypeData {
     QString type;
     QString label;
     QString description;
+    /// Other words that people look for it by.
+    QStringList keywords;
+    /// The letter or digit that starts placing one; mostly empty.
+    QString shortcut;
     /// Start of automatic instance names.
     QString namePrefix;
     int category = 0;

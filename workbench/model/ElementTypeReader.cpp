@@ -80,6 +80,8 @@ bool ElementTypeReader::read(ElementTypeData* data) {
     }
     m_data.label = text(root, "label");
     m_data.description = text(root, "description");
+    m_data.keywords = textList(root, "keywords");
+    m_data.shortcut = text(root, "shortcut");
     m_data.namePrefix = text(root, "namePrefix");
     m_data.category = root.value(QLatin1String("category")).toInt();
     m_data.display = textList(root, "display");
@@ -93,6 +95,11 @@ bool ElementTypeReader::read(ElementTypeData* data) {
     }
     if (m_data.namePrefix.isEmpty()) {
         complain(QStringLiteral("\"namePrefix\" is missing"));
+    }
+    static const QRegularExpression key(QStringLiteral("\\A[A-Z0-9]?\\z"));
+    if (!key.match(m_data.shortcut).hasMatch()) {
+        complain(QStringLiteral("the shortcut \"%1\" is no capital letter or digit")
+                     .arg(m_data.shortcut));
     }
     readTerminals(root);
     readParameters(root);

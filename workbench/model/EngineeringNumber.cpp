@@ -48,13 +48,29 @@ struct Match {
     const Suffix* suffix = nullptr;
 };
 
+/// "4k7": the suffix stands where the point would.
+bool matchPointBySuffix(const QString& text, Match* result) {
+    static const QRegularExpression pattern(
+        QStringLiteral("\\A([+-]?[0-9]+)([^0-9eE.+\\-\\s]+)([0-9]+)\\z"));
+    const QRegularExpressionMatch found = pattern.match(text.trimmed());
+    const QString spelling = found.captured(2);
+    // As on parts of a few ohms: "4R7".
+    const bool isPlain = spelling == QLatin1String("R") || spelling == QLatin1String("r");
+    const Suffix* suffix = findSuffix(spelling);
+    if (!found.hasMatch() || (!suffix && !isPlain)) {
+        return false;
+    }
+    *result = {found.captured(1) + QLatin1Char('.') + found.captured(3), {}, suffix};
+    return true;
+}
+
 bool match(const QString& text, Match* result) {
     static const QRegularExpression pattern(
         QStringLiteral("\\A([+-]?(?:[0-9]+\\.?[0-9]*|\\.[0-9]+))(?:[eE]([+-]?[0-9]+))?"
                        "([^0-9.+\\-\\s]*)\\z"));
     const QRegularExpressionMatch found = pattern.match(text.trimmed());
     if (!found.hasMatch()) {
-        return false;
+        return matchPointBySuffix(text, result);
     }
     const QString spelling = found.captured(3);
     const Suffix* suffix = findSuffix(spelling);

@@ -4,7 +4,7 @@
 
 /// Numbers as engineers write them: a decimal number, an optional exponent, and an optional suffix
 /// directly behind it: f p n u (or µ) m k (or K) M (or Meg) G T. "m" is milli and "M" mega, in
-/// every locale.
+/// every locale. The suffix may take the place of the point, as in "4k7"; so may "R", as in "4R7".
 namespace EngineeringNumber {
 
 /// A valid text, cut where its suffix begins.

@@ -111,7 +111,16 @@ PropertyEditor::PropertyEditor(QWidget* parent)
     m_tree->header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
     m_tree->setAlternatingRowColors(true);
     m_tree->setIndentation(12);
-    m_tree->setItemDelegate(new ValueDelegate(this));
+    auto* delegate = new ValueDelegate(this);
+    m_tree->setItemDelegate(delegate);
+    connect(delegate, &QAbstractItemDelegate::closeEditor, this,
+            [this](QWidget*, QAbstractItemDelegate::EndEditHint hint) {
+                if (hint == QAbstractItemDelegate::SubmitModelCache ||
+                    hint == QAbstractItemDelegate::RevertModelCache) {
+                    // Later: the view is still busy with the end of the edit.
+                    QTimer::singleShot(0, this, &PropertyEditor::editEnded);
+                }
+            });
     m_tree->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
                             QAbstractItemView::SelectedClicked);
 
@@ -217,6 +226,23 @@ void PropertyEditor::commit(const PropertyRow& row, const QVariant& value) {
         tellRefusal(row, value);
     }
     scheduleRefresh();
+}
+
+void PropertyEditor::editFirstValue() {
+    QTreeWidgetItem* first = nullptr;
+    for (int i = m_rows.size() - 1; i >= 0; --i) {
+        const bool isBetter = m_rows.at(i).isParameter() || !first ||
+                              !m_rows.at(first->data(ValueColumn, RowRole).toInt()).isParameter();
+        if (isEditable(m_rows.at(i)) && isBetter) {
+            first = m_items.at(i);
+        }
+    }
+    if (first) {
+        m_tree->setFocus();
+        m_tree->setCurrentItem(first, ValueColumn);
+        m_tree->scrollToItem(first);
+        m_tree->editItem(first, ValueColumn);
+    }
 }
 
 void PropertyEditor::tellRefusal(const PropertyRow& row, const QVariant& value) {

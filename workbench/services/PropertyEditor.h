@@ -38,7 +38,12 @@ public:
     bool isEditable(const PropertyRow& row) const { return row.writable && !m_readOnly; }
     void commit(const PropertyRow& row, const QVariant& value);
 
+    /// Starts editing the first parameter of the object, or, without one, its first value.
+    Q_INVOKABLE void editFirstValue();
+
 signals:
+    /// An edit was ended by Return or given up by Escape.
+    void editEnded();
     void propertyValueChanged(QObject* object, QString name, QVariant oldValue, QVariant newValue);
 
 private slots:

@@ -70,6 +70,10 @@ QString groupTitle(const QString& group) {
 
 }  // namespace
 
+bool PropertyRow::isParameter() const {
+    return group == groupTitle(QStringLiteral("rparams"));
+}
+
 bool PropertyRow::operator==(const PropertyRow& other) const {
     return group == other.group && name == other.name && index == other.index &&
            writable == other.writable;

@@ -20,6 +20,8 @@ struct PropertyRow {
     bool operator==(const PropertyRow& other) const;
     bool operator!=(const PropertyRow& other) const { return !(*this == other); }
 
+    /// Whether it is a parameter of an element's type.
+    bool isParameter() const;
     QVariant value(QObject* object) const;
     /// As the panel shows it.
     QString text(QObject* object) const;

@@ -1,12 +1,12 @@
 #include "PastePlacement.h"
 
-#include "RecordFields.h"
 #include "CCircuitEditorData.h"
 #include "CCircuitEditorSelection.h"
 #include "CElementPlacementItem.h"
 #include "ICircuitElement.h"
 #include "ICircuitElementFactory.h"
 #include "IQObjectLoadSave.h"
+#include "RecordFields.h"
 
 #include <QDomDocument>
 #include <QGraphicsObject>
@@ -74,7 +74,7 @@ PastePlacement::~PastePlacement() {
 
 bool PastePlacement::show(QDomDocument document) {
     const QDomElement root = document.documentElement();
-    m_anchor = storedPosition(root);
+    m_anchor = boundedPosition(root);
     auto* outlines = new Outlines;
     m_pictures = outlines;
     m_pictures->setZValue(StackingOrder);
@@ -107,7 +107,7 @@ void PastePlacement::showElement(QDomDocument document, const QDomElement& recor
     auto* picture = new CElementPlacementItem(element);
     picture->setParentItem(m_pictures);
     picture->setOpacity(1);
-    picture->setPos(storedPosition(record));
+    picture->setPos(boundedPosition(record));
     ++m_count;
 }
 
@@ -118,7 +118,7 @@ void PastePlacement::showWire(const QDomElement& record) {
          !point.isNull(); point = point.nextSiblingElement(QStringLiteral("ShapeElement"))) {
         points.append(point);
     }
-    static_cast<Outlines*>(m_pictures.data())->add(storedPath(points));
+    static_cast<Outlines*>(m_pictures.data())->add(storedPath(points, boundedPosition));
 }
 
 void PastePlacement::showTextBox(const QDomElement& record) {

@@ -94,7 +94,7 @@ TEST_F(OutputPanelTest, IsDockedAndAProjectPart) {
             parts << part->projectPartID();
         }
     }
-    EXPECT_EQ(parts.mid(1), (QStringList{"VortelCircuit", "OutputVariables"}));
+    EXPECT_EQ(parts.mid(1), (QStringList{"Simulation", "VortelCircuit", "OutputVariables"}));
 }
 
 TEST_F(OutputPanelTest, PicksAfterLayingWiresByHand) {

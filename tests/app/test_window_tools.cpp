@@ -128,7 +128,7 @@ TEST_F(WindowTools, LettersPlaceWhereTheCanvasHasNoUseForThem) {
     QTest::keyClick(in<QLineEdit>("typeChooser"), Qt::Key_Down);
     QTest::keyClick(in<QLineEdit>("typeChooser"), Qt::Key_Return);
     click({200, 200});
-    EXPECT_EQ(typeOf(3), "PMOS.Semiconductors");
+    EXPECT_EQ(typeOf(3), "NMOS4.Semiconductors");
     key(Qt::Key_Escape);
     // In a field a letter is a letter.
     auto* filter = window->findChild<ElementExplorer*>()->findChild<QLineEdit*>();
@@ -224,6 +224,7 @@ TEST_F(WindowTools, ADoubleClickLeadsToTheValueAndReturnBack) {
         EXPECT_TRUE(dialogs.texts.first().split('|').contains(entry)) << entry;
     }
     trigger("paste");
+    click({200, 0});
     EXPECT_EQ(circuit()->elementCount(), 2);
 }
 

@@ -116,7 +116,7 @@ TEST(NetJunctions, LieWhereThreeBranchesMeet) {
                 {"0,0 100,0; 50,0 50,40", "", "50,0"},               // a branch
                 {"0,0 100,0; 50,-40 50,40", "", "50,0"},             // one net that crosses itself
                 {"0,0 50,0; 90,0 50,0; 50,9 50,0", "", "50,0"},      // three ends
-                {"0,0 50,0; 0,20 0,0 50,0", "", ""},              // one upon the other
+                {"0,0 50,0; 0,20 0,0 50,0", "", ""},                 // one upon the other
                 {"0,0 50,0; 50,0 90,0", "50,0", "50,0"},             // a terminal between
                 {"0,0 50,0; 20,0 20.1,0.1", "20,0", "20,0"},         // a terminal dropped on a wire
                 {"0,0 0.1,0.1", "0,0 0,0", ""},                      // two terminals alone

@@ -1,8 +1,8 @@
 #include "Workbench.h"
 
 #include "Autosave.h"
-#include "Circuit.h"
 #include "CanvasPalette.h"
+#include "Circuit.h"
 #include "CircuitFile.h"
 #include "Components.h"
 #include "HeldMessages.h"

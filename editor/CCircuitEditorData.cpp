@@ -20,6 +20,8 @@
 #include <QGraphicsLineItem>
 #include <QLabel>
 
+#include <utility>
+
 CCircuitEditorData::CCircuitEditorData(CCircuitEditor* editor, QObject* sceneParent)
     : scene(new CCircuitEditorScene(sceneParent)),
       circuitEditor(editor),
@@ -99,6 +101,27 @@ QRectF CCircuitEditorData::visibleItemsBoundingRect() const {
     return bounds;
 }
 
+CCircuitEditorData::RoutingHold::RoutingHold(CCircuitEditorData* data) : m_data(data) {
+    ++data->m_routingHolds;
+}
+
+CCircuitEditorData::RoutingHold::~RoutingHold() {
+    if (--m_data->m_routingHolds > 0) {
+        return;
+    }
+    for (CCircuitEditorNodeItem* wire : std::exchange(m_data->m_heldWires, {})) {
+        wire->updateNode();
+    }
+}
+
+bool CCircuitEditorData::holdsRouting(CCircuitEditorNodeItem* wire) {
+    if (m_routingHolds == 0) {
+        return false;
+    }
+    m_heldWires.insert(wire);
+    return true;
+}
+
 void CCircuitEditorData::forgetItem(QGraphicsItem* item) {
     if (scene && scene->highlightedItem() == item) {
         scene->setHighlightedItem(nullptr);
@@ -126,7 +149,8 @@ void CCircuitEditorData::forgetItem(QGraphicsItem* item) {
     }
     // Only its own entry: the map may know another item of the same object by now.
     const auto* element = qgraphicsitem_cast<CCircuitEditorElementItem*>(item);
-    const auto* wire = qgraphicsitem_cast<CCircuitEditorNodeItem*>(item);
+    auto* wire = qgraphicsitem_cast<CCircuitEditorNodeItem*>(item);
+    m_heldWires.remove(wire);
     if (element && elementItemMap.value(element->element()) == element) {
         elementItemMap.remove(element->element());
     } else if (wire && nodeItemMap.value(wire->circuitNode()) == wire) {

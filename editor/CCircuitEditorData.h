@@ -20,6 +20,7 @@
 #include <QHash>
 #include <QMap>
 #include <QPointer>
+#include <QSet>
 
 #include <memory>
 
@@ -33,6 +34,7 @@ class CCanvasGestures;
 class CManualConnectorLineItem;
 class CPlacementTool;
 class CSelectionRectangleItem;
+class CircuitFileText;
 class ConnectedDrag;
 class CUndoRedoStack;
 class CompleteHistory;
@@ -68,6 +70,21 @@ public:
     /// Ends the connection under way, with nothing done.
     void dropConnection();
 
+    /// While one lives, automatic wires that are to be routed anew are noted, and then routed once:
+    /// a net that many terminals join one by one costs as much as one that is there at once.
+    class RoutingHold {
+    public:
+        explicit RoutingHold(CCircuitEditorData* data);
+        ~RoutingHold();
+        RoutingHold(const RoutingHold&) = delete;
+        RoutingHold& operator=(const RoutingHold&) = delete;
+
+    private:
+        CCircuitEditorData* m_data;
+    };
+    /// Whether the wire is to wait; it is then routed when the last hold goes.
+    bool holdsRouting(CCircuitEditorNodeItem* wire);
+
     // Records: one XML element each, appended to the parent. All elements of a document are saved
     // before its first node, for the nodes name them by the numbers that saving gives out.
     void saveElement(QDomDocument document, QDomElement parent, ICircuitElement* element);
@@ -79,7 +96,7 @@ public:
     ElementsById elementsById() const;
     /// Loads all element records among the children of the parent, then all node records.
     void loadRecords(const QDomElement& parent);
-    void saveRecords(QDomDocument document, QDomElement parent);
+    void loadRecords(const CircuitFileText& text);
     /// The three groups of text boxes of a project, each behind its comment.
     void saveAnnotations(QDomDocument document, QDomElement parent);
     void loadAnnotations(const QDomElement& parent);
@@ -170,6 +187,9 @@ public:
     bool isPasteSelected = false;
 
 private:
+    int m_routingHolds = 0;
+    QSet<CCircuitEditorNodeItem*> m_heldWires;
+
     QFont styledFont(const QDomElement& record) const;
     ICircuitNode* joinTerminals(ICircuitElementNode* a, ICircuitElementNode* b);
     ICircuitNode* joinTerminalToNode(ICircuitElementNode* terminal, ICircuitNode* node);

@@ -1,6 +1,6 @@
 #include "CCircuitEditorNodeItem.h"
 
-#include "CCircuitEditor.h"
+#include "CCircuitEditorData.h"
 #include "CCircuitEditorElementItem.h"
 #include "CCircuitEditorElementNodeItem.h"
 #include "CircuitGeometry.h"
@@ -235,16 +235,18 @@ void CCircuitEditorNodeItem::updateNode() {
     if (d->manuallyConnected) {
         return;
     }
+    if (d->circuitNode) {
+        d->wireClearance = d->circuitNode->wireClearance();
+        updateToolTip();
+    }
+    if (d->circuitEditor && d->circuitEditor->d->holdsRouting(this)) {
+        return;
+    }
     prepareGeometryChange();
     d->internalShape = QPainterPath();
     d->updateItemShape();
     update();
-    if (!d->circuitNode) {
-        return;
-    }
-    d->wireClearance = d->circuitNode->wireClearance();
-    updateToolTip();
-    if (d->circuitNode->elementNodeCount() <= 1) {
+    if (!d->circuitNode || d->circuitNode->elementNodeCount() <= 1) {
         return;
     }
     const NetOutline net = d->outline();

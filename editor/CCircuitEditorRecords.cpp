@@ -3,12 +3,15 @@
 #include "CCircuitEditorData.h"
 #include "CCircuitEditorElementItem.h"
 #include "CCircuitEditorNodeItem.h"
+#include "CircuitFileText.h"
 #include "ICircuitElement.h"
 #include "ICircuitElementDesc.h"
 #include "ICircuitElementNode.h"
 #include "ICircuitNode.h"
 #include "RecordFields.h"
 #include "XmlText.h"
+
+#include <optional>
 
 using RecordFields::setStoredPosition;
 using RecordFields::storedPath;
@@ -151,6 +154,8 @@ void CCircuitEditorData::loadNode(const QDomElement& record, const ElementsById&
     }
     ICircuitElementNode* first = storedTerminal(terminals.at(0), elements);
     ICircuitElementNode* second = first ? storedTerminal(terminals.at(1), elements) : nullptr;
+    // Each terminal that joins would route the whole net anew.
+    const RoutingHold hold(this);
     ICircuitNode* node = second ? circuitSolver->makeConnection(first, second) : nullptr;
     if (!node) {
         return;
@@ -189,16 +194,6 @@ void CCircuitEditorData::loadNodeShape(const QDomElement& record, CCircuitEditor
     item->addShape(path, true);
 }
 
-void CCircuitEditorData::saveRecords(QDomDocument document, QDomElement parent) {
-    ICircuit* circuit = circuitEditor->circuit();
-    for (int i = 0; i < circuit->elementCount(); ++i) {
-        saveElement(document, parent, circuit->element(i));
-    }
-    for (int i = 0; i < circuit->nodeCount(); ++i) {
-        saveNode(document, parent, circuit->node(i));
-    }
-}
-
 void CCircuitEditorData::loadRecords(const QDomElement& parent) {
     for (const QDomElement& record :
          xmlUtils->findElements(parent, QStringLiteral("CircuitElement"))) {
@@ -209,4 +204,15 @@ void CCircuitEditorData::loadRecords(const QDomElement& parent) {
          xmlUtils->findElements(parent, QStringLiteral("CircuitNode"))) {
         loadNode(record, elements);
     }
+}
+
+void CCircuitEditorData::loadRecords(const CircuitFileText& text) {
+    std::optional<ElementsById> elements;
+    text.forEachRecord([this](const QDomElement& record) { loadElement(record); },
+                       [&](const QDomElement& record) {
+                           if (!elements) {
+                               elements = elementsById();
+                           }
+                           loadNode(record, *elements);
+                       });
 }

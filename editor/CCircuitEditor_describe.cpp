@@ -16,26 +16,33 @@
 #include "ICircuitOutputVariable.h"
 #include "ICircuitTitle.h"
 #include "IEditableProperties.h"
+#include "JsonWriter.h"
 
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QJsonObject>
+#include <QMap>
 
 namespace {
 
-QJsonObject describeParameters(ICircuitElement* element) {
-    QJsonObject result;
+void describeParameters(JsonWriter& json, ICircuitElement* element) {
     auto* properties = qobject_cast<IEditableProperties*>(element->containerObject());
+    QMap<QString, QString> parameters;
     for (int i = 0; properties && i < properties->propertyCount(); ++i) {
         if (properties->propertyGroup(i) == QLatin1String("rparams")) {
-            result.insert(properties->propertyName(i), properties->propertyValue(i).toString());
+            parameters.insert(properties->propertyName(i), properties->propertyValue(i).toString());
         }
     }
-    return result;
+    json.beginObject();
+    for (auto it = parameters.cbegin(); it != parameters.cend(); ++it) {
+        json.key(it.key());
+        json.value(it.value());
+    }
+    json.endObject();
 }
 
-QJsonArray describeTerminals(ICircuitElement* element, const CCircuitEditorElementItem* item) {
-    QJsonArray result;
+void describeTerminals(JsonWriter& json, ICircuitElement* element,
+                       const CCircuitEditorElementItem* item) {
+    json.beginArray();
     for (const QString& name : element->elementNodeNames()) {
         ICircuitElementNode* terminal = element->elementNode(name);
         const CCircuitEditorElementNodeItem* marker = item->nodeItem(name);
@@ -43,54 +50,75 @@ QJsonArray describeTerminals(ICircuitElement* element, const CCircuitEditorEleme
             continue;
         }
         const QPointF point = marker->mapToScene(QPointF(0, 0));
-        result.append(QJsonObject{{QStringLiteral("name"), name},
-                                  {QStringLiteral("type"), terminal->type()},
-                                  {QStringLiteral("x"), point.x()},
-                                  {QStringLiteral("y"), point.y()}});
+        json.beginObject();
+        json.member("name", name);
+        json.member("type", terminal->type());
+        json.member("x", point.x());
+        json.member("y", point.y());
+        json.endObject();
     }
-    return result;
+    json.endArray();
 }
 
-QJsonObject describeElement(ICircuitElement* element, const CCircuitEditorElementItem* item) {
+void describeElement(JsonWriter& json, ICircuitElement* element,
+                     const CCircuitEditorElementItem* item) {
     const QRectF outline = item->mapToScene(item->boundingRect()).boundingRect();
-    return {{QStringLiteral("name"), element->name()},
-            {QStringLiteral("type"), element->desc()->elementType()},
-            {QStringLiteral("caption"), element->caption()},
-            {QStringLiteral("model"), element->modelName()},
-            {QStringLiteral("x"), item->pos().x()},
-            {QStringLiteral("y"), item->pos().y()},
-            {QStringLiteral("rotation"), element->rotation()},
-            {QStringLiteral("flip"), element->flip()},
-            {QStringLiteral("outline"),
-             QJsonArray{outline.x(), outline.y(), outline.width(), outline.height()}},
-            {QStringLiteral("parameters"), describeParameters(element)},
-            {QStringLiteral("terminals"), describeTerminals(element, item)}};
+    json.beginObject();
+    json.member("caption", element->caption());
+    json.member("flip", element->flip());
+    json.member("model", element->modelName());
+    json.member("name", element->name());
+    json.key("outline");
+    json.beginArray();
+    for (const double number : {outline.x(), outline.y(), outline.width(), outline.height()}) {
+        json.value(number);
+    }
+    json.endArray();
+    json.key("parameters");
+    describeParameters(json, element);
+    json.member("rotation", element->rotation());
+    json.key("terminals");
+    describeTerminals(json, element, item);
+    json.member("type", element->desc()->elementType());
+    json.member("x", item->pos().x());
+    json.member("y", item->pos().y());
+    json.endObject();
 }
 
-QJsonArray describePath(const QPainterPath& path) {
+void describePath(JsonWriter& json, const QPainterPath& path) {
     static const char* const letters[] = {"M", "L", "C", "D"};
-    QJsonArray result;
+    json.beginArray();
     for (int i = 0; i < path.elementCount(); ++i) {
         const QPainterPath::Element element = path.elementAt(i);
-        result.append(QJsonArray{QString::fromLatin1(letters[element.type]), element.x, element.y});
+        json.beginArray();
+        json.value(QString::fromLatin1(letters[element.type]));
+        json.value(element.x);
+        json.value(element.y);
+        json.endArray();
     }
-    return result;
+    json.endArray();
 }
 
-QJsonObject describeNode(ICircuitNode* node, const CCircuitEditorNodeItem* item) {
-    QJsonArray terminals;
+void describeNode(JsonWriter& json, ICircuitNode* node, const CCircuitEditorNodeItem* item) {
+    json.beginObject();
+    json.member("color", item->color().name());
+    json.member("manual", item->isManuallyConnected());
+    json.member("name", node->name());
+    json.key("path");
+    describePath(json, item->mapToScene(item->internalShape()));
+    json.key("terminals");
+    json.beginArray();
     for (int i = 0; i < node->elementNodeCount(); ++i) {
         ICircuitElementNode* terminal = node->elementNode(i);
-        terminals.append(QJsonObject{{QStringLiteral("element"), terminal->element()->name()},
-                                     {QStringLiteral("terminal"), terminal->name()}});
+        json.beginObject();
+        json.member("element", terminal->element()->name());
+        json.member("terminal", terminal->name());
+        json.endObject();
     }
-    return {{QStringLiteral("name"), node->name()},
-            {QStringLiteral("type"), node->type()},
-            {QStringLiteral("color"), item->color().name()},
-            {QStringLiteral("wireClearance"), node->wireClearance()},
-            {QStringLiteral("manual"), item->isManuallyConnected()},
-            {QStringLiteral("terminals"), terminals},
-            {QStringLiteral("path"), describePath(item->mapToScene(item->internalShape()))}};
+    json.endArray();
+    json.member("type", node->type());
+    json.member("wireClearance", node->wireClearance());
+    json.endObject();
 }
 
 QJsonArray describeGlobalParameters(ICircuit* circuit) {
@@ -139,18 +167,18 @@ QJsonObject describeParameterBox(const CCircuitEditorGlobaParamTextBox* box) {
 }
 
 /// In the order in which a project stores them.
-QJsonArray describeTextBoxes(const CCircuitEditor* editor) {
-    QJsonArray result;
+void describeTextBoxes(JsonWriter& json, const CCircuitEditor* editor) {
+    json.beginArray();
     for (int i = 0; i < editor->textBoxCount(); ++i) {
-        result.append(describeTextBox(editor->textBox(i)));
+        json.tree(describeTextBox(editor->textBox(i)));
     }
     for (int i = 0; i < editor->elementPropertyTextBoxCount(); ++i) {
-        result.append(describePropertyBox(editor->elementPropertyTextBox(i)));
+        json.tree(describePropertyBox(editor->elementPropertyTextBox(i)));
     }
     for (int i = 0; i < editor->globalParamTextBoxCount(); ++i) {
-        result.append(describeParameterBox(editor->globalParamTextBox(i)));
+        json.tree(describeParameterBox(editor->globalParamTextBox(i)));
     }
-    return result;
+    json.endArray();
 }
 
 /// In the order of the panel's rows; empty for an editor that has no panel.
@@ -173,31 +201,33 @@ QJsonArray describeOutputVariables(const CCircuitEditor* editor) {
 }  // namespace
 
 QByteArray CCircuitEditor::describe() const {
-    QString title;
-    QJsonArray elements;
-    QJsonArray nodes;
-    QJsonArray globalParameters;
-    if (ICircuit* bound = circuit()) {
-        if (auto* titled = qobject_cast<ICircuitTitle*>(bound->containerObject())) {
-            title = titled->title();
+    ICircuit* bound = circuit();
+    auto* titled = bound ? qobject_cast<ICircuitTitle*>(bound->containerObject()) : nullptr;
+    JsonWriter json;
+    json.beginObject();
+    json.key("elements");
+    json.beginArray();
+    for (int i = 0; bound && i < bound->elementCount(); ++i) {
+        if (const CCircuitEditorElementItem* item = elementItem(bound->element(i))) {
+            describeElement(json, bound->element(i), item);
         }
-        for (int i = 0; i < bound->elementCount(); ++i) {
-            if (const CCircuitEditorElementItem* item = elementItem(bound->element(i))) {
-                elements.append(describeElement(bound->element(i), item));
-            }
-        }
-        for (int i = 0; i < bound->nodeCount(); ++i) {
-            if (const CCircuitEditorNodeItem* item = nodeItem(bound->node(i))) {
-                nodes.append(describeNode(bound->node(i), item));
-            }
-        }
-        globalParameters = describeGlobalParameters(bound);
     }
-    const QJsonObject drawing{{QStringLiteral("title"), title},
-                              {QStringLiteral("elements"), elements},
-                              {QStringLiteral("nodes"), nodes},
-                              {QStringLiteral("textBoxes"), describeTextBoxes(this)},
-                              {QStringLiteral("globalParameters"), globalParameters},
-                              {QStringLiteral("outputVariables"), describeOutputVariables(this)}};
-    return QJsonDocument(drawing).toJson();
+    json.endArray();
+    json.key("globalParameters");
+    json.tree(bound ? describeGlobalParameters(bound) : QJsonArray());
+    json.key("nodes");
+    json.beginArray();
+    for (int i = 0; bound && i < bound->nodeCount(); ++i) {
+        if (const CCircuitEditorNodeItem* item = nodeItem(bound->node(i))) {
+            describeNode(json, bound->node(i), item);
+        }
+    }
+    json.endArray();
+    json.key("outputVariables");
+    json.tree(describeOutputVariables(this));
+    json.key("textBoxes");
+    describeTextBoxes(json, this);
+    json.member("title", titled ? titled->title() : QString());
+    json.endObject();
+    return json.take();
 }

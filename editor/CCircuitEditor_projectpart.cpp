@@ -1,4 +1,4 @@
-// The editor's share of a project document, and the circuit file.
+// The editor's share of a project document.
 
 #include "CCircuitEditorData.h"
 #include "CUndoRedo.h"
@@ -8,7 +8,6 @@
 #include "ICircuitTitle.h"
 #include "XmlText.h"
 
-#include <QFile>
 #include <QMetaObject>
 
 namespace {
@@ -106,36 +105,4 @@ bool CCircuitEditor::loadProjectPart(QDomDocument, QDomElement element) {
     resolveControls(bound);
     restartHistory();
     return true;
-}
-
-void CCircuitEditor::save(QString fileName) {
-    if (!circuit()) {
-        return;
-    }
-    QDomDocument document(CircuitRoot);
-    QDomElement root = document.createElement(CircuitRoot);
-    document.appendChild(root);
-    d->saveRecords(document, root);
-    QFile file(fileName);
-    if (file.open(QIODevice::WriteOnly)) {
-        file.write(document.toString(2).toLatin1());
-    }
-}
-
-void CCircuitEditor::load(QString fileName) {
-    if (!d->xmlUtils || !circuit()) {
-        return;
-    }
-    QFile file(fileName);
-    const QByteArray bytes = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    file.close();
-    // Up to the first NUL byte.
-    const QString text = QString::fromLatin1(bytes.constData());
-    QDomDocument document;
-    if (!document.setContent(text) || document.documentElement().isNull()) {
-        return;
-    }
-    clearEditor();
-    d->loadRecords(document.documentElement());
-    restartHistory();
 }

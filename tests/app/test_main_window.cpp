@@ -11,6 +11,7 @@
 #include "ICircuitEditorExt2.h"
 #include "ICircuitElementFactory.h"
 #include "IPropertyEditor.h"
+#include "LongWork.h"
 #include "MainWindow.h"
 #include "ProjectManager.h"
 #include "WarningGuard.h"
@@ -39,6 +40,7 @@
 #include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 #include <QToolBar>
 #include <QTreeWidget>
 #include <QUrl>
@@ -397,6 +399,33 @@ TEST_F(MainWindowTest, SavingDoesNotMakeLossesFinalUnasked) {
     answer(dialogs, "Save");
     trigger("save");
     trigger("save");  // there is nothing left to lose
+}
+
+TEST_F(MainWindowTest, CancelledOpeningLeavesWhatWasOpen) {
+    open(Divider);
+    addResistor();
+    const QByteArray before = drawing();
+    auto* cancel = window->findChild<QAbstractButton*>("cancelWork");
+    auto* progress = window->findChild<QWidget*>("workProgress");
+    ASSERT_TRUE(cancel && progress);
+    LongWork::setPatience(0);
+    bool isShown = false;
+    QTimer::singleShot(0, window.get(), [&] {
+        isShown = progress->isVisible() && cancel->isVisible() && QApplication::overrideCursor();
+        // What isn't meant for the button reaches nobody.
+        QTest::keyClick(workbench.editorWidget(), Qt::Key_A, Qt::ControlModifier);
+        QTest::mouseClick(cancel, Qt::LeftButton);
+    });
+    QString message;
+    EXPECT_FALSE(window->openFile(Partly, &message));
+    LongWork::setPatience(500);
+    EXPECT_TRUE(isShown);
+    EXPECT_EQ(message, QString());
+    EXPECT_EQ(drawing(), before);
+    EXPECT_EQ(workbench.projectManager()->projectFileName(), Divider);
+    EXPECT_TRUE(window->isWindowModified());
+    EXPECT_TRUE(progress->isHidden() && cancel->isHidden() && !QApplication::overrideCursor());
+    EXPECT_TRUE(workbench.editorWidget()->updatesEnabled());
 }
 
 TEST_F(MainWindowTest, KeepsWhatCrashesHaveLeftUntilAsked) {

@@ -2,6 +2,7 @@
 
 #include "CommandLine.h"
 #include "Console.h"
+#include "ProjectManager.h"
 #include "SimulationCommands.h"
 #include "Workbench.h"
 
@@ -42,6 +43,8 @@ bool run(const CommandLine& line, Workbench& workbench, QString* error) {
 }  // namespace
 
 int runBatchCommand(const CommandLine& line, Workbench& workbench) {
+    // Nobody asks a command that ends by itself whether the project has changed.
+    workbench.projectManager()->setComparesContent(false);
     QString message;
     if (!workbench.open(line.file, &message)) {
         printError(message);

@@ -10,6 +10,7 @@
 #include <QHash>
 #include <QSet>
 #include <QTextStream>
+#include <QXmlStreamReader>
 
 #include <algorithm>
 
@@ -111,6 +112,32 @@ int lostNodes(const CircuitRecords& records, ICircuit& circuit) {
     return static_cast<int>(std::count_if(records.nodes.begin(), records.nodes.end(), isLost));
 }
 
+/// Makes records of the elements of a file as they are come upon.
+class RecordCollector {
+public:
+    explicit RecordCollector(CircuitRecords* records) : m_records(records) {}
+
+    void operator()(const QXmlStreamReader& reader, int depth) {
+        if (depth == 1) {
+            m_inNode = reader.qualifiedName() == QLatin1String("CircuitNode");
+            if (m_inNode) {
+                m_records->nodes.append(QVector<CircuitRecords::Terminal>());
+            } else if (reader.qualifiedName() == QLatin1String("CircuitElement")) {
+                ++m_records->elementCount;
+            }
+        } else if (depth == 2 && m_inNode &&
+                   reader.qualifiedName() == QLatin1String("ElementNode")) {
+            const QXmlStreamAttributes attributes = reader.attributes();
+            m_records->nodes.last().append({attributes.value(QLatin1String("ElementID")).toInt(),
+                                            attributes.value(QLatin1String("Name")).toString()});
+        }
+    }
+
+private:
+    CircuitRecords* m_records;
+    bool m_inNode = false;
+};
+
 }  // namespace
 
 CircuitRecords circuitRecords(const QDomElement& parent) {
@@ -132,8 +159,12 @@ std::optional<CircuitRecords> readCircuitFile(const QString& fileName, QString* 
     }
     // Up to the first NUL, as the editor reads it.
     const int end = bytes->indexOf('\0');
-    const std::optional<QDomDocument> document =
-        parseXmlFile(QString::fromLatin1(end < 0 ? *bytes : bytes->left(end)), CircuitKind, reason);
+    const QString text = QString::fromLatin1(end < 0 ? *bytes : bytes->left(end));
+    CircuitRecords records;
+    if (skimXmlFile(text, CircuitKind, RecordCollector(&records))) {
+        return records;
+    }
+    const std::optional<QDomDocument> document = parseXmlFile(text, CircuitKind, reason);
     if (!document) {
         return {};
     }

@@ -15,6 +15,7 @@
 #include "Questions.h"
 #include "RecentFiles.h"
 #include "WireMenu.h"
+#include "WorkSign.h"
 #include "Workbench.h"
 
 #include <QCloseEvent>
@@ -101,6 +102,7 @@ bool MainWindow::build(QString* error) {
     connect(manager, &ProjectManager::modifiedChanged, this, &MainWindow::setWindowModified);
     connect(manager, &ProjectManager::autosaveFailed, statusBar(),
             [this](const QString& message) { statusBar()->showMessage(message); });
+    new WorkSign(statusBar(), m_workbench->editorWidget());
     new WireMenu(m_workbench->editorWidget(), this);
     m_workbench->editorWidget()->setFocus();
     showDocument();
@@ -437,6 +439,7 @@ void MainWindow::paste(const char* method) {
     if (!page.contains(place)) {
         place = page.center();
     }
+    const LongWork work(0);
     QMetaObject::invokeMethod(view, method, Q_ARG(QPointF, view->mapToScene(place)));
 }
 

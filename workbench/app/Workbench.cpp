@@ -11,6 +11,7 @@
 #include "ICircuitEditor.h"
 #include "ICircuitEditorExt2.h"
 #include "ICircuitTitle.h"
+#include "LongWork.h"
 #include "PendingFile.h"
 #include "ProjectFile.h"
 #include "ProjectManager.h"
@@ -25,11 +26,14 @@
 #include <QFileInfo>
 #include <QMetaObject>
 
+#include <new>
+
 using Plexa::ComponentManager;
 
 namespace {
 
 constexpr char EditorName[] = "CCircuitEditorComponent.circuitEditor";
+constexpr char TooLarge[] = "does not fit into the memory";
 constexpr char SimulationName[] = "CSimulationComponent.simulation";
 constexpr char PersistenceName[] = "CServicesComponent.objectLoadSave";
 constexpr char ProjectManagerName[] = "CProjectManagerComponent.projectManager";
@@ -74,6 +78,11 @@ int countOutputVariables(const ProjectFile& file) {
 
 QString cannotWrite(const QString& fileName, const QString& reason) {
     return QStringLiteral("cannot write %1: %2").arg(fileName, reason);
+}
+
+/// Loading makes each element, and reads the properties of each element and node.
+int stepsOf(const CircuitRecords& records) {
+    return 2 * records.elementCount + records.nodes.size();
 }
 
 }  // namespace
@@ -180,7 +189,10 @@ SimulationPart* Workbench::simulation() const {
 }
 
 void Workbench::clear() {
-    projectManager()->newProject({}, [this] { clearTitle(); });
+    projectManager()->newProject({}, [this] {
+        clearTitle();
+        return true;
+    });
 }
 
 void Workbench::clearTitle() {
@@ -191,9 +203,14 @@ void Workbench::clearTitle() {
 }
 
 bool Workbench::open(const QString& fileName, QString* message) {
-    return documentFormatOf(fileName) == DocumentFormat::Project
-               ? openProject(fileName, fileName, message)
-               : openCircuit(fileName, fileName, message);
+    try {
+        return documentFormatOf(fileName) == DocumentFormat::Project
+                   ? openProject(fileName, fileName, message)
+                   : openCircuit(fileName, fileName, message);
+    } catch (const std::bad_alloc&) {
+        *message = about(fileName, QLatin1String(TooLarge));
+        return false;
+    }
 }
 
 bool Workbench::openCopy(const QString& fileName, QString* message) {
@@ -239,8 +256,11 @@ bool Workbench::load(const ProjectFile& file, const QString& fileName, const QSt
         further.values = persistence->takeRefusedValues();
         losses.append(lossesOf(records, *circuit(), further));
     };
+    const LongWork work(stepsOf(records), LongWork::Stop::Possible);
     if (!projectManager()->load(usable, fileName, &reason, finish)) {
-        *message = about(source, reason);
+        if (!reason.isEmpty()) {
+            *message = about(source, reason);
+        }
         return false;
     }
     losses.removeAll(QString());
@@ -256,15 +276,26 @@ bool Workbench::openCircuit(const QString& fileName, const QString& target, QStr
         return false;
     }
     QString losses;
-    projectManager()->newProject(target, [&] {
-        clearTitle();
-        auto* persistence = qobject_cast<ObjectLoadSave*>(object(QLatin1String(PersistenceName)));
-        persistence->takeRefusedValues();
-        editor()->load(fileName);
-        FurtherLosses further;
-        further.values = persistence->takeRefusedValues();
-        losses = lossesOf(*records, *circuit(), further);
-    });
+    const LongWork work(stepsOf(*records), LongWork::Stop::Possible);
+    const auto fill = [&] {
+        try {
+            clearTitle();
+            auto* persistence =
+                qobject_cast<ObjectLoadSave*>(object(QLatin1String(PersistenceName)));
+            persistence->takeRefusedValues();
+            editor()->load(fileName);
+            FurtherLosses further;
+            further.values = persistence->takeRefusedValues();
+            losses = lossesOf(*records, *circuit(), further);
+        } catch (const std::bad_alloc&) {
+            *message = about(fileName, QLatin1String(TooLarge));
+            return false;
+        }
+        return true;
+    };
+    if (!projectManager()->newProject(target, fill)) {
+        return false;
+    }
     *message = noteLosses(fileName, losses);
     return true;
 }
@@ -289,6 +320,7 @@ bool Workbench::recover(std::unique_ptr<Autosave> autosave, QString* message) {
 }
 
 bool Workbench::save(const QString& fileName, QString* error) {
+    const LongWork work(circuit()->elementCount() + circuit()->nodeCount());
     QString reason;
     const bool isProject = documentFormatOf(fileName) == DocumentFormat::Project;
     if (isProject ? projectManager()->save(fileName, &reason) : saveCircuit(fileName, &reason)) {

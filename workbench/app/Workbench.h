@@ -54,7 +54,8 @@ public:
     /// Starts an empty project, which has no file yet.
     void clear();
     /// Checks the project or circuit file and loads it. On failure nothing has changed and
-    /// `*message` tells why; on success it tells what could not be restored, or is empty.
+    /// `*message` tells why, or is empty if the user has cancelled it; on success it tells what
+    /// could not be restored, or is empty.
     bool open(const QString& fileName, QString* message);
     /// As `open`, as a project that has no file yet.
     bool openCopy(const QString& fileName, QString* message);

@@ -9,6 +9,7 @@
 #include <QApplication>
 #include <QFile>
 #include <QHash>
+#include <QMessageBox>
 #include <QTimer>
 
 namespace {
@@ -116,6 +117,37 @@ int run(const CommandLine& line) {
     return start(workbench, line, nullptr) ? runBatchCommand(line, workbench) : Failed;
 }
 
+constexpr char NoMemory[] = "there is not enough memory for that";
+
+/// An exception that reached the event loop would end the program, and with it unsaved work.
+class Application : public QApplication {
+public:
+    using QApplication::QApplication;
+
+    bool notify(QObject* receiver, QEvent* event) override {
+        try {
+            return QApplication::notify(receiver, event);
+        } catch (const std::bad_alloc&) {
+            QMessageBox::information(activeWindow(), tr("Out of memory"), QLatin1String(NoMemory));
+        } catch (const std::exception& failure) {
+            QMessageBox::information(activeWindow(), tr("Something went wrong"),
+                                     QString::fromLocal8Bit(failure.what()));
+        }
+        return false;
+    }
+};
+
+int runOrTell(const CommandLine& line) {
+    try {
+        return run(line);
+    } catch (const std::bad_alloc&) {
+        printError(QLatin1String(NoMemory));
+    } catch (const std::exception& failure) {
+        printError(QString::fromLocal8Bit(failure.what()));
+    }
+    return Failed;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -126,7 +158,7 @@ int main(int argc, char** argv) {
     defaultHandler = qInstallMessageHandler(passOnMessage);
     // Qt would take options of its own out of the arguments, and --plugin is one of those.
     int ownNameOnly = 1;
-    QApplication application(ownNameOnly, argv);
+    Application application(ownNameOnly, argv);
     QApplication::setApplicationName(QStringLiteral("vortel-workbench"));
     QApplication::setApplicationDisplayName(QStringLiteral("Vortel Workbench"));
     QApplication::setApplicationVersion(QStringLiteral("2.0"));
@@ -142,5 +174,5 @@ int main(int argc, char** argv) {
         printError(usage());
         return BadUse;
     }
-    return run(*line);
+    return runOrTell(*line);
 }

@@ -1,6 +1,7 @@
 #include "ObjectLoadSave.h"
 
 #include "IEditableProperties.h"
+#include "LongWork.h"
 #include "StrangeRecords.h"
 #include "XmlUtils.h"
 
@@ -79,6 +80,7 @@ ObjectLoadSave::ObjectLoadSave(QObject* parent) : QObject(parent) {}
 ObjectLoadSave::~ObjectLoadSave() = default;
 
 void ObjectLoadSave::save(QObject* object, QDomDocument document, QDomElement element) {
+    LongWork::step(LongWork::Stop::Impossible);
     if (!object) {
         return;
     }
@@ -119,6 +121,7 @@ void ObjectLoadSave::note(bool taken, const QObject* object, const QString& name
 }
 
 void ObjectLoadSave::load(QObject* object, QDomDocument, QDomElement element) {
+    LongWork::step();
     if (!object) {
         return;
     }

@@ -4,10 +4,14 @@
 #include "XmlUtils.h"
 
 #include <QHash>
+#include <QSet>
 #include <QTextCodec>
+#include <QXmlStreamReader>
 #include <QXmlStreamWriter>
 
 #include <algorithm>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -106,9 +110,9 @@ QString withKeptBlanks(const QString& text) {
     return taken == 0 ? text : result + text.midRef(taken);
 }
 
-bool isReadable(const QDomElement& root, QString* reason) {
+bool isKnownFormat(const QString& number, QString* reason) {
     bool isNumber = false;
-    const int format = root.attribute(FormatAttribute).toInt(&isNumber);
+    const int format = number.toInt(&isNumber);
     if (!isNumber || format < 1) {
         *reason =
             QStringLiteral("is not a project file: it does not tell the number of its format");
@@ -149,34 +153,40 @@ void numberFromZero(const QDomElement& circuit) {
     }
 }
 
+using Attributes = std::vector<std::pair<QString, QString>>;
+
 /// Sorted: the document itself keeps attributes in the order of a hash.
-QMap<QString, QString> attributesOf(const QDomElement& element) {
-    QMap<QString, QString> sorted;
+Attributes attributesOf(const QDomNode& element) {
+    Attributes sorted;
     const QDomNamedNodeMap attributes = element.attributes();
-    for (int i = 0; i < attributes.count(); ++i) {
-        const QDomAttr attribute = attributes.item(i).toAttr();
-        sorted.insert(attribute.name(), attribute.value());
+    const int count = attributes.count();
+    sorted.reserve(static_cast<size_t>(count));
+    for (int i = 0; i < count; ++i) {
+        const QDomNode attribute = attributes.item(i);
+        sorted.emplace_back(attribute.nodeName(), attribute.nodeValue());
     }
+    std::sort(sorted.begin(), sorted.end());
     return sorted;
 }
 
 void keepAttributes(const QDomElement& from, QDomElement to, const QStringList& known) {
-    const QMap<QString, QString> attributes = attributesOf(from);
-    for (auto it = attributes.begin(); it != attributes.end(); ++it) {
-        if (!to.hasAttribute(it.key()) && !known.contains(it.key())) {
-            to.setAttribute(it.key(), it.value());
+    for (const auto& attribute : attributesOf(from)) {
+        if (!to.hasAttribute(attribute.first) && !known.contains(attribute.first)) {
+            to.setAttribute(attribute.first, attribute.second);
         }
     }
 }
 
+QString textOf(const QDomNode& node) {
+    return XmlUtils::withoutForbidden(node.nodeValue());
+}
+
 void writeNode(QXmlStreamWriter& out, const QDomNode& node) {
-    const QString text = XmlUtils::withoutForbidden(node.nodeValue());
     switch (node.nodeType()) {
         case QDomNode::ElementNode: {
             out.writeStartElement(node.nodeName());
-            const QMap<QString, QString> attributes = attributesOf(node.toElement());
-            for (auto it = attributes.begin(); it != attributes.end(); ++it) {
-                out.writeAttribute(it.key(), XmlUtils::withoutForbidden(it.value()));
+            for (const auto& attribute : attributesOf(node)) {
+                out.writeAttribute(attribute.first, XmlUtils::withoutForbidden(attribute.second));
             }
             for (QDomNode child = node.firstChild(); !child.isNull(); child = child.nextSibling()) {
                 writeNode(out, child);
@@ -185,17 +195,17 @@ void writeNode(QXmlStreamWriter& out, const QDomNode& node) {
             break;
         }
         case QDomNode::TextNode:
-            out.writeCharacters(text);
+            out.writeCharacters(textOf(node));
             break;
         case QDomNode::CDATASectionNode:
             // Splits what holds the section's own end.
-            out.writeCDATA(text);
+            out.writeCDATA(textOf(node));
             break;
         case QDomNode::CommentNode:
-            out.writeComment(text);
+            out.writeComment(textOf(node));
             break;
         case QDomNode::ProcessingInstructionNode:
-            out.writeProcessingInstruction(node.nodeName(), text);
+            out.writeProcessingInstruction(node.nodeName(), textOf(node));
             break;
         default:
             break;
@@ -219,12 +229,28 @@ std::optional<ProjectFile> ProjectFile::fromBytes(const QByteArray& bytes, QStri
     const std::optional<QString> text = decoded(bytes, reason);
     const std::optional<QDomDocument> document =
         text ? parseXmlFile(withKeptBlanks(*text), ProjectKind, reason) : std::nullopt;
-    if (!document || !isReadable(document->documentElement(), reason)) {
+    if (!document ||
+        !isKnownFormat(document->documentElement().attribute(FormatAttribute), reason)) {
         return {};
     }
     ProjectFile file;
     file.m_document = *document;
     return file;
+}
+
+bool ProjectFile::isReadable(const QByteArray& bytes, QString* reason) {
+    const std::optional<QString> text = decoded(bytes, reason);
+    if (!text) {
+        return false;
+    }
+    QString format;
+    const auto visit = [&format](const QXmlStreamReader& reader, int depth) {
+        if (depth == 0) {
+            format = reader.attributes().value(FormatAttribute).toString();
+        }
+    };
+    return skimXmlFile(*text, ProjectKind, visit) ? isKnownFormat(format, reason)
+                                                  : fromBytes(bytes, reason).has_value();
 }
 
 QDomElement ProjectFile::part(const QString& id) const {
@@ -265,14 +291,25 @@ void ProjectFile::keepStrangers(const ProjectFile& earlier) {
             }
         }
     }
+    QSet<QString> known;
+    for (QDomElement e = root().firstChildElement(PartTag); !e.isNull();
+         e = e.nextSiblingElement(PartTag)) {
+        known.insert(e.attribute(PartId));
+    }
+    QSet<QString> seen;
     for (QDomNode node = earlier.root().firstChild(); !node.isNull(); node = node.nextSibling()) {
-        const QDomElement element = node.toElement();
-        const QString id = element.attribute(PartId);
+        const QString id = node.toElement().attribute(PartId);
+        const bool isPart = node.isElement() && node.nodeName() == PartTag;
         // A second part of one ID was never read, so it isn't known either.
-        const bool isKnown =
-            element.tagName() == PartTag && !part(id).isNull() && earlier.part(id) == element;
-        if (!isKnown && !isBlank(node)) {
+        const bool isFirst = isPart && !seen.contains(id);
+        if (isFirst) {
+            seen.insert(id);
+        }
+        if ((!isFirst || !known.contains(id)) && !isBlank(node)) {
             root().appendChild(m_document.importNode(node, true));
+            if (isPart) {
+                known.insert(id);
+            }
         }
     }
 }

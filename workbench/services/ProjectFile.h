@@ -22,6 +22,8 @@ public:
     /// that begins with the file's name: "is empty".
     static std::optional<ProjectFile> read(const QString& fileName, QString* reason);
     static std::optional<ProjectFile> fromBytes(const QByteArray& bytes, QString* reason);
+    /// Whether `fromBytes` would take them, which costs more.
+    static bool isReadable(const QByteArray& bytes, QString* reason);
 
     QDomDocument document() const { return m_document; }
     QDomElement root() const { return m_document.documentElement(); }

@@ -2,6 +2,7 @@
 
 #include "Autosave.h"
 #include "IProjectSavedState.h"
+#include "LongWork.h"
 #include "PendingFile.h"
 #include "Settings.h"
 
@@ -12,6 +13,7 @@
 #include <QEvent>
 
 #include <algorithm>
+#include <new>
 
 namespace {
 
@@ -91,7 +93,7 @@ void ProjectManager::followSavedState() {
 }
 
 bool ProjectManager::checkModified() {
-    if (!m_modified && m_isOpen && digestOf(content().toBytes()) != m_settled) {
+    if (!m_modified && m_isOpen && contentDigest() != m_settled) {
         setModified(true);
     }
     return m_modified;
@@ -104,9 +106,13 @@ void ProjectManager::setModified(bool modified) {
     }
 }
 
-void ProjectManager::settle(const QByteArray& content) {
+QByteArray ProjectManager::contentDigest() {
+    return m_comparesContent ? digestOf(content().toBytes()) : QByteArray();
+}
+
+void ProjectManager::settle(const QByteArray& digest) {
     discardAutosave();
-    m_settled = digestOf(content);
+    m_settled = digest;
     for (const Part& part : qAsConst(m_parts)) {
         if (auto* state = qobject_cast<IProjectSavedState*>(part.object)) {
             state->markSaved();
@@ -115,18 +121,21 @@ void ProjectManager::settle(const QByteArray& content) {
     setModified(false);
 }
 
-void ProjectManager::newProject(const QString& fileName, const std::function<void()>& fill) {
+bool ProjectManager::newProject(const QString& fileName, const std::function<bool()>& fill) {
+    const bool wasOpen = m_isOpen;
+    const ProjectFile before = fill ? content() : ProjectFile();
     closeParts();
     m_isLoading = true;
-    m_origin = ProjectFile();
-    m_losses.clear();
     for (const Part& part : qAsConst(m_parts)) {
         if (part.object) {
             part.part->newProjectPart();
         }
     }
-    if (fill) {
-        fill();
+    const bool isFilled = !fill || fill();
+    if (LongWork::takeStop() || !isFilled) {
+        m_isOpen = true;
+        bringBack(before, wasOpen);
+        return false;
     }
     for (const Part& part : qAsConst(m_parts)) {
         if (part.object) {
@@ -135,8 +144,26 @@ void ProjectManager::newProject(const QString& fileName, const std::function<voi
     }
     m_isOpen = true;
     endLoading();
-    settle(content().toBytes());
+    m_origin = ProjectFile();
+    m_losses.clear();
+    settle(contentDigest());
     setProjectFileName(fileName);
+    return true;
+}
+
+void ProjectManager::bringBack(const ProjectFile& before, bool wasOpen) {
+    LongWork::forbidStop();
+    closeParts();
+    if (wasOpen) {
+        QString ignored;
+        loadParts(before, &ignored);
+    }
+    endLoading();
+    for (const Part& part : qAsConst(m_parts)) {
+        if (auto* state = qobject_cast<IProjectSavedState*>(part.object)) {
+            m_modified ? state->forgetSaved() : state->markSaved();
+        }
+    }
 }
 
 bool ProjectManager::load(const ProjectFile& file, const QString& fileName, QString* reason,
@@ -145,13 +172,14 @@ bool ProjectManager::load(const ProjectFile& file, const QString& fileName, QStr
     const bool wasOpen = m_isOpen;
     closeParts();
     m_isLoading = true;
-    if (!loadParts(file, reason)) {
-        closeParts();
-        if (wasOpen) {
-            QString ignored;
-            loadParts(before, &ignored);
-        }
-        endLoading();
+    bool isLoaded = false;
+    try {
+        isLoaded = loadParts(file, reason);
+    } catch (const std::bad_alloc&) {
+        *reason = QStringLiteral("does not fit into the memory");
+    }
+    if (LongWork::takeStop() || !isLoaded) {
+        bringBack(before, wasOpen);
         return false;
     }
     if (finish) {
@@ -162,7 +190,7 @@ bool ProjectManager::load(const ProjectFile& file, const QString& fileName, QStr
     m_origin.root().removeAttribute(QLatin1String(Autosave::ProjectAttribute));
     m_origin.root().removeAttribute(QLatin1String(Autosave::LossesAttribute));
     m_losses.clear();
-    settle(content().toBytes());
+    settle(contentDigest());
     setProjectFileName(fileName);
     return true;
 }
@@ -231,24 +259,22 @@ bool ProjectManager::save(const QString& fileName, QString* reason) {
     const QByteArray bytes = content().toBytes();
     QString mistake;
     // Whatever a part wrote: a file that can't be opened again must not replace one that can.
-    if (!ProjectFile::fromBytes(bytes, &mistake)) {
+    if (!ProjectFile::isReadable(bytes, &mistake)) {
         *reason = QStringLiteral("what would be written %1").arg(mistake);
         return false;
     }
     if (!PendingFile::write(fileName, bytes, reason)) {
         return false;
     }
-    markSaved(fileName, bytes);
+    m_losses.clear();
+    settle(m_comparesContent ? digestOf(bytes) : QByteArray());
+    setProjectFileName(fileName);
     return true;
 }
 
 void ProjectManager::markSaved(const QString& fileName) {
-    markSaved(fileName, content().toBytes());
-}
-
-void ProjectManager::markSaved(const QString& fileName, const QByteArray& content) {
     m_losses.clear();
-    settle(content);
+    settle(contentDigest());
     setProjectFileName(fileName);
 }
 
@@ -276,7 +302,7 @@ void ProjectManager::autosave() {
     }
     const ProjectFile file = content();
     const QByteArray digest = digestOf(file.toBytes());
-    if (digest != m_settled) {
+    if (m_comparesContent && digest != m_settled) {
         setModified(true);
     }
     if (!m_modified || digest == m_autosaved) {

@@ -36,6 +36,10 @@ public:
     /// In milliseconds: how often the project is autosaved if it has changed since; 0 for never.
     void setAutosaveInterval(int interval);
 
+    /// Whether changes are looked for that no part reports; on by default. It costs a save with
+    /// each project that is opened or saved, which a program that never asks can spare itself.
+    void setComparesContent(bool on) { m_comparesContent = on; }
+
     /// By what the parts have reported, and what the last autosave or `checkModified` has found.
     bool isModified() const { return m_modified; }
     /// Finds changes that no part has reported, too: takes about as long as a save.
@@ -44,10 +48,12 @@ public:
     void setProjectFileName(const QString& fileName);
 
     /// Closes what is open and starts a project of its own. `fill` gives it a content that comes
-    /// from elsewhere, and doesn't count as a change.
-    void newProject(const QString& fileName = {}, const std::function<void()>& fill = {});
-    /// Closes what is open and loads the project. False, with the reason, if a part refuses it;
-    /// what was open is then open again, but for its undo history. `finish` sets right what parts
+    /// from elsewhere, and doesn't count as a change. False if that fails or the user has stopped
+    /// it: what was open is then open again, but for its undo history.
+    bool newProject(const QString& fileName = {}, const std::function<bool()>& fill = {});
+    /// Closes what is open and loads the project. False, with the reason, if a part refuses it,
+    /// and without one if the user has stopped it; what was open is then open again, but for its
+    /// undo history. `finish` sets right what parts
     /// leave undone, and doesn't count as a change.
     bool load(const ProjectFile& file, const QString& fileName, QString* reason,
               const std::function<void()>& finish = {});
@@ -102,13 +108,17 @@ private:
     };
 
     void setModified(bool modified);
-    void markSaved(const QString& fileName, const QByteArray& content);
-    /// From now on `content` is what isn't modified, and there is nothing to recover.
-    void settle(const QByteArray& content);
+    /// From now on the project as it is isn't modified, and there is nothing to recover. `digest`
+    /// is that of its content.
+    void settle(const QByteArray& digest);
+    /// Of the project as it is; empty if contents aren't compared.
+    QByteArray contentDigest();
     void discardAutosave();
     void closeParts();
     /// A part that the file lacks starts empty. False, with the reason, if a part refuses.
     bool loadParts(const ProjectFile& file, QString* reason);
+    /// After a load that has failed. `before` is what was open.
+    void bringBack(const ProjectFile& before, bool wasOpen);
     /// What is still on its way in the event loop belongs to the loading.
     void endLoading();
 
@@ -118,6 +128,7 @@ private:
     bool m_isOpen = false;
     bool m_isLoading = false;
     bool m_modified = false;
+    bool m_comparesContent = true;
     // The file that the project came from; no parts if there is none.
     ProjectFile m_origin;
     QString m_losses;

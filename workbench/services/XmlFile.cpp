@@ -2,6 +2,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QXmlStreamReader>
 
 namespace {
 
@@ -126,4 +127,31 @@ std::optional<QDomDocument> parseXmlFile(const QString& text, const XmlKind& kin
         return {};
     }
     return document;
+}
+
+bool skimXmlFile(const QString& text, const XmlKind& kind,
+                 const std::function<void(const QXmlStreamReader& reader, int depth)>& visit) {
+    if (!dangerIn(text).isEmpty()) {
+        return false;
+    }
+    QXmlStreamReader reader(text);
+    // As the documents do it: a prefix is a part of the name.
+    reader.setNamespaceProcessing(false);
+    int depth = 0;
+    while (!reader.atEnd()) {
+        switch (reader.readNext()) {
+            case QXmlStreamReader::StartElement:
+                if (depth == 0 && reader.qualifiedName() != QLatin1String(kind.rootTag)) {
+                    return false;
+                }
+                visit(reader, depth++);
+                break;
+            case QXmlStreamReader::EndElement:
+                --depth;
+                break;
+            default:
+                break;
+        }
+    }
+    return !reader.hasError();
 }

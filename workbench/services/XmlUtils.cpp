@@ -1,10 +1,17 @@
 #include "XmlUtils.h"
 
+#include <algorithm>
+
 XmlUtils::XmlUtils(QObject* parent) : QObject(parent) {}
 
 XmlUtils::~XmlUtils() = default;
 
 QString XmlUtils::withoutForbidden(const QString& text) {
+    // Nearly all texts are plain, and then need no copy.
+    if (std::all_of(text.begin(), text.end(),
+                    [](QChar c) { return c.unicode() >= 0x20 && c.unicode() < 0xD800; })) {
+        return text;
+    }
     QString result;
     result.reserve(text.size());
     for (int i = 0; i < text.size(); ++i) {

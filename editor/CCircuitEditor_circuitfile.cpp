@@ -1,0 +1,93 @@
+// The circuit file: elements and nodes only. It is written and read record by record, for a
+// document of the whole file takes more than ten times its size.
+
+#include "CCircuitEditorData.h"
+#include "CircuitFileText.h"
+
+#include <QFile>
+#include <QTextStream>
+
+namespace {
+
+const QString CircuitRoot = QStringLiteral("VortelCircuit");
+
+/// A document that holds one record at a time.
+class RecordSheet {
+public:
+    RecordSheet() : document(CircuitRoot), root(document.createElement(CircuitRoot)) {
+        document.appendChild(root);
+    }
+
+    /// Writes out the record that the root holds, as it stands in a whole document, and drops it.
+    void moveTo(QByteArray* bytes) {
+        QString text;
+        QTextStream out(&text);
+        // What the stream can't encode would be written as a number.
+        out.setCodec("UTF-8");
+        QDomElement record = root.firstChildElement();
+        record.save(out, 2);
+        out.flush();
+        bytes->append(text.toLatin1());
+        root.removeChild(record);
+    }
+
+    QDomDocument document;
+    QDomElement root;
+};
+
+}  // namespace
+
+void CCircuitEditor::save(QString fileName) {
+    ICircuit* bound = circuit();
+    if (!bound) {
+        return;
+    }
+    RecordSheet sheet;
+    const QByteArray empty = sheet.document.toString(2).toLatin1();
+    QByteArray records;
+    for (int i = 0; i < bound->elementCount(); ++i) {
+        d->saveElement(sheet.document, sheet.root, bound->element(i));
+        sheet.moveTo(&records);
+    }
+    for (int i = 0; i < bound->nodeCount(); ++i) {
+        d->saveNode(sheet.document, sheet.root, bound->node(i));
+        sheet.moveTo(&records);
+    }
+    QFile file(fileName);
+    if (!file.open(QIODevice::WriteOnly)) {
+        return;
+    }
+    if (records.isEmpty()) {
+        file.write(empty);
+        return;
+    }
+    file.write("<!DOCTYPE VortelCircuit>\n<VortelCircuit>\n");
+    file.write(records);
+    file.write("</VortelCircuit>\n");
+}
+
+void CCircuitEditor::load(QString fileName) {
+    if (!d->xmlUtils || !circuit()) {
+        return;
+    }
+    QFile file(fileName);
+    QByteArray bytes = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    file.close();
+    // Up to the first NUL byte.
+    const QString text = QString::fromLatin1(bytes.constData());
+    bytes.clear();
+    const CircuitFileText records(text);
+    if (records.isPlain()) {
+        clearEditor();
+        d->loadRecords(records);
+        restartHistory();
+        return;
+    }
+    QDomDocument document;
+    if (!document.setContent(text) || document.documentElement().isNull()) {
+        return;
+    }
+    clearEditor();
+    d->loadRecords(document.documentElement());
+    restartHistory();
+}

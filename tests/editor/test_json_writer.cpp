@@ -1,0 +1,59 @@
+// What is written piece by piece reads like what a tree would have given.
+
+#include "JsonWriter.h"
+
+#include <gtest/gtest.h>
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <limits>
+
+TEST(JsonWriter, WritesAsADocumentDoes) {
+    const QJsonArray odd = {0.0,
+                            -0.0,
+                            -7,
+                            0.1,
+                            1e6,
+                            1e15,
+                            9007199254740992.0,
+                            1e17,
+                            1152921504606846976.0,
+                            9223372036854775808.0,
+                            1e19,
+                            1e20,
+                            -1e300,
+                            1e-9,
+                            std::numeric_limits<double>::infinity(),
+                            true,
+                            false,
+                            "plain",
+                            "",
+                            "a\"b\\c\n\t\x01/",
+                            QString::fromUtf8("\u03a9 \U0001F600"),
+                            QString(QChar(0xD800))};
+    const QJsonObject inner = {{"list", odd}, {"none", QJsonArray()}, {"void", QJsonObject()}};
+    const QJsonObject whole = {{"inner", inner}, {"odd", odd}, {"\u00e9", 1}};
+    JsonWriter json;
+    json.beginObject();
+    json.key("inner");
+    json.tree(inner);
+    json.key("odd");
+    json.beginArray();
+    for (const QJsonValue& value : odd) {
+        if (value.isBool()) {
+            json.value(value.toBool());
+        } else if (value.isString()) {
+            json.value(value.toString());
+        } else {
+            json.value(value.isDouble() ? value.toDouble()
+                                        : std::numeric_limits<double>::quiet_NaN());
+        }
+    }
+    json.endArray();
+    json.key(QString::fromUtf8("\u00e9"));
+    json.value(1);
+    json.endObject();
+    EXPECT_EQ(json.take(), QJsonDocument(whole).toJson());
+}

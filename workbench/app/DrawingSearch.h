@@ -4,6 +4,7 @@
 
 #include <QObject>
 
+class QGraphicsItem;
 class Workbench;
 
 /// Finds elements, nets and texts of the drawing by what they are called, and shows them. Knows the

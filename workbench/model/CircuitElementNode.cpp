@@ -5,7 +5,7 @@
 
 CircuitElementNode::CircuitElementNode(const TerminalData& data, CircuitElement* element)
     : QObject(element), m_data(data), m_element(element) {
-    setObjectName(data.name);
+    // Without a name as an object: that would take as much memory again, and there are many.
 }
 
 CircuitElementNode::~CircuitElementNode() = default;

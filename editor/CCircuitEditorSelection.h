@@ -12,6 +12,7 @@ class ICircuitElement;
 class IClipboard;
 class IQObjectLoadSave;
 class IXmlUtils;
+class QDomDocument;
 class QGraphicsItem;
 class QIcon;
 class QString;

@@ -100,7 +100,8 @@ public:
     void setCompleteHistory(bool on);
     /// Null while it is off.
     CompleteHistory* completeHistory() const;
-    /// What is saved of the item may have changed; for the complete history.
+    /// What is saved of the item may have changed; for the complete history. Items tell by
+    /// themselves, but not a wire whose item is given another position.
     void touchHistory(QGraphicsItem* item);
     /// Whether wired elements can be moved, and turned, with their wires behind them.
     bool movesConnectedElements() const;

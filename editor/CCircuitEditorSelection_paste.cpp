@@ -317,6 +317,7 @@ QRectF CCircuitEditorSelectionData::movePasted(const QPointF& offset) {
     circuitEditor->setInternalMove(true);
     for (QGraphicsItem* item : QList<QGraphicsItem*>(pastedItemList)) {
         item->setPos(item->pos() + offset);
+        circuitEditor->touchHistory(item);  // a wire doesn't tell
     }
     CCircuitEditorNodeItem::updateWiresOf(pastedItemList);
     circuitEditor->setInternalMove(false);

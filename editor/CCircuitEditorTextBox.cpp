@@ -76,6 +76,11 @@ void CCircuitEditorTextBox::setDefaultFont(const QFont& font) {
     touchHistory();
 }
 
+void CCircuitEditorTextBox::putBackFont(const QFont& font) {
+    d->font = font;
+    touchHistory();
+}
+
 QFont CCircuitEditorTextBox::defaultFont() const {
     return d->font;
 }

@@ -30,6 +30,8 @@ public:
     /// `pointSize()` of the answer is -1.
     void setDefaultFont(const QFont& font);
     QFont defaultFont() const;
+    /// As `defaultFont` gave it.
+    void putBackFont(const QFont& font);
     /// The encoded text: "{|?|}" is a paragraph break, "{|c|}" the character c as a symbol. A box
     /// that is given no text deletes itself later.
     void setText(const QString& text);

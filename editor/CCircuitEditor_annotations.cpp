@@ -29,13 +29,14 @@ void enlist(CCircuitEditorData* d, QList<Box*>& list, Box* box) {
 
 template <class Box>
 void delist(CCircuitEditorData* d, QList<Box*>& list, Box* box) {
+    // Also if the list was emptied at once.
+    if (box && d->completeHistory) {
+        d->completeHistory->delist(box);
+    }
     if (!box || !list.removeOne(box)) {
         return;
     }
     d->forgetItem(box);
-    if (d->completeHistory) {
-        d->completeHistory->delist(box);
-    }
     if (box->scene()) {
         box->scene()->removeItem(box);
     }

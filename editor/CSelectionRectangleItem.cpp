@@ -125,6 +125,7 @@ void CSelectionRectangleItem::moveGroup(const QPointF& step) {
             continue;  // went with another one, or was taken away
         }
         item->setPos(item->pos() + snapped);
+        m_editor->touchHistory(item);  // a wire doesn't tell
     }
     CCircuitEditorNodeItem::updateWiresOf(m_itemList);
     m_editor->setInternalMove(false);

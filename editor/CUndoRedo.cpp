@@ -142,6 +142,10 @@ int CUndoRedoStack::count() const {
     return d->undoStack.size() + d->redoStack.size();
 }
 
+int CUndoRedoStack::undoCount() const {
+    return d->undoStack.size();
+}
+
 bool CUndoRedoStack::canUndo() const {
     return d->undoStack.size() >= 0;
 }

@@ -49,6 +49,8 @@ public:
     void remove(QUndoCommand* cmd);
 
     int count() const;
+    /// How many of them can be undone.
+    int undoCount() const;
     /// Always true: the truthful state travels in `canUndoChanged` and `canRedoChanged`.
     bool canUndo() const;
     bool canRedo() const;

@@ -371,8 +371,7 @@ void CompleteHistory::forgetSaved() {
     m_savedState = -1;
 }
 
-bool CompleteHistory::isAsSaved() {
-    settle();
+bool CompleteHistory::isAsSaved() const {
     return m_state == m_savedState && !isPending();
 }
 

@@ -62,7 +62,7 @@ public:
     // The state that was saved last.
     void markSaved();
     void forgetSaved();
-    bool isAsSaved();
+    bool isAsSaved() const;
 
     /// Puts back one side of a step.
     void apply(const HistoryRecords::Entry& entry, bool isAfter, int stateNumber);

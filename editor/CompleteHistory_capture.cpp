@@ -49,8 +49,9 @@ std::optional<NetState> CompleteHistory::capture(ICircuitNode* node) const {
     state.name = node->name();
     const CCircuitEditorNodeItem* item = d->circuitEditor->nodeItem(node);
     state.isManual = item && item->isManuallyConnected();
+    state.position = item ? item->pos() : QPointF();
     if (state.isManual) {
-        state.path = item->mapToScene(item->internalShape());
+        state.path = item->internalShape();
     }
     state.properties = properties(node->containerObject());
     return state;

@@ -151,6 +151,8 @@ void CompleteHistory::restoreElements(const Entry& entry, bool isAfter) {
         if (order) {
             order->moveElement(circuit->elementCount() - 1, change->row(isAfter));
         }
+        // At once: the next one may be given the name that this one has got for now.
+        restoreElement(change->id, *change->state(isAfter));
         isAnyOther = true;
     }
     // Twice, for a name that one gives up for another.
@@ -254,8 +256,9 @@ void CompleteHistory::drawNets(const Entry& entry, bool isAfter) {
         if (!wire || !change.state(isAfter)) {
             continue;
         }
+        wire->setPos(change.state(isAfter)->position);
         if (change.state(isAfter)->isManual) {
-            wire->addShape(wire->mapFromScene(change.state(isAfter)->path), true);
+            wire->addShape(change.state(isAfter)->path, true);
         } else {
             wire->setManuallyConnected(false);
         }
@@ -376,7 +379,7 @@ void CompleteHistory::restoreBox(QGraphicsItem* item, const BoxState& state) {
     if (auto* parameter = dynamic_cast<CCircuitEditorGlobaParamTextBox*>(box)) {
         parameter->setGlobalParameterName(state.parameter);
     }
-    box->setDefaultFont(state.font);
+    box->putBackFont(state.font);
     if (!state.text.isEmpty()) {
         box->CCircuitEditorTextBox::setText(state.text);
     }

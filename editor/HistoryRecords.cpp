@@ -44,7 +44,7 @@ bool operator==(const TerminalState& a, const TerminalState& b) {
 
 bool operator==(const NetState& a, const NetState& b) {
     return a.terminals == b.terminals && a.name == b.name && a.isManual == b.isManual &&
-           isSame(a.path, b.path) && a.properties == b.properties;
+           isSame(a.position, b.position) && isSame(a.path, b.path) && a.properties == b.properties;
 }
 
 bool operator==(const BoxState& a, const BoxState& b) {

@@ -39,11 +39,13 @@ struct TerminalState {
 };
 bool operator==(const TerminalState& a, const TerminalState& b);
 
-/// The path, in scene units, is empty unless the wire was laid by hand: others are routed.
+/// The path, in the item's coordinates, is empty unless the wire was laid by hand: others are
+/// routed. The position is the item's, in scene units.
 struct NetState {
     QVector<TerminalState> terminals;
     QString name;
     bool isManual = false;
+    QPointF position;
     QPainterPath path;
     QByteArray properties;
 };

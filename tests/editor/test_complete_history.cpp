@@ -4,6 +4,7 @@
 #include "CompleteHistory.h"
 #include "DialogDriver.h"
 #include "DrawingTest.h"
+#include "HistoryUser.h"
 
 #include <QDomDocument>
 
@@ -45,4 +46,56 @@ TEST_F(WholeHistory, BringsBackWhatAnErasedGroupWas) {
         editor->redo();
     }
     EXPECT_EQ(before, snapshot());
+}
+
+namespace {
+
+int number(const char* variable, int usual) {
+    bool isSet = false;
+    const int value = qEnvironmentVariableIntValue(variable, &isSet);
+    return isSet ? value : usual;
+}
+
+QString text(const QVector<UserStep>& steps) {
+    QString result;
+    for (const UserStep& step : steps) {
+        result += QStringLiteral("{%1, %2u}, ").arg(step.kind).arg(step.seed);
+    }
+    return result;
+}
+
+}  // namespace
+
+// VORTEL_SEQUENCES, VORTEL_STEPS and VORTEL_SEED make it a longer or another run.
+TEST_F(HistoryUser, TakesBackAndRedoesWhateverWasDone) {
+    const int sequences = number("VORTEL_SEQUENCES", 8);
+    const int length = number("VORTEL_STEPS", 50);
+    const int seed = number("VORTEL_SEED", 1);
+    for (int sequence = 0; sequence < sequences; ++sequence) {
+        QRandomGenerator random(seed + sequence);
+        QVector<UserStep> steps;
+        for (int i = 0; i < length; ++i) {
+            steps.append({random.bounded(StepKinds), random.generate()});
+        }
+        QString mistake = mistakeIn(steps);
+        if (mistake.isEmpty()) {
+            continue;
+        }
+        // As few steps as show the same.
+        for (int chunk = steps.size() / 2; chunk > 0; chunk /= 2) {
+            for (int at = 0; at + chunk <= steps.size();) {
+                QVector<UserStep> fewer = steps;
+                fewer.remove(at, chunk);
+                const QString same = mistakeIn(fewer);
+                if (same.isEmpty()) {
+                    at += chunk;
+                } else {
+                    steps = fewer;
+                    mistake = same;
+                }
+            }
+        }
+        FAIL() << "seed " << seed + sequence << ", " << qPrintable(mistake) << "\n{"
+               << qPrintable(text(steps)) << "}";
+    }
 }

@@ -55,7 +55,7 @@ void ProjectManager::addPart(IProjectPart* part) {
     m_parts.insert(isCircuit ? 0 : m_parts.size(), {object, part});
     connect(object, SIGNAL(projectPartModified()), this, SLOT(markModified()));
     if (qobject_cast<IProjectSavedState*>(object)) {
-        connect(object, SIGNAL(savedStateChanged(bool)), this, SLOT(followSavedState()));
+        connect(object, SIGNAL(savedStateChanged(bool)), this, SLOT(followSavedState(bool)));
     }
 }
 
@@ -75,18 +75,24 @@ void ProjectManager::setProjectFileName(const QString& fileName) {
 }
 
 void ProjectManager::markModified() {
-    if (!m_isLoading) {
+    if (m_isLoading) {
+        return;
+    }
+    auto* part = qobject_cast<IProjectSavedState*>(sender());
+    // A report may come late, from the event loop, when what it tells of has been undone.
+    if (!part || !part->isAsSaved()) {
+        m_modifiedForGood = m_modifiedForGood || !part;
         setModified(true);
     }
 }
 
-void ProjectManager::followSavedState() {
-    // One that can't tell has to be believed that it has changed.
-    const auto isAsSaved = [](const Part& part) {
-        auto* state = qobject_cast<IProjectSavedState*>(part.object);
-        return !part.object || (state && state->isAsSaved());
-    };
-    if (!m_isLoading && m_modified && std::all_of(m_parts.begin(), m_parts.end(), isAsSaved)) {
+void ProjectManager::followSavedState(bool isAsSaved) {
+    if (m_isLoading) {
+        return;
+    }
+    if (!isAsSaved) {
+        setModified(true);
+    } else if (m_modified && !m_modifiedForGood) {
         discardAutosave();
         setModified(false);
     }
@@ -94,6 +100,7 @@ void ProjectManager::followSavedState() {
 
 bool ProjectManager::checkModified() {
     if (!m_modified && m_isOpen && contentDigest() != m_settled) {
+        m_modifiedForGood = true;
         setModified(true);
     }
     return m_modified;
@@ -113,6 +120,7 @@ QByteArray ProjectManager::contentDigest() {
 void ProjectManager::settle(const QByteArray& digest) {
     discardAutosave();
     m_settled = digest;
+    m_modifiedForGood = false;
     for (const Part& part : qAsConst(m_parts)) {
         if (auto* state = qobject_cast<IProjectSavedState*>(part.object)) {
             state->markSaved();

@@ -99,7 +99,7 @@ signals:
 private slots:
     void markModified();
     /// A part has come to its saved state, or left it.
-    void followSavedState();
+    void followSavedState(bool isAsSaved);
 
 private:
     struct Part {
@@ -129,6 +129,8 @@ private:
     bool m_isLoading = false;
     bool m_modified = false;
     bool m_comparesContent = true;
+    // By what no part can take back.
+    bool m_modifiedForGood = false;
     // The file that the project came from; no parts if there is none.
     ProjectFile m_origin;
     QString m_losses;

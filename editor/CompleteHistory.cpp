@@ -220,6 +220,11 @@ void CompleteHistory::dismiss(QGraphicsItem* box) {
 }
 
 void CompleteHistory::changed() {
+    if (!m_applying && !m_toldChange && m_state == m_savedState) {
+        // At once, and not only when the step has ended; it may be taken back then.
+        m_toldChange = true;
+        emit savedStateChanged(false);
+    }
     if (m_depth == 0 && !m_applying && !m_settleTimer.isActive()) {
         m_settleTimer.start();
     }
@@ -364,6 +369,7 @@ void CompleteHistory::markSaved() {
         absorb();
     }
     settle();
+    m_toldChange = false;
     m_savedState = m_state;
 }
 
@@ -376,6 +382,7 @@ bool CompleteHistory::isAsSaved() const {
 }
 
 void CompleteHistory::tellState() {
+    m_toldChange = false;
     emit savedStateChanged(m_state == m_savedState);
 }
 

@@ -76,7 +76,7 @@ public slots:
     void touchOutputs();
 
 signals:
-    /// A step has ended, or was undone or redone.
+    /// A step has ended, or was undone or redone; or the saved state is being left.
     void savedStateChanged(bool isAsSaved);
 
 private slots:
@@ -156,4 +156,6 @@ private:
     int m_lastState = 0;
     int m_state = 0;
     int m_savedState = -1;
+    // That the saved state is being left.
+    bool m_toldChange = false;
 };

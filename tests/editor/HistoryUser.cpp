@@ -18,6 +18,7 @@
 #include <QDomDocument>
 #include <QHash>
 #include <QMap>
+#include <QMetaProperty>
 #include <QTreeWidget>
 
 namespace {
@@ -64,9 +65,14 @@ QString firstDifference(const QByteArray& text, const QByteArray& other) {
 
 HistoryUser::HistoryUser() {
     announceLog(QStringLiteral("on_fontSize_valueChanged"));
-    editor->setRouteEmptyShapes(true);
-    editor->setExtendedGestures(true);
-    editor->setCompleteHistory(true);
+    // Every ability, together.
+    const QMetaObject& meta = CCircuitEditor::staticMetaObject;
+    for (int i = meta.propertyOffset(); i < meta.propertyCount(); ++i) {
+        const QMetaProperty property = meta.property(i);
+        if (property.type() == QVariant::Bool && qstrcmp(property.name(), "ReadOnly") != 0) {
+            property.write(editor, true);
+        }
+    }
 }
 
 HistoryUser::~HistoryUser() {

@@ -2,12 +2,23 @@
 
 #include "DrawingTest.h"
 
+#include <QApplication>
 #include <QRandomGenerator>
 
 /// One thing that a user does: what it means in detail depends on the drawing and on the seed.
 struct UserStep {
     int kind;
     quint32 seed;
+};
+
+/// Says yes or no to whatever is asked, as was last set.
+class Answers : public QObject {
+public:
+    Answers() { qApp->installEventFilter(this); }
+    bool yes = true;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
 };
 
 /// A user who does anything, in an editor with a complete history.
@@ -44,4 +55,5 @@ private:
     void cutNet();
 
     QRandomGenerator m_random;
+    Answers m_answers;
 };

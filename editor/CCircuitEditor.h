@@ -433,6 +433,8 @@ private:
     /// Pastes that entry of the clipboard at once.
     void pasteAt(const QPointF& pos, int index);
     void captionNewElement(ICircuitElement* element);
+    /// Of a circuit file, which holds no boxes.
+    void captionElements();
     void leaveManualConnectionMode();
     void selectNextItem();
     /// The menu over two selected items that are joined; false if the selection isn't such a pair.

@@ -50,6 +50,14 @@ void CCircuitEditor::setPlacePastedItems(bool on) {
     d->placePastedItems = on;
 }
 
+void CCircuitEditor::captionElements() {
+    // In a larger drawing they can't be read, and only take time.
+    constexpr int MostCaptioned = 5000;
+    if (d->captionNewElements && d->elementItemMap.size() <= MostCaptioned) {
+        ElementCaptions::addToAll(this);
+    }
+}
+
 void CCircuitEditor::captionNewElement(ICircuitElement* element) {
     if (CCircuitEditorElementItem* item = elementItem(element)) {
         ElementCaptions::add(item);

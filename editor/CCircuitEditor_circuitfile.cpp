@@ -80,6 +80,7 @@ void CCircuitEditor::load(QString fileName) {
     if (records.isPlain()) {
         clearEditor();
         d->loadRecords(records);
+        captionElements();
         restartHistory();
         return;
     }
@@ -89,5 +90,6 @@ void CCircuitEditor::load(QString fileName) {
     }
     clearEditor();
     d->loadRecords(document.documentElement());
+    captionElements();
     restartHistory();
 }

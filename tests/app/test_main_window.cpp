@@ -523,6 +523,17 @@ TEST_F(MainWindowTest, CancelledOpeningLeavesWhatWasOpen) {
     EXPECT_TRUE(workbench.editorWidget()->updatesEnabled());
 }
 
+TEST_F(MainWindowTest, CaptionsCircuitFilesAndLosesNothingBySavingThem) {
+    QTemporaryDir folder;
+    const QString file = folder.filePath(QStringLiteral("divider.ckt"));
+    ASSERT_TRUE(QFile::copy(Divider, file));
+    open(file);
+    EXPECT_GT(drawing().count("\"kind\": \"property\""), circuit()->elementCount());
+    QApplication::processEvents();
+    EXPECT_FALSE(window->isWindowModified());
+    EXPECT_EQ(workbench.lossesOnSaving(file), QString());
+}
+
 TEST_F(MainWindowTest, KeepsWhatCrashesHaveLeftUntilAsked) {
     const QString file = folder.filePath("x.ckt");
     const QString beside = folder.filePath(".x.ckt.autosave");

@@ -2,10 +2,13 @@
 
 #include "ICircuit.h"
 #include "ICircuitElement.h"
+#include "ICircuitElementDesc.h"
 #include "ICircuitElementNode.h"
 #include "ICircuitNode.h"
 #include "ProjectFile.h"
 #include "XmlFile.h"
+
+#include <Plexa/DataStore.h>
 
 #include <QHash>
 #include <QSet>
@@ -55,6 +58,27 @@ int countOf(const QDomElement& parent, std::initializer_list<const char*> tags) 
              e = e.nextSiblingElement(QLatin1String(tag))) {
             ++count;
         }
+    }
+    return count;
+}
+
+/// The boxes that elements get by themselves when a circuit file is opened.
+int captionCount(const QDomElement& part, ICircuit* circuit) {
+    int count = 0;
+    const QString tag = QStringLiteral("EPTextBox");
+    for (QDomElement e = part.firstChildElement(tag); circuit && !e.isNull();
+         e = e.nextSiblingElement(tag)) {
+        const int index = e.attribute(QStringLiteral("ElementIndex")).toInt();
+        ICircuitElement* element =
+            index >= 0 && index < circuit->elementCount() ? circuit->element(index) : nullptr;
+        const QString property = e.attribute(QStringLiteral("Property"));
+        const QStringList shown = element ? element->desc()
+                                                ->info()
+                                                .value(QStringLiteral("#display"))
+                                                .toString()
+                                                .split(QLatin1Char(' '), Qt::SkipEmptyParts)
+                                          : QStringList();
+        count += element && (property == QLatin1String("Caption") || shown.contains(property));
     }
     return count;
 }
@@ -243,7 +267,7 @@ int dropUnknownElements(ProjectFile* file, const std::function<bool(const QStrin
     return boxes;
 }
 
-QString beyondCircuitFile(const ProjectFile& project) {
+QString beyondCircuitFile(const ProjectFile& project, ICircuit* captioned) {
     QStringList parts;
     const auto count = [&parts](int number, const char* noun, const char* plural) {
         if (number > 0) {
@@ -255,7 +279,9 @@ QString beyondCircuitFile(const ProjectFile& project) {
     if (!circuit.attribute(QStringLiteral("Title")).isEmpty()) {
         parts.append(QStringLiteral("the title"));
     }
-    count(countOf(circuit, {"TextBox", "EPTextBox", "GlobalParamTextBox"}), "text box", "es");
+    count(countOf(circuit, {"TextBox", "EPTextBox", "GlobalParamTextBox"}) -
+              captionCount(circuit, captioned),
+          "text box", "es");
     count(countOf(circuit, {"GlobalVar"}), "parameter", "s");
     int strangers = 0;
     for (QDomElement e = project.root().firstChildElement(); !e.isNull();

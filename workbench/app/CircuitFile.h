@@ -50,5 +50,7 @@ QString lossesOf(const CircuitRecords& records, ICircuit& circuit, const Further
 /// places accordingly. Returns how many text boxes went. Makes the document the file's own first.
 int dropUnknownElements(ProjectFile* file, const std::function<bool(const QString&)>& isKnown);
 
-/// What of the project a circuit file can't hold: "2 text boxes and 1 parameter", or nothing.
-QString beyondCircuitFile(const ProjectFile& project);
+/// What of the project a circuit file can't hold: "2 text boxes and 1 parameter", or nothing. Boxes
+/// that the elements of `captioned` get by themselves when the file is opened don't count; null if
+/// they get none.
+QString beyondCircuitFile(const ProjectFile& project, ICircuit* captioned);

@@ -32,6 +32,7 @@ using Plexa::ComponentManager;
 
 namespace {
 
+constexpr char CaptionProperty[] = "CaptionNewElements";
 constexpr char EditorName[] = "CCircuitEditorComponent.circuitEditor";
 constexpr char TooLarge[] = "does not fit into the memory";
 constexpr char SimulationName[] = "CSimulationComponent.simulation";
@@ -131,6 +132,10 @@ bool Workbench::start(const QString& plugin, QWidget* window, QString* error) {
         return false;
     }
     CanvasPalette::apply(canvas());
+    if (!window) {
+        // Commands tell what is in the file, and no more.
+        editorObject()->setProperty(CaptionProperty, false);
+    }
     projectManager()->collectParts();
     clear();
     return true;
@@ -360,7 +365,9 @@ QString Workbench::lossesOnSaving(const QString& fileName) const {
     if (documentFormatOf(fileName) == DocumentFormat::Project) {
         return {};
     }
-    const QString beyond = beyondCircuitFile(projectManager()->content());
+    const bool isCaptioned = editorObject()->property(CaptionProperty).toBool();
+    const QString beyond =
+        beyondCircuitFile(projectManager()->content(), isCaptioned ? circuit() : nullptr);
     return beyond.isEmpty()
                ? QString()
                : about(fileName, QStringLiteral("a circuit file cannot hold %1").arg(beyond));

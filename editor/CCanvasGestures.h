@@ -11,7 +11,7 @@ class QKeyEvent;
 class QMouseEvent;
 class QPointF;
 
-/// What pointer and keys do beyond the stated, while the editor's property `ExtendedGestures` is
+/// What more pointer and keys do while the editor's property `ExtendedGestures` is
 /// on: the middle button pans, a drag from a terminal lays a wire, wires by hand go on until
 /// Escape, Backspace deletes, and Escape leads back step by step: from the corner of a wire to its
 /// tool, and on to an empty selection. Asked before the editor handles an event itself; each answer

@@ -109,7 +109,10 @@ CCircuitEditorData::RoutingHold::~RoutingHold() {
     if (--m_data->m_routingHolds > 0) {
         return;
     }
-    for (CCircuitEditorNodeItem* wire : std::exchange(m_data->m_heldWires, {})) {
+    // One by one: what listens to a route may take other wires away, and they leave the set then.
+    while (!m_data->m_heldWires.isEmpty()) {
+        CCircuitEditorNodeItem* wire = *m_data->m_heldWires.cbegin();
+        m_data->m_heldWires.erase(m_data->m_heldWires.begin());
         wire->updateNode();
     }
 }

@@ -102,7 +102,7 @@ void CCircuitEditorElementItem::settlePropertyTextBoxes() {
 }
 
 void CCircuitEditorElementItem::updatePropertyTextBoxTextFormats() {
-    if (!d->element || !d->formatsPending) {
+    if (!d->element) {
         return;
     }
     d->formatsPending = false;

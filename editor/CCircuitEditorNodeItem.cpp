@@ -171,14 +171,21 @@ bool CCircuitEditorNodeItem::joins(ICircuitNode* node, ICircuitElement* element,
 }
 
 void CCircuitEditorNodeItem::updateWiresOf(const QList<QGraphicsItem*>& items) {
-    QSet<CCircuitEditorNodeItem*> wires;
+    QVector<CCircuitEditorNodeItem*> wires;
+    QSet<CCircuitEditorNodeItem*> seen;
+    const auto add = [&](CCircuitEditorNodeItem* wire) {
+        if (!seen.contains(wire)) {
+            seen.insert(wire);
+            wires.append(wire);
+        }
+    };
     for (QGraphicsItem* item : items) {
         const auto* element = qgraphicsitem_cast<CCircuitEditorElementItem*>(item);
         for (int i = 0; element && i < element->circuitNodeItemCount(); ++i) {
-            wires.insert(element->circuitNodeItem(i));
+            add(element->circuitNodeItem(i));
         }
         if (auto* wire = qgraphicsitem_cast<CCircuitEditorNodeItem*>(item)) {
-            wires.insert(wire);
+            add(wire);
         }
     }
     for (CCircuitEditorNodeItem* wire : qAsConst(wires)) {

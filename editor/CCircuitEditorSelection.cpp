@@ -305,7 +305,7 @@ void CCircuitEditorSelectionData::saveTextBox(QDomDocument document, QDomElement
     setStoredColors(record, box);
     const QString text = xmlText(box.text());
     // Nothing but blanks isn't read back from between tags.
-    if (text.trimmed().isEmpty()) {
+    if (!text.isEmpty() && text.trimmed().isEmpty()) {
         appendCData(document, record, text);
     } else {
         record.appendChild(document.createTextNode(text));

@@ -37,10 +37,10 @@ public:
     /// Adds an element or a text box to the capture, whose text then describes that one alone; any
     /// other kind of item resets it.
     void initFromItem(QGraphicsItem* item);
-    /// Captures what the rectangle, in scene units, touches: elements, nets all of whose elements
-    /// are captured, and text boxes.
     /// Takes elements and text boxes for deleting; there is nothing to copy.
     void takeItems(const QList<QGraphicsItem*>& items);
+    /// Captures what the rectangle, in scene units, touches: elements, nets all of whose elements
+    /// are captured, and text boxes.
     void initFromSelectionRect(const QRectF& rect);
     /// The item is dying.
     void forgetItem(QGraphicsItem* item);

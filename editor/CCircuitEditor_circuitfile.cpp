@@ -18,17 +18,19 @@ public:
         document.appendChild(root);
     }
 
-    /// Writes out the record that the root holds, as it stands in a whole document, and drops it.
+    /// Writes out what the root holds, as it stands in a whole document, and drops it: a record,
+    /// and whatever a service has put beside it.
     void moveTo(QByteArray* bytes) {
         QString text;
         QTextStream out(&text);
         // What the stream can't encode would be written as a number.
         out.setCodec("UTF-8");
-        QDomElement record = root.firstChildElement();
-        record.save(out, 2);
+        while (!root.firstChild().isNull()) {
+            root.firstChild().save(out, 2);
+            root.removeChild(root.firstChild());
+        }
         out.flush();
         bytes->append(text.toLatin1());
-        root.removeChild(record);
     }
 
     QDomDocument document;

@@ -95,7 +95,9 @@ void CCircuitEditor::deleteTerminalOf(ICircuitNode* node, ICircuitElementNode* e
     } else if (wire && wasLaid) {
         wire->setManuallyConnected(false);
     }
-    emit projectPartModified();
+    if (self) {
+        emit projectPartModified();
+    }
 }
 
 QPainterPath CCircuitEditor::wireWithout(ICircuitElementNode* elementNode, ICircuitNode* node) {

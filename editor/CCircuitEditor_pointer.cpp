@@ -259,7 +259,8 @@ void CCircuitEditor::releaseGrabber(QMouseEvent* event) {
     if (element && d->readOnly) {
         // A double click gave it the press. With the release it would snap and connect.
         element->ungrabMouse();
-        element->setCursor2(Qt::OpenHandCursor);
+        element->setCursor2(element->circuitNodeItemCount() > 0 ? Qt::ArrowCursor
+                                                                : Qt::OpenHandCursor);
         d->scene->forgetDrag();
     } else if (grabber) {
         QGraphicsView::mouseReleaseEvent(event);
@@ -325,7 +326,11 @@ void CCircuitEditor::mouseDoubleClickEvent(QMouseEvent* event) {
 }
 
 void CCircuitEditor::insertElement(ICircuitElement* element, const QPointF& point) {
+    const QPointer<QObject> guard(element->containerObject());
     circuit()->addElement(element);
+    if (!guard) {
+        return;
+    }
     if (CCircuitEditorElementItem* item = elementItem(element)) {
         item->setPos(point);
         snapToGrid(item);

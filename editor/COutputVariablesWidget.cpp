@@ -206,7 +206,11 @@ void COutputVariablesWidget::on_outputVariableEdited(ICircuitOutputVariable* var
 }
 
 void COutputVariablesWidget::on_cmdDeleteVariable_clicked() {
+    const QPointer<COutputVariablesWidget> self(this);
     for (ICircuitOutputVariable* variable : d->outVarsList->chosenVariables()) {
+        if (!self) {
+            return;
+        }
         if (!variable || !d->outVarsList->rowOf(variable)) {
             // The second row of one that is gone, which a drop that was no move has left.
             delete d->outVarsList->rowOf(nullptr);

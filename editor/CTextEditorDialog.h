@@ -21,9 +21,9 @@ public:
     /// Not owned. It must be taken away, by null, before it dies. All of it is selected.
     void setTextDocument(QTextDocument* document);
     QTextDocument* textDocument() const;
-    /// A font without a size in points shows as the smallest size.
     /// Lets the user close the dialog without accepting.
     void offerCancel();
+    /// A font without a size in points shows as the smallest size.
     void setDefaultFont(const QFont& font);
     /// As chosen, with its size in points.
     QFont defaultFont() const;

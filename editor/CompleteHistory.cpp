@@ -304,7 +304,12 @@ void CompleteHistory::commit(const QString& text) {
         auto* command = new CCompleteHistoryCmd(this, std::move(entry), before, m_state);
         command->setText(name);
         d->undoStack->pushComplete(command);
+        // A listener may switch the history off, or take the editor away.
+        const QPointer<CompleteHistory> self(this);
         emit d->circuitEditor->projectPartModified();
+        if (!self) {
+            return;
+        }
     }
     tellState();
 }

@@ -232,6 +232,10 @@ void CompleteHistory::joinNet(Id id, const NetState& state) {
     for (; node && joined < state.terminals.size(); ++joined) {
         if (ICircuitElementNode* next = terminal(joined)) {
             d->circuitSolver->makeConnection(next, node);
+            // Another solver may have let another net take over.
+            if (m_nets.object(id) != node) {
+                return;
+            }
         }
     }
     if (!node) {

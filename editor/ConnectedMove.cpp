@@ -138,11 +138,15 @@ void ConnectedMove::follow(CCircuitEditor* editor, const Trail& trail) {
 }
 
 void ConnectedMove::setPositions(const QPointF& offset) {
-    for (const Member& member : qAsConst(m_members)) {
+    // Listeners to the moves may take any of them away.
+    const auto members = m_members;
+    for (const Member& member : members) {
         if (member.element) {
             member.element->setInternalMoveMode(true);
             member.element->setPos(member.start + offset);
-            member.element->setInternalMoveMode(false);
+            if (member.element) {
+                member.element->setInternalMoveMode(false);
+            }
         } else if (member.textBox) {
             member.textBox->setPos(member.start + offset);
         }
@@ -169,7 +173,9 @@ void ConnectedMove::comeOff() {
         QSet<ICircuitElementNode*> leaving;
         QVector<QPointF> ends;
         for (const MovedTerminal& terminal : qAsConst(trail.moved)) {
-            leaving.insert(terminal.element->element()->elementNode(terminal.name));
+            if (terminal.element) {
+                leaving.insert(terminal.element->element()->elementNode(terminal.name));
+            }
             ends.append(terminal.start);
         }
         wire->setLeftOut(leaving);

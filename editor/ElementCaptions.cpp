@@ -64,9 +64,15 @@ public:
 
 private:
     static constexpr double Side = 200;
+    static constexpr double Reach = 100000;
 
     template <class Visit>
-    static void forSquares(const QRectF& rect, Visit visit) {
+    static void forSquares(const QRectF& whole, Visit visit) {
+        // What lies beyond where a drawing can be is in nobody's way.
+        const QRectF rect = whole.intersected(QRectF(-Reach, -Reach, 2 * Reach, 2 * Reach));
+        if (rect.isNull()) {
+            return;
+        }
         for (int x = int(std::floor(rect.left() / Side)); x <= rect.right() / Side; ++x) {
             for (int y = int(std::floor(rect.top() / Side)); y <= rect.bottom() / Side; ++y) {
                 visit({x, y});

@@ -9,9 +9,7 @@
 #include "ICircuitEditor.h"
 #include "ICircuitEditorExt.h"
 #include "ICircuitEditorExt2.h"
-#include "ICircuitElement.h"
 #include "ICircuitElementFactory.h"
-#include "ICircuitGlobalVariableChangeNameSupport.h"
 #include "IPropertyEditor.h"
 #include "LongWork.h"
 #include "MainWindow.h"
@@ -281,88 +279,6 @@ TEST_F(MainWindowTest, TheUndoEntryTellsWhat) {
     EXPECT_EQ(action("redo")->text(), "&Redo " + change);
     trigger("redo");
     EXPECT_TRUE(window->isWindowModified());
-}
-
-TEST_F(MainWindowTest, TakesBackADayOnTheAmplifier) {
-    announceLog("Undo: ");
-    announceLog("Redo: ");
-    open(QStringLiteral(VORTEL_SOURCE_DIR "/examples/opamp-741.vprj"));
-    auto* view = workbench.canvas()->graphicsView();
-    auto* editor = qobject_cast<ICircuitEditorExt*>(workbench.editorWidget());
-    ASSERT_NE(editor, nullptr);
-    QApplication::processEvents();
-    const QByteArray first = drawing();
-    const QByteArray saved = workbench.projectManager()->content().toBytes();
-    const auto key = [view](Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-        QTest::keyClick(view, key, modifiers);
-        QApplication::processEvents();
-    };
-    const auto drag = [view](QPointF from, QPointF to, Qt::KeyboardModifiers modifiers) {
-        const QPoint start = view->mapFromScene(from);
-        QTest::mousePress(view->viewport(), Qt::LeftButton, modifiers, start);
-        for (const QPoint& at : {(start + view->mapFromScene(to)) / 2, view->mapFromScene(to)}) {
-            QMouseEvent move(QEvent::MouseMove, at, view->viewport()->mapToGlobal(at), Qt::NoButton,
-                             Qt::LeftButton, modifiers);
-            QApplication::sendEvent(view->viewport(), &move);
-            QApplication::processEvents();
-        }
-        QTest::mouseRelease(view->viewport(), Qt::LeftButton, Qt::NoModifier,
-                            view->mapFromScene(to));
-        QApplication::processEvents();
-    };
-    QTransform whole;
-    whole.scale(0.3, 0.3);
-    view->setTransform(whole);
-    view->centerOn(0, 0);
-    ICircuitElement* q16 = circuit()->element(16);
-    ASSERT_EQ(q16->name(), "Q16");
-    const QPointF place = editor->itemFor(q16)->scenePos();
-    drag(place, place + QPointF(40, 0), Qt::NoModifier);
-    editor->itemFor(q16)->setSelected(true);
-    key(Qt::Key_R);
-    EXPECT_EQ(action("undo")->text(), "&Undo Rotate Q16");
-    // A group: moved, copied, pasted, deleted.
-    drag(place - QPointF(120, 120), place + QPointF(120, 120), Qt::ControlModifier);
-    key(Qt::Key_Right);
-    trigger("copy");
-    drag(place - QPointF(120, 120), place + QPointF(120, 120), Qt::ControlModifier);
-    trigger("delete");
-    EXPECT_EQ(action("undo")->text(), "&Undo Delete");
-    trigger("paste");
-    EXPECT_EQ(action("undo")->text(), "&Undo Paste");
-    auto* names =
-        qobject_cast<ICircuitGlobalVariableChangeNameSupport*>(circuit()->containerObject());
-    names->changeGlobalVariableName(0, "Rlast");
-    QApplication::processEvents();
-    EXPECT_EQ(action("undo")->text(), "&Undo Rename Rlast");
-    QWidget* rows = workbench.widget("CCircuitEditorComponent.outVarsWidget");
-    auto* list = rows->findChild<QTreeWidget*>();
-    list->setCurrentItem(list->topLevelItem(0));
-    QMetaObject::invokeMethod(rows, "on_cmdDeleteVariable_clicked");
-    QApplication::processEvents();
-    EXPECT_EQ(action("undo")->text(), "&Undo Delete output variable input");
-    trigger("selectAll");
-    trigger("delete");
-    EXPECT_EQ(circuit()->elementCount(), 0);
-
-    const QByteArray last = drawing();
-    const QTransform seen = view->transform();
-    const QPointF middle = view->mapToScene(view->viewport()->rect().center());
-    int steps = 0;
-    for (; action("undo")->text() != "&Undo"; ++steps) {
-        trigger("undo");
-        QApplication::processEvents();
-    }
-    EXPECT_EQ(drawing(), first);
-    EXPECT_EQ(workbench.projectManager()->content().toBytes(), saved);
-    EXPECT_FALSE(window->isWindowModified());
-    EXPECT_EQ(view->transform(), seen);
-    EXPECT_EQ(view->mapToScene(view->viewport()->rect().center()), middle);
-    for (; steps > 0; --steps) {
-        trigger("redo");
-    }
-    QApplication::processEvents();
-    EXPECT_EQ(drawing(), last);
 }
 
 TEST_F(MainWindowTest, OpensThroughTheDialog) {

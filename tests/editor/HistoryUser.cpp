@@ -20,6 +20,7 @@
 #include <QMap>
 #include <QMessageBox>
 #include <QMetaProperty>
+#include <QPushButton>
 #include <QTimer>
 #include <QTreeWidget>
 
@@ -69,7 +70,7 @@ bool Answers::eventFilter(QObject* watched, QEvent* event) {
     auto* question = event->type() == QEvent::Show ? qobject_cast<QMessageBox*>(watched) : nullptr;
     if (question) {
         QTimer::singleShot(0, question, [this, question] {
-            question->done(yes ? QMessageBox::Yes : QMessageBox::No);
+            question->button(yes ? QMessageBox::Yes : QMessageBox::No)->click();
         });
     }
     return false;

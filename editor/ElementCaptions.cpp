@@ -145,6 +145,8 @@ QList<CCircuitElementPropertyTextBox*> addBoxes(CCircuitEditorElementItem* item)
             name == QLatin1String("Caption") || indexOfProperty(properties, name) >= 0;
         if (isProperty && !has(*item, name)) {
             boxes.append(makeBox(item->circuitEditor(), element, name));
+            // As it comes back from a file: as large as its text.
+            boxes.last()->setDrawnFont(boxes.last()->font());
         }
     }
     // Its size goes with it.

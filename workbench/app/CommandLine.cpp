@@ -100,9 +100,10 @@ bool takeOutput(const Words& words, CommandLine* line, QString* error) {
     }
     line->output = words.outputs.first();
     const QString suffix = QFileInfo(line->output).suffix().toLower();
-    const QStringList suffixes = {QStringLiteral("csv"), QStringLiteral("raw")};
+    const QStringList suffixes = {QStringLiteral("csv"), QStringLiteral("svg"),
+                                  QStringLiteral("raw")};
     if (!isNetlist && !suffixes.contains(suffix)) {
-        *error = QStringLiteral("%1: simulate writes files whose names end in .csv or .raw")
+        *error = QStringLiteral("%1: simulate writes files whose names end in .csv, .svg or .raw")
                      .arg(line->output);
         return false;
     }
@@ -190,6 +191,6 @@ QString usage() {
     return QStringLiteral(
                "usage: vortel-workbench [--plugin FILE] [FILE] | export FILE -o OUT.(%1)... | "
                "describe FILE | convert FILE OUT.(vprj|ckt) | netlist FILE -o OUT.cir | "
-               "simulate FILE [--analysis NAME] -o OUT.(csv|raw)")
+               "simulate FILE [--analysis NAME] -o OUT.(csv|svg|raw)")
         .arg(pictureSuffixes().join(QLatin1Char('|')).remove(QLatin1Char('.')));
 }

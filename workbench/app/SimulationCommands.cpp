@@ -3,6 +3,7 @@
 #include "Circuit.h"
 #include "Console.h"
 #include "PendingFile.h"
+#include "PlotPicture.h"
 #include "SimulationPart.h"
 
 #include <QFileInfo>
@@ -67,9 +68,21 @@ bool simulateToFile(SimulationPart* simulation, const QString& analysis, const Q
         return write(fileName, bytes, error);
     }
     QStringList problems;
-    const QByteArray csv = simulation->csv(&problems);
+    QByteArray content;
+    if (suffix == QLatin1String("svg")) {
+        const PlotContent curves = plotContent(*simulation);
+        if (curves.isPoint) {
+            *error =
+                QStringLiteral("cannot write %1: an operating point has no curves").arg(fileName);
+            return false;
+        }
+        problems = curves.problems;
+        content = plotSvg(curves);
+    } else {
+        content = simulation->csv(&problems);
+    }
     for (const QString& problem : qAsConst(problems)) {
         printError(asLine(problem));
     }
-    return write(fileName, csv, error);
+    return write(fileName, content, error);
 }

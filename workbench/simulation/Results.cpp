@@ -162,6 +162,7 @@ bool Results::netCurve(const QString& net, Curve* curve, QString* reason) const 
         return false;
     }
     curve->name = net;
+    curve->net = net;
     return true;
 }
 
@@ -185,6 +186,7 @@ bool Results::elementCurve(CircuitElement* element, const QString& variable, Cur
     }
     curve->name = QStringLiteral("%1(%2)").arg(variable, element->name());
     curve->unit = expressionUnit(expression);
+    curve->element = element->name();
     return true;
 }
 
@@ -200,6 +202,10 @@ bool Results::curveOf(OutputVariable* variable, Curve* curve, QString* reason) c
             m_netlist.voltages.constFind({terminal->owner()->name(), terminal->name()});
         found = vectorName != m_netlist.voltages.constEnd() && vector(*vectorName, &curve->values);
         curve->unit = netUnit(terminal->type());
+        curve->element = terminal->owner()->name();
+        if (CircuitNode* net = terminal->node()) {
+            curve->net = net->name();
+        }
         if (!found) {
             *reason = tr("The run does not tell of the terminal %1 of %2.")
                           .arg(terminal->name(), terminal->owner()->name());

@@ -17,6 +17,9 @@ struct Curve {
     /// Empty where none is known.
     QString unit;
     QVector<std::complex<double>> values;
+    /// Where in the drawing it is; either may be empty.
+    QString net = {};
+    QString element = {};
 };
 
 /// What a run of the simulator answered, in terms of the drawing.

@@ -36,7 +36,13 @@ std::complex<double> valueAt(double x, const QVector<double>& xs,
 }  // namespace
 
 SimulationPart::SimulationPart(Circuit* circuit, QObject* parent)
-    : QObject(parent), m_circuit(*circuit) {}
+    : QObject(parent), m_circuit(*circuit) {
+    connect(&m_simulator, &Simulator::finished, this, [this](const QString& error) {
+        if (error.isEmpty()) {
+            emit resultsChanged();
+        }
+    });
+}
 
 void SimulationPart::setSetup(const SimulationSetup& setup) {
     if (!(setup == m_setup)) {
@@ -130,7 +136,7 @@ QByteArray SimulationPart::csv(QStringList* problems) const {
         const QVector<double> ownXs = run.results.sweep();
         for (const Curve& curve : curves(run, problems)) {
             const QString name = isFamily ? QStringLiteral("%1 (%2=%3)")
-                                                .arg(curve.name, m_setup.sweptParameter())
+                                                .arg(curve.name, m_simulator.sweptParameter())
                                                 .arg(run.parameter)
                                           : curve.name;
             if (plot.isComplex) {
@@ -184,6 +190,8 @@ bool SimulationPart::saveProjectPart(QDomDocument document, QDomElement element)
 
 bool SimulationPart::closeProjectPart() {
     m_simulator.cancel();
+    m_simulator.forget();
+    emit resultsChanged();
     m_setup = {};
     emit setupChanged();
     return true;

@@ -22,6 +22,7 @@ public:
     Circuit& circuit() const { return m_circuit; }
     SpiceModels& models() { return m_models; }
     Simulator& simulator() { return m_simulator; }
+    const Simulator& simulator() const { return m_simulator; }
     const SimulationSetup& setup() const { return m_setup; }
     void setSetup(const SimulationSetup& setup);
 
@@ -56,6 +57,8 @@ signals:
     void projectPartModified() override;
     /// Another project, or other values.
     void setupChanged();
+    /// Another run has ended well, or the runs are of a project that is closed.
+    void resultsChanged();
 
 private:
     Circuit& m_circuit;

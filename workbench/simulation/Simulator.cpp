@@ -216,6 +216,8 @@ void Simulator::processEnded(int exitCode, QProcess::ExitStatus status) {
         return;
     }
     m_runs = m_pending;
+    m_runsAnalysis = m_analysis;
+    m_runsParameter = m_sweptParameter;
     end({});
 }
 

@@ -42,7 +42,10 @@ public:
 
     /// Of the last run that ended well, in the order of the values.
     const QVector<Run>& runs() const { return m_runs; }
-    QString analysis() const { return m_analysis; }
+    QString analysis() const { return m_runsAnalysis; }
+    QString sweptParameter() const { return m_runsParameter; }
+    /// Drops the runs.
+    void forget() { m_runs.clear(); }
     /// What the simulator printed, for people who want to know.
     QString log() const { return m_log; }
 
@@ -71,6 +74,8 @@ private:
     QVector<double> m_values;
     Netlist m_netlist;
     QVector<Run> m_runs;
+    QString m_runsAnalysis;
+    QString m_runsParameter;
     QVector<Run> m_pending;
     QString m_log;
     QString m_output;

@@ -132,10 +132,10 @@ TEST_F(MainWindowTest, ShowsWhatTheDescriptionLists) {
         menus.append(menu->text());
         EXPECT_FALSE(menu->menu()->isEmpty());
     }
-    EXPECT_EQ(menus, QStringList({"&File", "&Edit", "&Place", "&View", "&Help"}));
+    EXPECT_EQ(menus, QStringList({"&File", "&Edit", "&Place", "&View", "&Simulate", "&Help"}));
 
     QStringList shortcuts;
-    for (QToolBar* bar : window->findChildren<QToolBar*>()) {
+    for (QToolBar* bar : window->findChildren<QToolBar*>(QString(), Qt::FindDirectChildrenOnly)) {
         for (QAction* button : bar->actions()) {
             EXPECT_FALSE(button->icon().pixmap(32).isNull()) << qPrintable(button->objectName());
             EXPECT_FALSE(button->statusTip().isEmpty()) << qPrintable(button->objectName());

@@ -2,7 +2,9 @@
 
 #include "ClipboardWidget.h"
 #include "ElementExplorer.h"
+#include "PlotPanel.h"
 #include "PropertyEditor.h"
+#include "SimulationPanel.h"
 #include "SimulationPart.h"
 
 #include <Plexa/ComponentFactory.h>
@@ -105,6 +107,23 @@ CSimulationComponent::~CSimulationComponent() = default;
 
 QObject* CSimulationComponent::fetchObject(const QString& name) const {
     return lastPiece(name) == QLatin1String("simulation") ? m_simulation.get() : nullptr;
+}
+
+QWidget* CSimulationComponent::fetchWidget(const QString& name) const {
+    const QString piece = lastPiece(name);
+    if (piece == QLatin1String("simulationPanel")) {
+        if (!m_panel) {
+            m_panel = new SimulationPanel(m_simulation.get());
+        }
+        return m_panel;
+    }
+    if (piece != QLatin1String("plotPanel")) {
+        return nullptr;
+    }
+    if (!m_plot) {
+        m_plot = new PlotPanel(m_simulation.get());
+    }
+    return m_plot;
 }
 
 CServicesComponent::CServicesComponent()

@@ -18,9 +18,11 @@
 #include <memory>
 
 class ClipboardWidget;
-class SimulationPart;
 class ElementExplorer;
+class PlotPanel;
 class PropertyEditor;
+class SimulationPanel;
+class SimulationPart;
 
 /// Makes the application's own components known to the factory.
 void registerBuiltInComponents();
@@ -56,7 +58,7 @@ private:
     mutable CircuitSolver m_solver{&m_circuit};
 };
 
-/// Serves "simulation".
+/// Serves "simulation", and the widgets "simulationPanel" and "plotPanel".
 class CSimulationComponent : public Plexa::AbstractComponent {
     Q_OBJECT
 
@@ -64,9 +66,13 @@ public:
     CSimulationComponent();
     ~CSimulationComponent() override;
     QObject* fetchObject(const QString& name) const override;
+    QWidget* fetchWidget(const QString& name) const override;
 
 private:
     std::unique_ptr<SimulationPart> m_simulation;
+    /// Owned by whoever fetched them, as all widgets of components.
+    mutable QPointer<SimulationPanel> m_panel;
+    mutable QPointer<PlotPanel> m_plot;
 };
 
 /// Serves "elementFactory", "xmlUtils", "objectLoadSave" and "mathUtils".

@@ -242,10 +242,17 @@ bool GuiBuilder::makeDock(const QVariantMap& description) {
     auto* dock = new QDockWidget(text(description, "title"), m_window);
     dock->setObjectName(text(description, "action"));
     dock->setWidget(content);
-    const bool onTheLeft = text(description, "area") == QLatin1String("left");
-    m_window->addDockWidget(onTheLeft ? Qt::LeftDockWidgetArea : Qt::RightDockWidgetArea, dock);
-    m_window->resizeDocks({dock}, {description.value(QStringLiteral("width")).toInt()},
-                          Qt::Horizontal);
+    static const QHash<QString, Qt::DockWidgetArea> areas = {
+        {QStringLiteral("left"), Qt::LeftDockWidgetArea},
+        {QStringLiteral("bottom"), Qt::BottomDockWidgetArea}};
+    m_window->addDockWidget(areas.value(text(description, "area"), Qt::RightDockWidgetArea), dock);
+    for (const auto& [key, direction] :
+         {std::pair("width", Qt::Horizontal), std::pair("height", Qt::Vertical)}) {
+        if (description.contains(QLatin1String(key))) {
+            m_window->resizeDocks({dock}, {description.value(QLatin1String(key)).toInt()},
+                                  direction);
+        }
+    }
     dock->setVisible(!description.value(QStringLiteral("closed")).toBool());
     m_actions.insert(dock->objectName(), dock->toggleViewAction());
     return true;

@@ -14,6 +14,7 @@
 #include "ProjectManager.h"
 #include "Questions.h"
 #include "RecentFiles.h"
+#include "SimulationTools.h"
 #include "WireMenu.h"
 #include "WorkSign.h"
 #include "Workbench.h"
@@ -104,6 +105,7 @@ bool MainWindow::build(QString* error) {
             [this](const QString& message) { statusBar()->showMessage(message); });
     new WorkSign(statusBar(), m_workbench->editorWidget());
     new WireMenu(m_workbench->editorWidget(), this);
+    new SimulationTools(*m_workbench, this);
     m_workbench->editorWidget()->setFocus();
     showDocument();
     return true;

@@ -1,0 +1,310 @@
+// Set up, run, look: the panels of the simulation in the window, with the real simulator.
+
+#include "Circuit.h"
+#include "CircuitElement.h"
+#include "CurveColors.h"
+#include "CurveData.h"
+#include "CurvePlot.h"
+#include "DialogDriver.h"
+#include "ICanvas.h"
+#include "ICircuitEditorExt.h"
+#include "MainWindow.h"
+#include "PlotPanel.h"
+#include "SimulationPanel.h"
+#include "SimulationPart.h"
+#include "Workbench.h"
+
+#include <gtest/gtest.h>
+#include <qwt_scale_map.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QComboBox>
+#include <QDockWidget>
+#include <QFile>
+#include <QGraphicsItem>
+#include <QGraphicsScene>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTreeWidget>
+
+#include <cmath>
+#include <complex>
+#include <memory>
+
+namespace {
+
+constexpr double Pi = 3.14159265358979323846;
+constexpr int RunMs = 20000;
+
+}  // namespace
+
+class SimulationPanelTest : public testing::Test {
+protected:
+    void SetUp() override {
+        QString error;
+        QString message;
+        ASSERT_TRUE(workbench.start(QStringLiteral(VORTEL_BIN_DIR "/libcircuiteditor.so"),
+                                    window.get(), &error))
+            << qPrintable(error);
+        ASSERT_TRUE(window->build(&error)) << qPrintable(error);
+        window->show();
+        QApplication::setActiveWindow(window.get());
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+        ASSERT_TRUE(window->openFile(QStringLiteral(VORTEL_SOURCE_DIR "/examples/rc-lowpass.vprj"),
+                                     &message));
+        panel = qobject_cast<SimulationPanel*>(
+            workbench.object("CSimulationComponent.simulationPanel"));
+        plot = qobject_cast<PlotPanel*>(workbench.object("CSimulationComponent.plotPanel"));
+        ASSERT_TRUE(panel && plot);
+        if (!workbench.simulation()->simulator().obstacle().isEmpty()) {
+            GTEST_SKIP() << "ngspice is not installed";
+        }
+    }
+
+    QDockWidget* dock(const char* name) {
+        return window->findChild<QDockWidget*>(QLatin1String(name));
+    }
+    void type(const char* field, const char* text) {
+        auto* line = panel->findChild<QLineEdit*>(QLatin1String(field));
+        line->setFocus();
+        line->selectAll();
+        QTest::keyClicks(line, QLatin1String(text));
+    }
+    void choose(const char* label) {
+        auto* box = panel->findChild<QComboBox*>("analysis");
+        box->setCurrentText(QLatin1String(label));
+        emit box->activated(box->currentIndex());
+    }
+    /// True if the run has ended well.
+    bool run() {
+        QSignalSpy succeeded(panel, &SimulationPanel::succeeded);
+        QSignalSpy failed(panel, &SimulationPanel::failed);
+        QTest::keyClick(window.get(), Qt::Key_F5);
+        return QTest::qWaitFor([&] { return succeeded.count() + failed.count() > 0; }, RunMs) &&
+               failed.isEmpty();
+    }
+    QTreeWidgetItem* row(const char* curve) {
+        const auto rows =
+            plot->findChild<QTreeWidget*>()->findItems(QLatin1String(curve), Qt::MatchExactly);
+        return rows.value(0);
+    }
+    const PlotCurve& curve(int number) { return plot->content().curves.at(number); }
+    CurvePlot& page(int number) { return *plot->plots().at(number); }
+    /// The place on the canvas of the plot where the curve is a third of the width along.
+    QPoint placeOn(int plotNumber, int curveNumber) {
+        CurvePlot& of = page(plotNumber);
+        const int x = of.canvas()->width() / 3;
+        const double y = of.valueAt(curveNumber, of.invTransform(QwtPlot::xBottom, x));
+        return {x, qRound(of.transform(QwtPlot::yLeft, y))};
+    }
+
+    Workbench workbench;
+    // Dies first, as its widgets use the components.
+    std::unique_ptr<MainWindow> window = std::make_unique<MainWindow>(&workbench);
+    SimulationPanel* panel = nullptr;
+    PlotPanel* plot = nullptr;
+};
+
+TEST_F(SimulationPanelTest, PlotsTheResponseOfAFilter) {
+    EXPECT_FALSE(dock("showCurves")->isVisible());
+    dock("showSimulation")->show();
+    type("ac.to", "100k");
+    ASSERT_TRUE(run());
+    EXPECT_TRUE(dock("showCurves")->isVisible());
+    // What was typed counts though the field was never left, and is kept with the project.
+    EXPECT_EQ(workbench.simulation()->setup().value("ac", "to"), "100k");
+    EXPECT_TRUE(window->isWindowModified());
+    ASSERT_EQ(plot->plots().size(), 2);
+    EXPECT_TRUE(plot->content().xLog);
+    const PlotCurve output = curve(1);
+    EXPECT_EQ(output.name, "output");
+    ASSERT_GT(output.x.size(), 200);
+    EXPECT_NEAR(output.x.last(), 1e5, 1);
+    for (int i = 0; i < output.x.size(); ++i) {
+        const std::complex<double> answer =
+            1.0 / std::complex<double>(1, 2 * Pi * output.x.at(i) * 1e3 * 100e-9);
+        ASSERT_NEAR(output.traces.at(0).values.at(i), 20 * std::log10(std::abs(answer)), 1e-4);
+        ASSERT_NEAR(output.traces.at(1).values.at(i), std::arg(answer) * 180 / Pi, 1e-3);
+    }
+    EXPECT_NEAR(page(0).valueAt(1, 1 / (2 * Pi * 1e-4)), -3.0103, 0.01);
+
+    // A further variable needs no further run, and leaves what is looked at.
+    const QRectF view(10, -20, 990, 15);
+    page(0).setView(view);
+    Circuit& circuit = workbench.simulation()->circuit();
+    const QSignalSpy runs(&workbench.simulation()->simulator(), &Simulator::finished);
+    for (int i = 0; i < circuit.elementCount(); ++i) {
+        if (circuit.element(i)->name() == "C1") {
+            circuit.addOutputVariable(circuit.element(i), QStringLiteral("v"));
+        }
+    }
+    QApplication::processEvents();
+    ASSERT_EQ(plot->content().curves.size(), 3);
+    EXPECT_EQ(curve(2).element, "C1");
+    EXPECT_NEAR(curve(2).traces.at(0).values.last(), output.traces.at(0).values.last(), 1e-9);
+    EXPECT_EQ(page(0).view(), view);
+    EXPECT_TRUE(runs.isEmpty());
+}
+
+TEST_F(SimulationPanelTest, ThePointerZoomsHidesAndShowsInTheDrawing) {
+    ASSERT_TRUE(run());
+    CurvePlot& magnitude = page(0);
+    QWidget* canvas = magnitude.canvas();
+    const QRectF whole = magnitude.view();
+    const QPoint from(canvas->width() / 4, canvas->height() / 4);
+    const QPoint to(canvas->width() / 2, canvas->height() / 2);
+    const double left = magnitude.invTransform(QwtPlot::xBottom, from.x());
+    const double top = magnitude.invTransform(QwtPlot::yLeft, from.y());
+    QTest::mousePress(canvas, Qt::LeftButton, {}, from);
+    QTest::mouseMove(canvas, to);
+    QTest::mouseRelease(canvas, Qt::LeftButton, {}, to);
+    EXPECT_NEAR(magnitude.view().left() / left, 1, 0.02);
+    EXPECT_NEAR(magnitude.view().bottom(), top, 0.02 * whole.height());
+    // All plots share their abscissa, and one step leads back.
+    EXPECT_DOUBLE_EQ(page(1).view().left(), magnitude.view().left());
+    QTest::mouseClick(canvas, Qt::RightButton, {}, from);
+    EXPECT_EQ(magnitude.view(), whole);
+
+    const QPoint place = placeOn(0, 1);
+    row("output")->setCheckState(0, Qt::Unchecked);
+    EXPECT_EQ(magnitude.curveAt(place), 0);  // the input, which is as high here
+    EXPECT_FALSE(plot->svg().contains("output"));
+    row("output")->setCheckState(0, Qt::Checked);
+    EXPECT_TRUE(plot->svg().contains("output"));
+    const QPoint phase = placeOn(1, 0);
+    QTest::mouseClick(page(1).canvas(), Qt::LeftButton, {}, phase);
+    const QList<QGraphicsItem*> selected = workbench.canvas()->graphicsScene()->selectedItems();
+    ASSERT_EQ(selected.size(), 1);
+    auto* items = qobject_cast<ICircuitEditorExt*>(workbench.editorWidget());
+    Circuit& circuit = workbench.simulation()->circuit();
+    EXPECT_EQ(items->circuitNodeFromItem(selected.first()), circuit.node(0));
+
+    // Cursors: dragging one changes what the list tells.
+    plot->findChild<QAction*>("plotCursors")->trigger();
+    const double before = magnitude.invTransform(QwtPlot::xBottom, canvas->width() / 3);
+    QTest::mousePress(canvas, Qt::LeftButton, {}, {canvas->width() / 3, 20});
+    QTest::mouseMove(canvas, {canvas->width() / 2, 20});
+    QTest::mouseRelease(canvas, Qt::LeftButton, {}, {canvas->width() / 2, 20});
+    const double at = magnitude.invTransform(QwtPlot::xBottom, canvas->width() / 2);
+    EXPECT_GT(at, 2 * before);
+    EXPECT_EQ(row("output")->text(1), shortNumber(magnitude.valueAt(1, at), "dB") + ", " +
+                                          shortNumber(page(1).valueAt(1, at), "°"));
+    EXPECT_FALSE(row("output")->text(3).isEmpty());
+}
+
+TEST_F(SimulationPanelTest, SavesWhatItShows) {
+    choose("Transient");
+    type("tran.stop", "2m");
+    ASSERT_TRUE(run());
+    const QTemporaryDir folder;
+    DialogDriver driver;
+    driver.chooseFile(folder.filePath("out.csv"));
+    window->findChild<QAction*>("exportCurvesCsv")->trigger();
+    QFile file(folder.filePath("out.csv"));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.readLine().trimmed(), "\"time\",\"input\",\"output\"");
+    for (int i = 0; i < curve(0).x.size(); ++i) {
+        const QList<QByteArray> words = file.readLine().trimmed().split(',');
+        ASSERT_EQ(words.size(), 3);
+        ASSERT_NEAR(words.at(0).toDouble(), curve(0).x.at(i), 1e-9);
+        ASSERT_NEAR(words.at(2).toDouble(), curve(1).traces.at(0).values.at(i), 1e-9);
+        // The source's own formula.
+        ASSERT_NEAR(words.at(1).toDouble(), std::sin(2 * Pi * 1e3 * curve(0).x.at(i)), 1e-4);
+    }
+    EXPECT_TRUE(file.atEnd());
+    driver.chooseFile(folder.filePath("no/out.svg"));
+    driver.accept();
+    window->findChild<QAction*>("exportCurvesSvg")->trigger();
+    EXPECT_TRUE(driver.texts.last().contains("cannot write")) << qPrintable(driver.texts.last());
+    driver.chooseFile(folder.filePath("out.cir"));
+    window->findChild<QAction*>("exportNetlist")->trigger();
+    QFile netlist(folder.filePath("out.cir"));
+    ASSERT_TRUE(netlist.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(netlist.readAll().contains(".tran"));
+
+    // The curves of a project go with it.
+    window->setWindowModified(false);
+    workbench.clear();
+    EXPECT_TRUE(plot->plots().isEmpty());
+}
+
+TEST_F(SimulationPanelTest, TellsWhatKeepsItFromRunning) {
+    type("ac.from", "10x");
+    auto* hint = panel->findChild<QLabel*>("hint");
+    EXPECT_FALSE(run());
+    EXPECT_FALSE(hint->isHidden());
+    EXPECT_TRUE(hint->text().contains("10x"));
+    EXPECT_TRUE(dock("showSimulation")->isVisible());
+    type("ac.from", "10");
+
+    // A click on what is wrong leads to it.
+    Circuit& circuit = workbench.simulation()->circuit();
+    CircuitElement* resistor = nullptr;
+    for (int i = 0; i < circuit.elementCount(); ++i) {
+        if (circuit.element(i)->name() == "R1") {
+            resistor = CircuitElement::from(circuit.element(i));
+        }
+    }
+    ASSERT_NE(resistor, nullptr);
+    resistor->setPropertyValue(0, "{nope}");
+    EXPECT_FALSE(run());
+    auto* problems = panel->findChild<QListWidget*>("problems");
+    ASSERT_GT(problems->count(), 0);
+    EXPECT_TRUE(problems->item(0)->text().contains("R1"));
+    QTest::mouseClick(problems->viewport(), Qt::LeftButton, {},
+                      problems->visualItemRect(problems->item(0)).center());
+    auto* items = qobject_cast<ICircuitEditorExt*>(workbench.editorWidget());
+    EXPECT_TRUE(items->itemFor(resistor)->isSelected());
+    resistor->setPropertyValue(0, "1k");
+    EXPECT_TRUE(run());
+    EXPECT_EQ(problems->count(), 0);
+}
+
+TEST(Curves, KeepPeaksWhenThinnedOut) {
+    constexpr int Points = 1000000;
+    QVector<double> xs(Points);
+    QVector<double> ys(Points);
+    for (int i = 0; i < Points; ++i) {
+        xs[i] = i;
+        ys[i] = i == 567890 ? 5 : std::sin(i * 0.01);
+    }
+    const CurveData data(xs, ys);
+    QwtScaleMap xMap;
+    QwtScaleMap yMap;
+    xMap.setScaleInterval(0, Points);
+    xMap.setPaintInterval(0, 800);
+    yMap.setScaleInterval(-5, 5);
+    yMap.setPaintInterval(500, 0);
+    QVector<QPolygonF> lines = data.lines(xMap, yMap, 0, 800);
+    ASSERT_EQ(lines.size(), 1);
+    EXPECT_LT(lines.first().size(), 4000);
+    EXPECT_NEAR(lines.first().boundingRect().top(), 0, 1e-6);
+    EXPECT_NEAR(lines.first().boundingRect().bottom(), yMap.transform(-1), 0.1);
+    // Near by, each point counts, and a neighbour beyond either edge.
+    xMap.setScaleInterval(567880, 567900);
+    EXPECT_EQ(data.lines(xMap, yMap, 0, 800).first().size(), 22);
+
+    // A sweep that begins anew, or goes down, and what is no number.
+    const CurveData pieces({3, 2, 1, 3, 2, 1}, {30, 20, 10, 31, std::nan(""), 11});
+    xMap.setScaleInterval(0, 4);
+    EXPECT_EQ(pieces.lines(xMap, yMap, 0, 800).size(), 3);
+    EXPECT_DOUBLE_EQ(pieces.valueAt(2.5), 25);
+    EXPECT_TRUE(std::isnan(pieces.valueAt(4)));
+}
+
+TEST(Curves, AreToldApartOnDarkAndLight) {
+    for (const QColor& background : {QColor(Qt::white), QColor(35, 38, 41)}) {
+        QStringList colors;
+        for (int i = 0; i < 20; ++i) {
+            const QColor color = curveColor(i, background);
+            EXPECT_GE(contrast(color, background), 3.5) << i;
+            colors.append(color.name());
+        }
+        EXPECT_EQ(colors.removeDuplicates(), 0);
+    }
+}

@@ -11,6 +11,7 @@
 #include <QDialogButtonBox>
 #include <QDomDocument>
 #include <QGraphicsScene>
+#include <QPushButton>
 #include <QSpinBox>
 #include <QTextEdit>
 

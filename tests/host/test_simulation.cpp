@@ -288,7 +288,7 @@ TEST_F(Simulation, SaysWhatIsWrongAndWhere) {
         QStringLiteral("V3 is short-circuited by the net s."),
         QStringLiteral("Q1 has the model nobody, which is not known."),
         QStringLiteral("The terminal n of R1 is not connected."),
-        QStringLiteral("Two nets are named a, but nothing joins them.")};
+        QStringLiteral("Two nets are named a: they count as one.")};
     for (const QString& text : expected) {
         EXPECT_TRUE(texts.contains(text)) << qPrintable(text);
     }

@@ -66,7 +66,7 @@ struct SpiceData {
     QVector<QStringList> paths;
     /// Whether direct current flows between no terminals at all, as in a capacitor.
     bool blocks = false;
-    /// Whether nets of the same name are one where an element of the type names them.
+    /// Whether the type stands for the name of its net: that several nets bear it is meant then.
     bool joinsNets = false;
 };
 

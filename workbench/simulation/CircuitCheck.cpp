@@ -12,6 +12,7 @@
 #include <QCoreApplication>
 #include <QHash>
 #include <QRegularExpression>
+#include <QSet>
 
 #include <algorithm>
 
@@ -90,27 +91,25 @@ private:
 
     /// What is one net in spite of the drawing counts as one in all that follows.
     void joinNetsByName() {
-        QHash<QString, CircuitNode*> symbols;
-        QHash<QString, CircuitNode*> plain;
+        QHash<QString, CircuitNode*> first;
+        QSet<QString> told;
         for (int i = 0; i < m_circuit.nodeCount(); ++i) {
             CircuitNode* node = CircuitNode::from(m_circuit.node(i));
             m_hasGround = m_hasGround || isGround(node);
             if (isGround(node)) {
                 join(node, &m_ground);
             }
-            auto& sameKind = isNamedBySymbol(node) ? symbols : plain;
-            CircuitNode* const other = sameKind.value(node->name());
+            CircuitNode*& other = first[node->name()];
             if (!other) {
-                sameKind.insert(node->name(), node);
-            } else if (isNamedBySymbol(node)) {
-                join(node, other);
+                other = node;
+                continue;
             }
-            if (symbols.value(node->name()) && plain.value(node->name())) {
-                join(symbols.value(node->name()), plain.value(node->name()));
-            } else if (other && !isNamedBySymbol(node)) {
+            join(node, other);
+            if (!isNamedBySymbol(node) && !isNamedBySymbol(other) && !told.contains(node->name())) {
+                told.insert(node->name());
                 tell(CircuitProblem::Warning,
-                     tr("Two nets are named %1, but nothing joins them.").arg(node->name()),
-                     About::Net, node->name());
+                     tr("Two nets are named %1: they count as one.").arg(node->name()), About::Net,
+                     node->name());
             }
         }
         if (!m_hasGround && hasVoltages()) {

@@ -22,15 +22,6 @@ bool isGround(CircuitNode* node) {
     return node->hasFixedName() && node->name() == GroundName;
 }
 
-/// Whether nets of this one's name are one net, however the drawing shows them.
-bool isNamedBySymbol(CircuitNode* node) {
-    const auto& terminals = node->terminals();
-    return node->hasFixedName() ||
-           std::any_of(terminals.begin(), terminals.end(), [](CircuitElementNode* terminal) {
-               return terminal->owner()->description()->data().spice.joinsNets;
-           });
-}
-
 /// "R2" before "R10".
 bool comesBefore(CircuitElement* a, CircuitElement* b) {
     static const QRegularExpression numbered(QStringLiteral("\\A(.*?)(\\d{1,9})\\z"));
@@ -138,15 +129,14 @@ void CircuitWriter::nameNets() {
         if (!node) {
             continue;
         }
+        // Nets of one name are one net, however the drawing shows them.
         QString name = isGround(node) ? QStringLiteral("0") : shared.value(node->name());
-        if (name.isEmpty() || (name != QLatin1String("0") && !isNamedBySymbol(node))) {
+        if (name.isEmpty()) {
             // What an element's own lines have inside is named after the element: "OP1_o".
             const bool looksInner = stems.contains(node->name().section(QLatin1Char('_'), 0, -2));
             name = m_netNames.unique(node->name() + QLatin1String(looksInner ? "_net" : ""));
         }
-        if (isNamedBySymbol(node)) {
-            shared.insert(node->name(), name);
-        }
+        shared.insert(node->name(), name);
         m_nets.insert(node, name);
         const QString vector =
             name == QLatin1String("0") ? QString() : QStringLiteral("v(%1)").arg(name.toLower());

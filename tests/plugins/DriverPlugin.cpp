@@ -75,6 +75,8 @@ private:
                 service<ICircuitElementFactory>()->createElement(QStringLiteral("Resistor.Basic")));
         }
         QObject* canvas = service<ICanvas>()->containerObject();
+        // There is no pointer that what is pasted could hang at.
+        canvas->setProperty("PlacePastedItems", false);
         for (const QByteArray& name : qgetenv("VORTEL_DRIVER_CALL").split(',')) {
             if (!name.isEmpty()) {
                 QMetaObject::invokeMethod(canvas, name.constData(), Qt::DirectConnection);

@@ -102,7 +102,10 @@ void CCircuitEditorElementItem::settlePropertyTextBoxes() {
 }
 
 void CCircuitEditorElementItem::updatePropertyTextBoxTextFormats() {
-    if (!d->element) {
+    // What a step has settled already must not change once more after it: it would be one of its
+    // own.
+    const bool isSettled = !d->formatsPending && d->circuitEditor->isCompleteHistory();
+    if (!d->element || isSettled) {
         return;
     }
     d->formatsPending = false;

@@ -24,6 +24,8 @@
 #include <QTimer>
 #include <QTreeWidget>
 
+#include <iterator>
+
 namespace {
 
 const char* const Types[] = {"Resistor.Basic", "NPN.Semiconductors", "Ground.Basic", "And.Digital",
@@ -147,7 +149,7 @@ QString HistoryUser::mistakeIn(const QVector<UserStep>& steps) {
         if (wasUndone && steps.at(i).kind > 1 && editor->redoText().isEmpty()) {
             // A new entry has taken the place of those that were undone.
             while (states.lastKey() > reached) {
-                states.remove(states.lastKey());
+                states.erase(std::prev(states.end()));
             }
         }
         const QString mistake = check(QStringLiteral("step %1").arg(i));

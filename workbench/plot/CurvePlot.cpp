@@ -179,15 +179,16 @@ bool CurvePlot::eventFilter(QObject* watched, QEvent* event) {
     if (watched != canvas()) {
         return QwtPlot::eventFilter(watched, event);
     }
-    auto* mouse = static_cast<QMouseEvent*>(event);
     switch (event->type()) {
-        case QEvent::MouseButtonPress:
+        case QEvent::MouseButtonPress: {
+            const auto* mouse = static_cast<QMouseEvent*>(event);
             return press(mouse->pos(), mouse->button());
+        }
         case QEvent::MouseMove:
-            move(mouse->pos());
+            move(static_cast<QMouseEvent*>(event)->pos());
             return true;
         case QEvent::MouseButtonRelease:
-            release(mouse->pos());
+            release(static_cast<QMouseEvent*>(event)->pos());
             return true;
         case QEvent::MouseButtonDblClick:
             emit fitWanted();

@@ -176,6 +176,8 @@ public:
     /// Writes the picture of the drawing, without grid and selection; false if it can't be written.
     /// `format` is a value of `CaptureFormat`.
     Q_INVOKABLE bool captureToFile(int format, const QString& fileName);
+    /// For items that are about to paint themselves: false in a picture that has been given up.
+    bool hasTurnInPicture();
     /// The drawing as one JSON object in UTF-8 with stable order, for comparing drawings.
     Q_INVOKABLE QByteArray describe() const;
     /// What the next undo or redo is about; empty for a command without a text.
@@ -326,7 +328,13 @@ public slots:
     void captureToSVG();
     void captureToClipboard();
 
+    /// The picture that is being written isn't wanted any more: its capture fails soon.
+    void giveUpPicture();
+
 signals:
+    /// One more element or net of a picture has its turn. A listener may give the picture up, and
+    /// leaves editor and drawing as they are.
+    void pictureProgress();
     // Sent from within the handling of an event of the item concerned: a listener that wants the
     // item gone does so later, from the event loop.
     void zoomLevelChanged(int zl) override;

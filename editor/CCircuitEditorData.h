@@ -173,6 +173,7 @@ public:
     bool internalMove = false;
     bool readOnly = false;
     double pictureMargin = 0;
+    enum class Picture { None, UnderWay, GivenUp } picture = Picture::None;
     std::unique_ptr<CPlacementTool> placement;
     std::unique_ptr<CCanvasGestures> gestures;
     bool routeEmptyShapes = false;

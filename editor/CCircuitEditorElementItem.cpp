@@ -152,6 +152,9 @@ void CCircuitEditorElementItem::reloadElement() {
 
 void CCircuitEditorElementItem::paint(QPainter* painter, const QStyleOptionGraphicsItem* option,
                                       QWidget*) {
+    if (d->circuitEditor && !d->circuitEditor->hasTurnInPicture()) {
+        return;
+    }
     QRectF frame = boundingRect();
     if (!d->renderer) {
         painter->drawPixmap(frame.topLeft(), d->pixmap);

@@ -365,6 +365,9 @@ bool CCircuitEditorNodeItem::contains(const QPointF& point) const {
 }
 
 void CCircuitEditorNodeItem::paint(QPainter* painter, const QStyleOptionGraphicsItem*, QWidget*) {
+    if (d->circuitEditor && !d->circuitEditor->hasTurnInPicture()) {
+        return;
+    }
     const QPen oldPen = painter->pen();
     const QBrush oldBrush = painter->brush();
     const QColor color = isSelected() ? d->color.darker(120) : d->color;

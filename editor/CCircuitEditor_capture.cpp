@@ -15,6 +15,7 @@
 #include <QPointer>
 #include <QPrinter>
 #include <QProcess>
+#include <QScopedValueRollback>
 #include <QScreen>
 #include <QTemporaryDir>
 
@@ -75,21 +76,21 @@ private:
     bool m_wasGridVisible;
 };
 
-/// An empty target means the whole device.
-bool paintScene(QGraphicsScene* scene, QPaintDevice* device, const QRectF& target,
+/// An empty target means the whole device. False also if the picture has been given up.
+bool paintScene(const CCircuitEditorData& data, QPaintDevice* device, const QRectF& target,
                 const QRectF& source) {
     QPainter painter;
     if (!painter.begin(device)) {
         return false;
     }
     painter.setRenderHints(Hints);
-    scene->render(&painter, target, source, Qt::KeepAspectRatio);
-    return painter.end();
+    data.scene->render(&painter, target, source, Qt::KeepAspectRatio);
+    return painter.end() && data.picture != CCircuitEditorData::Picture::GivenUp;
 }
 
-/// A white image with the scene on it, painted tile by tile. Null, with a warning, if it is too
-/// large to be held.
-QImage tiledImage(QGraphicsScene* scene, const QSize& size, const QRectF& source) {
+/// A white image with the scene on it, painted tile by tile. Null if it has been given up or, with
+/// a warning, if it is too large to be held.
+QImage tiledImage(const CCircuitEditorData& data, const QSize& size, const QRectF& source) {
     const qint64 bytes = qint64(size.width()) * size.height() * BytesPerPixel;
     QImage image;
     if (bytes <= std::numeric_limits<int>::max()) {
@@ -108,28 +109,32 @@ QImage tiledImage(QGraphicsScene* scene, const QSize& size, const QRectF& source
             QImage tile(image.scanLine(y) + qint64(x) * BytesPerPixel,
                         std::min(TileSide, size.width() - x), std::min(TileSide, size.height() - y),
                         image.bytesPerLine(), image.format());
-            paintScene(scene, &tile, QRectF(QPointF(-x, -y), size), source);
+            if (!paintScene(data, &tile, QRectF(QPointF(-x, -y), size), source)) {
+                return {};
+            }
         }
     }
     return image;
 }
 
 /// A white pixmap with the scene on it. A size of nothing, or one that can't be held, gives a null
-/// pixmap.
-QPixmap scenePixmap(QGraphicsScene* scene, const QSize& size, const QRectF& source) {
+/// pixmap, and so does a picture that has been given up.
+QPixmap scenePixmap(const CCircuitEditorData& data, const QSize& size, const QRectF& source) {
     if (std::max(size.width(), size.height()) > LargestPainted ||
         qint64(size.width()) * size.height() * BytesPerPixel > std::numeric_limits<int>::max()) {
-        return QPixmap::fromImage(tiledImage(scene, size, source));
+        return QPixmap::fromImage(tiledImage(data, size, source));
     }
     QPixmap pixmap(size);
     if (!pixmap.isNull()) {
         pixmap.fill(Qt::white);
-        paintScene(scene, &pixmap, QRectF(), source);
+        if (!paintScene(data, &pixmap, QRectF(), source)) {
+            return {};
+        }
     }
     return pixmap;
 }
 
-bool writePixmap(QGraphicsScene* scene, const QString& fileName, const QRectF& source,
+bool writePixmap(const CCircuitEditorData& data, const QString& fileName, const QRectF& source,
                  bool asJpeg) {
     // Kept within what an int holds: the check of the memory refuses such sizes.
     const auto pixels = [](double units) {
@@ -143,29 +148,30 @@ bool writePixmap(QGraphicsScene* scene, const QString& fileName, const QRectF& s
             size.width(), size.height(), LargestJpeg);
         return false;
     }
-    return scenePixmap(scene, size, source).save(fileName, asJpeg ? "JPG" : "PNG", -1);
+    return scenePixmap(data, size, source).save(fileName, asJpeg ? "JPG" : "PNG", -1);
 }
 
-bool printPdf(QGraphicsScene* scene, const QString& fileName, const QRectF& source) {
+bool printPdf(const CCircuitEditorData& data, const QString& fileName, const QRectF& source) {
     QPrinter printer(QPrinter::HighResolution);
     printer.setOutputFormat(QPrinter::PdfFormat);
     printer.setOutputFileName(fileName);
     if (source.height() < source.width()) {
         printer.setPageOrientation(QPageLayout::Landscape);
     }
-    return paintScene(scene, &printer, QRectF(), source);
+    return paintScene(data, &printer, QRectF(), source);
 }
 
 /// PostScript is the page of the PDF, converted by a program: no library of another licence comes
 /// into a plug-in.
-bool printPostScript(QGraphicsScene* scene, const QString& fileName, const QRectF& source) {
+bool printPostScript(const CCircuitEditorData& data, const QString& fileName,
+                     const QRectF& source) {
     const QTemporaryDir folder;
     if (!folder.isValid()) {
         qWarning("there is no room for temporary files: %s", qPrintable(folder.errorString()));
         return false;
     }
     const QString pdf = folder.filePath(QStringLiteral("drawing.pdf"));
-    if (!printPdf(scene, pdf, source)) {
+    if (!printPdf(data, pdf, source)) {
         return false;
     }
     QProcess converter;
@@ -180,7 +186,7 @@ bool printPostScript(QGraphicsScene* scene, const QString& fileName, const QRect
            converter.exitCode() == 0;
 }
 
-bool writeSvg(QGraphicsScene* scene, const QString& fileName, const QRectF& source) {
+bool writeSvg(const CCircuitEditorData& data, const QString& fileName, const QRectF& source) {
     QFile file(fileName);
     if (!file.open(QIODevice::WriteOnly)) {
         return false;
@@ -189,7 +195,7 @@ bool writeSvg(QGraphicsScene* scene, const QString& fileName, const QRectF& sour
     const QScreen* screen = QGuiApplication::primaryScreen();
     SvgPicture picture(&file, screen ? qRound(screen->logicalDotsPerInchY()) : 72);
     // It has no size and so no "whole device": the drawing is written in scene units.
-    return paintScene(scene, &picture, QRectF(QPointF(), source.size()), source) && file.flush();
+    return paintScene(data, &picture, QRectF(QPointF(), source.size()), source) && file.flush();
 }
 
 }  // namespace
@@ -212,18 +218,19 @@ bool CCircuitEditorData::writePicture(CCircuitEditor::CaptureFormat format,
                                       const QString& fileName) {
     const QRectF source = pictureRect();
     const WaitCursor cursor;
+    const QScopedValueRollback<Picture> underWay(picture, Picture::UnderWay);
     switch (format) {
         case CCircuitEditor::PS:
-            return printPostScript(scene, fileName, source);
+            return printPostScript(*this, fileName, source);
         case CCircuitEditor::PDF:
-            return printPdf(scene, fileName, source);
+            return printPdf(*this, fileName, source);
         case CCircuitEditor::SVG:
-            return writeSvg(scene, fileName, source);
+            return writeSvg(*this, fileName, source);
         case CCircuitEditor::JPG:
         case CCircuitEditor::PNG:
             break;
     }
-    return writePixmap(scene, fileName, source, format == CCircuitEditor::JPG);
+    return writePixmap(*this, fileName, source, format == CCircuitEditor::JPG);
 }
 
 void CCircuitEditor::captureTo(CaptureFormat format) {
@@ -253,6 +260,19 @@ bool CCircuitEditor::captureToFile(int format, const QString& fileName) {
     }
     const PictureTime time(this, d.get());
     return d->writePicture(static_cast<CaptureFormat>(format), fileName);
+}
+
+void CCircuitEditor::giveUpPicture() {
+    if (d->picture == CCircuitEditorData::Picture::UnderWay) {
+        d->picture = CCircuitEditorData::Picture::GivenUp;
+    }
+}
+
+bool CCircuitEditor::hasTurnInPicture() {
+    if (d->picture == CCircuitEditorData::Picture::UnderWay) {
+        emit pictureProgress();
+    }
+    return d->picture != CCircuitEditorData::Picture::GivenUp;
 }
 
 void CCircuitEditor::captureToPS() {
@@ -285,8 +305,7 @@ void CCircuitEditor::captureToClipboard() {
     const QSize size = mapFromScene(source).boundingRect().size();
     {
         const WaitCursor cursor;
-        QApplication::clipboard()->setPixmap(scenePixmap(d->scene, size, source),
-                                             QClipboard::Clipboard);
+        QApplication::clipboard()->setPixmap(scenePixmap(*d, size, source), QClipboard::Clipboard);
     }
     QMessageBox::information(this, QStringLiteral("Copied"),
                              QStringLiteral("The circuit diagram was copied into the clipboard"),

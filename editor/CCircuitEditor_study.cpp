@@ -14,6 +14,9 @@
 
 #include <Plexa/DomAccess.h>
 
+#include <QApplication>
+#include <QElapsedTimer>
+
 #include <cmath>
 
 namespace {
@@ -41,6 +44,30 @@ QDomDocument storedProject(ICircuit* circuit, IXmlUtils* xmlUtils) {
     return project;
 }
 
+/// The wait cursor, from the first step after half a second on.
+class LateWaitCursor {
+public:
+    LateWaitCursor() { m_time.start(); }
+    ~LateWaitCursor() {
+        if (m_isShown) {
+            QApplication::restoreOverrideCursor();
+        }
+    }
+    Q_DISABLE_COPY(LateWaitCursor)
+
+    void step() {
+        if (!m_isShown && m_time.hasExpired(Patience)) {
+            m_isShown = true;
+            QApplication::setOverrideCursor(Qt::WaitCursor);
+        }
+    }
+
+private:
+    static constexpr qint64 Patience = 500;  // ms
+    QElapsedTimer m_time;
+    bool m_isShown = false;
+};
+
 QPointF wholePosition(const QDomElement& record) {
     const QPointF position = RecordFields::storedPosition(record);
     return {std::trunc(position.x()), std::trunc(position.y())};
@@ -67,12 +94,15 @@ void CCircuitEditor::setCircuit(ICircuit* circuit) {
     d->circuit = circuit;
     d->circuitSolver = new DummyCircuitSolver(circuit, this);
     auto* element = qobject_cast<ICircuitElement*>(circuit->containerObject());
+    LateWaitCursor cursor;
     const QDomDocument project = storedProject(circuit, d->xmlUtils);
+    cursor.step();
     if (!element || project.documentElement().isNull()) {
         return;
     }
     const Plexa::DomAccess access(project);
     showElements(circuit, access.query(QStringLiteral("ProjectPart.CircuitElement")).elements());
+    cursor.step();
     showNodes(circuit, access.query(QStringLiteral("ProjectPart.CircuitNode")).elements());
     for (const QDomElement& record :
          access.query(QStringLiteral("ProjectPart.TextBox")).elements()) {

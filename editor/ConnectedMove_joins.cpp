@@ -14,6 +14,7 @@
 #include <QGraphicsScene>
 #include <QHash>
 #include <QMessageBox>
+#include <QPointer>
 #include <QSet>
 
 namespace {
@@ -193,12 +194,19 @@ bool ConnectedMove::mayJoin(const QList<Join>& joins) const {
         }
     }
     const QStringList names = merging.conflict();
-    return names.isEmpty() ||
-           QMessageBox::question(
-               m_editor, QStringLiteral("Join nets"),
-               QStringLiteral("This joins the nets \"%1\" and \"%2\". They become one. Join them?")
-                   .arg(names.at(0), names.at(1)),
-               QMessageBox::Yes | QMessageBox::No, QMessageBox::No) == QMessageBox::Yes;
+    if (names.isEmpty()) {
+        return true;
+    }
+    // On the heap: the editor may go while it is open, and takes it along.
+    const QPointer<QMessageBox> box(new QMessageBox(
+        QMessageBox::Question, QStringLiteral("Join nets"),
+        QStringLiteral("This joins the nets \"%1\" and \"%2\". They become one. Join them?")
+            .arg(names.at(0), names.at(1)),
+        QMessageBox::Yes | QMessageBox::No, m_editor));
+    box->setDefaultButton(QMessageBox::No);
+    const int answer = box->exec();
+    delete box;
+    return answer == QMessageBox::Yes;
 }
 
 void ConnectedMove::join(const Join& join) {

@@ -439,6 +439,23 @@ TEST_F(MainWindowTest, CancelledOpeningLeavesWhatWasOpen) {
     EXPECT_TRUE(workbench.editorWidget()->updatesEnabled());
 }
 
+TEST_F(MainWindowTest, CancelledExportLeavesNoFileAndTheDrawing) {
+    open(Divider);
+    const QByteArray before = drawing();
+    auto* cancel = window->findChild<QAbstractButton*>("cancelWork");
+    const QString file = folder.filePath("divider.png");
+    LongWork::setPatience(0);
+    QTimer::singleShot(0, cancel, &QAbstractButton::click);
+    QString error = QStringLiteral("not asked");
+    EXPECT_FALSE(workbench.savePicture({PictureFormat::PNG, file}, &error));
+    LongWork::setPatience(500);
+    EXPECT_EQ(error, QString());
+    EXPECT_FALSE(QFile::exists(file));
+    EXPECT_TRUE(cancel->isHidden() && workbench.editorWidget()->updatesEnabled());
+    EXPECT_TRUE(workbench.savePicture({PictureFormat::PNG, file}, &error)) << qPrintable(error);
+    EXPECT_EQ(drawing(), before);
+}
+
 TEST_F(MainWindowTest, CaptionsCircuitFilesAndLosesNothingBySavingThem) {
     QTemporaryDir folder;
     const QString file = folder.filePath(QStringLiteral("divider.ckt"));

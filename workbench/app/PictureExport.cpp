@@ -52,7 +52,7 @@ void PictureExport::exportAs(PictureFormat format) {
     QString error;
     if (m_workbench->savePicture({format, file}, &error)) {
         m_window->statusBar()->showMessage(tr("Wrote %1").arg(QDir::toNativeSeparators(file)));
-    } else {
+    } else if (!error.isEmpty()) {
         QMessageBox::information(m_window, tr("Cannot export"), error);
     }
 }

@@ -13,6 +13,7 @@
 #include "ICircuitTitle.h"
 #include "LongWork.h"
 #include "PendingFile.h"
+#include "PictureWork.h"
 #include "ProjectFile.h"
 #include "ProjectManager.h"
 #include "SimulationPart.h"
@@ -378,6 +379,9 @@ bool Workbench::savePicture(const PictureOutput& picture, QString* error) {
     QString reason = file.obstacle();
     if (reason.isEmpty()) {
         bool written = false;
+        const LongWork work(circuit()->elementCount() + circuit()->nodeCount(),
+                            LongWork::Stop::Possible);
+        const PictureWork steps(editorObject());
         // The paint devices tell in the log what went wrong.
         const HeldMessages messages;
         if (!QMetaObject::invokeMethod(editorObject(), "captureToFile", Qt::DirectConnection,
@@ -385,6 +389,9 @@ bool Workbench::savePicture(const PictureOutput& picture, QString* error) {
                                        Q_ARG(int, static_cast<int>(picture.format)),
                                        Q_ARG(QString, file.temporaryName()))) {
             reason = QStringLiteral("the plug-in writes no pictures");
+        } else if (LongWork::takeStop()) {
+            error->clear();
+            return false;
         } else if (!written && circuit()->elementCount() == 0) {
             reason = QStringLiteral("the drawing is empty");
         } else if (!written || !isWholePicture(picture.format, file.temporaryName())) {

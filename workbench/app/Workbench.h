@@ -66,7 +66,7 @@ public:
     /// What of the project a save under this name would not hold, as one sentence without the full
     /// stop; empty if all is held.
     QString lossesOnSaving(const QString& fileName) const;
-    /// Writes a picture, whole or not at all.
+    /// Writes a picture, whole or not at all; `*error` is empty if the user has cancelled it.
     bool savePicture(const PictureOutput& picture, QString* error);
     /// The drawing as JSON text; empty on failure.
     QByteArray describe(QString* error);

@@ -1,51 +1,30 @@
 // The window with everything in it: the real plug-in, loaded as a file.
 
-#include "CircuitElement.h"
 #include "Clipboard.h"
-#include "DialogDriver.h"
 #include "FileState.h"
-#include "ICanvas.h"
-#include "ICircuit.h"
 #include "ICircuitEditor.h"
-#include "ICircuitEditorExt.h"
 #include "ICircuitEditorExt2.h"
-#include "ICircuitElementFactory.h"
 #include "IPropertyEditor.h"
 #include "LongWork.h"
-#include "MainWindow.h"
-#include "ProjectManager.h"
 #include "WarningGuard.h"
-#include "Workbench.h"
-
-#include <gtest/gtest.h>
+#include "WindowTest.h"
 
 #include <QAbstractButton>
-#include <QAction>
-#include <QApplication>
 #include <QDateTime>
-#include <QDesktopServices>
 #include <QDir>
 #include <QDockWidget>
 #include <QFile>
 #include <QFileInfo>
-#include <QGraphicsItem>
-#include <QGraphicsView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
-#include <QScreen>
 #include <QSignalSpy>
 #include <QStandardPaths>
 #include <QStatusBar>
-#include <QTemporaryDir>
-#include <QTest>
 #include <QTimer>
 #include <QToolBar>
 #include <QTreeWidget>
-#include <QUrl>
-
-#include <memory>
 
 namespace {
 
@@ -55,73 +34,9 @@ const QString Partly = QStringLiteral(VORTEL_SOURCE_DIR "/tests/data/broken/part
 
 }  // namespace
 
-class UrlCatcher : public QObject {
-    Q_OBJECT
-
-public:
-    UrlCatcher() { QDesktopServices::setUrlHandler("file", this, "open"); }
-    ~UrlCatcher() override { QDesktopServices::unsetUrlHandler("file"); }
-    QStringList opened;
-
-public slots:
-    void open(const QUrl& url) { opened << url.toLocalFile(); }
-};
-
-class MainWindowTest : public testing::Test {
+class MainWindowTest : public WindowTest {
 protected:
-    void SetUp() override {
-        QString error;
-        ASSERT_TRUE(workbench.start(QStringLiteral(VORTEL_BIN_DIR "/libcircuiteditor.so"),
-                                    window.get(), &error))
-            << qPrintable(error);
-        ASSERT_TRUE(window->build(&error)) << qPrintable(error);
-        EXPECT_LE(window->width(), QGuiApplication::primaryScreen()->availableSize().width());
-        window->resize(1200, 800);
-        window->show();
-    }
-
-    QAction* action(const char* id) {
-        auto* found = window->findChild<QAction*>(QLatin1String(id));
-        EXPECT_NE(found, nullptr) << id;
-        return found;
-    }
-    void trigger(const char* id) { action(id)->trigger(); }
-    void open(const QString& file) {
-        QString message;
-        EXPECT_TRUE(window->openFile(file, &message));
-        EXPECT_EQ(message, QString());
-    }
-    ICircuit* circuit() {
-        return qobject_cast<ICircuit*>(workbench.object("CSimulatorComponent.circuit"));
-    }
-    QByteArray drawing() {
-        QString error;
-        return workbench.describe(&error);
-    }
-    /// As a user would do it, but for the pointer.
-    void addResistor() {
-        auto* factory = qobject_cast<ICircuitElementFactory*>(
-            workbench.object("CServicesComponent.elementFactory"));
-        circuit()->addElement(factory->createElement("Resistor.Basic"));
-    }
-    /// The next message box: the button with this text.
-    static void answer(DialogDriver& dialogs, const char* button) {
-        dialogs.queue([button](QWidget* box) {
-            for (auto* candidate : box->findChildren<QAbstractButton*>()) {
-                if (candidate->text().remove('&') == QLatin1String(button)) {
-                    candidate->click();
-                    return;
-                }
-            }
-            FAIL() << "no button " << button;
-        });
-    }
-    double scale() { return workbench.canvas()->graphicsView()->transform().m11(); }
-
-    Workbench workbench;
-    // Dies first, as its widgets use the components.
-    std::unique_ptr<MainWindow> window = std::make_unique<MainWindow>(&workbench);
-    QTemporaryDir folder;
+    double scale() { return view()->transform().m11(); }
 };
 
 TEST_F(MainWindowTest, ShowsWhatTheDescriptionLists) {
@@ -640,5 +555,3 @@ TEST_F(MainWindowTest, EditorHearsOfWindowAndProject) {
     trigger("projectHelp");
     EXPECT_EQ(dialogs.titles, QStringList("Project help not found"));
 }
-
-#include "test_main_window.moc"

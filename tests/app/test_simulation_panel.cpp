@@ -1,40 +1,27 @@
 // Set up, run, look: the panels of the simulation in the window, with the real simulator.
 
-#include "Circuit.h"
-#include "CircuitElement.h"
 #include "CurveColors.h"
 #include "CurveData.h"
 #include "CurvePlot.h"
-#include "DialogDriver.h"
-#include "ICanvas.h"
-#include "ICircuitEditorExt.h"
-#include "MainWindow.h"
 #include "PlotPanel.h"
 #include "SimulationPanel.h"
 #include "SimulationPart.h"
-#include "Workbench.h"
+#include "WindowTest.h"
 
-#include <gtest/gtest.h>
 #include <qwt_scale_map.h>
 
-#include <QAction>
-#include <QApplication>
 #include <QComboBox>
 #include <QDockWidget>
 #include <QFile>
-#include <QGraphicsItem>
 #include <QGraphicsScene>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QSignalSpy>
-#include <QTemporaryDir>
-#include <QTest>
 #include <QTreeWidget>
 
 #include <cmath>
 #include <complex>
-#include <memory>
 
 namespace {
 
@@ -43,20 +30,11 @@ constexpr int RunMs = 20000;
 
 }  // namespace
 
-class SimulationPanelTest : public testing::Test {
+class SimulationPanelTest : public WindowTest {
 protected:
     void SetUp() override {
-        QString error;
-        QString message;
-        ASSERT_TRUE(workbench.start(QStringLiteral(VORTEL_BIN_DIR "/libcircuiteditor.so"),
-                                    window.get(), &error))
-            << qPrintable(error);
-        ASSERT_TRUE(window->build(&error)) << qPrintable(error);
-        window->show();
-        QApplication::setActiveWindow(window.get());
-        ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
-        ASSERT_TRUE(window->openFile(QStringLiteral(VORTEL_SOURCE_DIR "/examples/rc-lowpass.vprj"),
-                                     &message));
+        WindowTest::SetUp();
+        open(QStringLiteral(VORTEL_SOURCE_DIR "/examples/rc-lowpass.vprj"));
         panel = qobject_cast<SimulationPanel*>(
             workbench.object("CSimulationComponent.simulationPanel"));
         plot = qobject_cast<PlotPanel*>(workbench.object("CSimulationComponent.plotPanel"));
@@ -103,9 +81,6 @@ protected:
         return {x, qRound(of.transform(QwtPlot::yLeft, y))};
     }
 
-    Workbench workbench;
-    // Dies first, as its widgets use the components.
-    std::unique_ptr<MainWindow> window = std::make_unique<MainWindow>(&workbench);
     SimulationPanel* panel = nullptr;
     PlotPanel* plot = nullptr;
 };
@@ -136,13 +111,8 @@ TEST_F(SimulationPanelTest, PlotsTheResponseOfAFilter) {
     // A further variable needs no further run, and leaves what is looked at.
     const QRectF view(10, -20, 990, 15);
     page(0).setView(view);
-    Circuit& circuit = workbench.simulation()->circuit();
     const QSignalSpy runs(&workbench.simulation()->simulator(), &Simulator::finished);
-    for (int i = 0; i < circuit.elementCount(); ++i) {
-        if (circuit.element(i)->name() == "C1") {
-            circuit.addOutputVariable(circuit.element(i), QStringLiteral("v"));
-        }
-    }
+    circuit()->addOutputVariable(element("C1"), QStringLiteral("v"));
     QApplication::processEvents();
     ASSERT_EQ(plot->content().curves.size(), 3);
     EXPECT_EQ(curve(2).element, "C1");
@@ -180,9 +150,7 @@ TEST_F(SimulationPanelTest, ThePointerZoomsHidesAndShowsInTheDrawing) {
     QTest::mouseClick(page(1).canvas(), Qt::LeftButton, {}, phase);
     const QList<QGraphicsItem*> selected = workbench.canvas()->graphicsScene()->selectedItems();
     ASSERT_EQ(selected.size(), 1);
-    auto* items = qobject_cast<ICircuitEditorExt*>(workbench.editorWidget());
-    Circuit& circuit = workbench.simulation()->circuit();
-    EXPECT_EQ(items->circuitNodeFromItem(selected.first()), circuit.node(0));
+    EXPECT_EQ(items()->circuitNodeFromItem(selected.first()), circuit()->node(0));
 
     // Cursors: dragging one changes what the list tells.
     plot->findChild<QAction*>("plotCursors")->trigger();
@@ -201,10 +169,9 @@ TEST_F(SimulationPanelTest, SavesWhatItShows) {
     choose("Transient");
     type("tran.stop", "2m");
     ASSERT_TRUE(run());
-    const QTemporaryDir folder;
     DialogDriver driver;
     driver.chooseFile(folder.filePath("out.csv"));
-    window->findChild<QAction*>("exportCurvesCsv")->trigger();
+    trigger("exportCurvesCsv");
     QFile file(folder.filePath("out.csv"));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_EQ(file.readLine().trimmed(), "\"time\",\"input\",\"output\"");
@@ -219,10 +186,10 @@ TEST_F(SimulationPanelTest, SavesWhatItShows) {
     EXPECT_TRUE(file.atEnd());
     driver.chooseFile(folder.filePath("no/out.svg"));
     driver.accept();
-    window->findChild<QAction*>("exportCurvesSvg")->trigger();
+    trigger("exportCurvesSvg");
     EXPECT_TRUE(driver.texts.last().contains("cannot write")) << qPrintable(driver.texts.last());
     driver.chooseFile(folder.filePath("out.cir"));
-    window->findChild<QAction*>("exportNetlist")->trigger();
+    trigger("exportNetlist");
     QFile netlist(folder.filePath("out.cir"));
     ASSERT_TRUE(netlist.open(QIODevice::ReadOnly));
     EXPECT_TRUE(netlist.readAll().contains(".tran"));
@@ -243,13 +210,7 @@ TEST_F(SimulationPanelTest, TellsWhatKeepsItFromRunning) {
     type("ac.from", "10");
 
     // A click on what is wrong leads to it.
-    Circuit& circuit = workbench.simulation()->circuit();
-    CircuitElement* resistor = nullptr;
-    for (int i = 0; i < circuit.elementCount(); ++i) {
-        if (circuit.element(i)->name() == "R1") {
-            resistor = CircuitElement::from(circuit.element(i));
-        }
-    }
+    CircuitElement* resistor = element("R1");
     ASSERT_NE(resistor, nullptr);
     resistor->setPropertyValue(0, "{nope}");
     EXPECT_FALSE(run());
@@ -258,8 +219,7 @@ TEST_F(SimulationPanelTest, TellsWhatKeepsItFromRunning) {
     EXPECT_TRUE(problems->item(0)->text().contains("R1"));
     QTest::mouseClick(problems->viewport(), Qt::LeftButton, {},
                       problems->visualItemRect(problems->item(0)).center());
-    auto* items = qobject_cast<ICircuitEditorExt*>(workbench.editorWidget());
-    EXPECT_TRUE(items->itemFor(resistor)->isSelected());
+    EXPECT_TRUE(items()->itemFor(resistor)->isSelected());
     resistor->setPropertyValue(0, "1k");
     EXPECT_TRUE(run());
     EXPECT_EQ(problems->count(), 0);

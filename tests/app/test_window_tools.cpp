@@ -1,26 +1,12 @@
 // The window's ways to place, find, edit, export and read help, by real events.
 
-#include "CircuitElement.h"
-#include "DialogDriver.h"
 #include "ElementDescription.h"
 #include "ElementExplorer.h"
-#include "ICanvas.h"
-#include "ICircuit.h"
-#include "ICircuitEditorExt.h"
 #include "KeysPage.h"
-#include "MainWindow.h"
-#include "ProjectManager.h"
-#include "SearchBox.h"
-#include "Workbench.h"
+#include "WindowTest.h"
 
-#include <gtest/gtest.h>
-
-#include <QAction>
-#include <QApplication>
 #include <QDropEvent>
 #include <QFile>
-#include <QGraphicsItem>
-#include <QGraphicsView>
 #include <QImage>
 #include <QLabel>
 #include <QLineEdit>
@@ -28,27 +14,11 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMimeData>
-#include <QTemporaryDir>
-#include <QTest>
 #include <QTextBrowser>
 #include <QTreeWidget>
 
-class WindowTools : public testing::Test {
+class WindowTools : public WindowTest {
 protected:
-    void SetUp() override {
-        QString error;
-        ASSERT_TRUE(workbench.start(QStringLiteral(VORTEL_BIN_DIR "/libcircuiteditor.so"),
-                                    window.get(), &error))
-            << qPrintable(error);
-        ASSERT_TRUE(window->build(&error)) << qPrintable(error);
-        window->show();
-        window->activateWindow();
-        view()->setFocus();
-        QApplication::processEvents();
-    }
-
-    QGraphicsView* view() { return workbench.canvas()->graphicsView(); }
-    ICircuit* circuit() { return workbench.circuit(); }
     QString typeOf(int index) {
         return CircuitElement::from(circuit()->element(index))->description()->elementType();
     }
@@ -57,41 +27,15 @@ protected:
         QMetaObject::invokeMethod(view(), "isPlacing", Q_RETURN_ARG(bool, placing));
         return placing;
     }
-    void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
-        QTest::keyClick(view(), key, modifiers);
-        QApplication::processEvents();
-    }
-    void click(QPointF place) {
-        QTest::mouseClick(view()->viewport(), Qt::LeftButton, {}, view()->mapFromScene(place));
-    }
-    QGraphicsItem* itemOf(int index) {
-        return qobject_cast<ICircuitEditorExt*>(view())->itemFor(circuit()->element(index));
-    }
-    /// As a double click on the canvas is made by two clicks.
-    void doubleClick(QPointF place) {
-        const QPoint point = view()->mapFromScene(place);
-        click(place);
-        QTest::mouseDClick(view()->viewport(), Qt::LeftButton, {}, point);
-        QTest::mouseRelease(view()->viewport(), Qt::LeftButton, {}, point);
-        QApplication::processEvents();
-    }
+    QGraphicsItem* itemOf(int index) { return items()->itemFor(circuit()->element(index)); }
     QString hint() {
         QApplication::processEvents();
         return window->findChild<QLabel*>("toolHint")->text();
-    }
-    void trigger(const char* id) {
-        auto* action = window->findChild<QAction*>(QLatin1String(id));
-        ASSERT_NE(action, nullptr) << id;
-        action->trigger();
     }
     template <class Child>
     Child* in(const char* parent) {
         return window->findChild<QWidget*>(QLatin1String(parent))->findChild<Child*>();
     }
-
-    Workbench workbench;
-    std::unique_ptr<MainWindow> window = std::make_unique<MainWindow>(&workbench);
-    QTemporaryDir folder;
 };
 
 TEST_F(WindowTools, LettersPlaceWhereTheCanvasHasNoUseForThem) {
@@ -169,9 +113,7 @@ TEST_F(WindowTools, ThePalettePlacesByClickReturnAndDrop) {
 }
 
 TEST_F(WindowTools, FindShowsElementsNetsAndTexts) {
-    QString message;
-    ASSERT_TRUE(
-        window->openFile(QStringLiteral(VORTEL_SOURCE_DIR "/examples/opamp-741.vprj"), &message));
+    open(QStringLiteral(VORTEL_SOURCE_DIR "/examples/opamp-741.vprj"));
     trigger("find");
     auto* field = in<QLineEdit>("find");
     auto* list = in<QListWidget>("find");
@@ -217,9 +159,7 @@ TEST_F(WindowTools, ADoubleClickLeadsToTheValueAndReturnBack) {
 
     DialogDriver dialogs;
     dialogs.chooseEntry("&Copy");
-    const QPoint place = view()->mapFromScene(0, 0);
-    QContextMenuEvent menu(QContextMenuEvent::Mouse, place, view()->viewport()->mapToGlobal(place));
-    QApplication::sendEvent(view()->viewport(), &menu);
+    rightClick(view()->mapFromScene(0, 0));
     for (const char* entry : {"P&roperties", "&Copy", "&Rotate\tR", "&Mirror\tF"}) {
         EXPECT_TRUE(dialogs.texts.first().split('|').contains(entry)) << entry;
     }
@@ -231,8 +171,7 @@ TEST_F(WindowTools, ADoubleClickLeadsToTheValueAndReturnBack) {
 TEST_F(WindowTools, PicturesGoBesideTheProjectWithAMarginIfWanted) {
     const QString project = folder.filePath("my amp.ckt");
     QFile::copy(QStringLiteral(VORTEL_SOURCE_DIR "/tests/data/divider.ckt"), project);
-    QString message;
-    ASSERT_TRUE(window->openFile(project, &message));
+    open(project);
     auto* margin = window->findChild<QAction*>("exportMargin");
     margin->setChecked(false);
     DialogDriver dialogs;

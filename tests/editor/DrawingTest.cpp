@@ -6,6 +6,7 @@
 #include "CCircuitEditorNodeItem.h"
 #include "COutputVariablesWidget.h"
 #include "CircuitElementNode.h"
+#include "Invariants.h"
 #include "WarningGuard.h"
 
 #include <Plexa/ComponentManager.h>

@@ -25,11 +25,6 @@ class CCircuitEditorNodeItem;
 /// The element types that the workbench ships, loaded once.
 const ElementLibrary& shippedLibrary();
 
-/// What must hold in an editor between any two calls; empty if it does, else one sentence for each
-/// breach: maps and scene agree, items show what the model holds, the ends of automatic wires lie
-/// on their terminals, lists and the history hold no strangers.
-QStringList invariantBreaches(const CCircuitEditor& editor);
-
 /// An editor on the reference model, with all collaborators that need no window.
 class EditorTest : public testing::Test {
 protected:

@@ -8,23 +8,25 @@
 #include "COutputVariablesWidget.h"
 #include "CUndoRedo.h"
 #include "CompleteHistory.h"
-#include "DialogDriver.h"
 #include "ICircuitOutputVariable.h"
+#include "Invariants.h"
 #include "OutputVariable.h"
 #include "WarningGuard.h"
 
 #include <QApplication>
 #include <QClipboard>
 #include <QDomDocument>
+#include <QFile>
 #include <QHash>
 #include <QMap>
-#include <QMessageBox>
 #include <QMetaProperty>
-#include <QPushButton>
-#include <QTimer>
 #include <QTreeWidget>
 
+#include <algorithm>
 #include <iterator>
+
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace {
 
@@ -66,35 +68,42 @@ QString firstDifference(const QByteArray& text, const QByteArray& other) {
     return QString::fromUtf8(lines.mid(qMax(0, i - 2), 5).join('\n'));
 }
 
-}  // namespace
-
-bool Answers::eventFilter(QObject* watched, QEvent* event) {
-    auto* question = event->type() == QEvent::Show ? qobject_cast<QMessageBox*>(watched) : nullptr;
-    if (question) {
-        QTimer::singleShot(0, question, [this, question] {
-            question->button(yes ? QMessageBox::Yes : QMessageBox::No)->click();
-        });
-    }
-    return false;
-}
-
-HistoryUser::HistoryUser() {
-    announceLog(QStringLiteral("on_fontSize_valueChanged"));
-    // Every ability, together.
+/// The editor's properties that are on or off, but for the one that forbids all.
+QVector<QMetaProperty> abilities() {
+    QVector<QMetaProperty> result;
     const QMetaObject& meta = CCircuitEditor::staticMetaObject;
     for (int i = meta.propertyOffset(); i < meta.propertyCount(); ++i) {
         const QMetaProperty property = meta.property(i);
         if (property.type() == QVariant::Bool && qstrcmp(property.name(), "ReadOnly") != 0) {
-            property.write(editor, true);
+            result.append(property);
         }
     }
+    return result;
+}
+
+}  // namespace
+
+HistoryUser::HistoryUser() {
+    announceLog(QStringLiteral("on_fontSize_valueChanged"));
 }
 
 HistoryUser::~HistoryUser() {
     startAnew();
 }
 
+void HistoryUser::setProperties(bool on) {
+    for (const QMetaProperty& property : abilities()) {
+        property.write(editor, on);
+    }
+}
+
 void HistoryUser::startAnew() {
+    giveCollaborators();
+    setProperties(true);
+    m_isComplete = true;
+    m_isSteady = true;
+    m_isAllOn = true;
+    m_mistakes.clear();
     editor->stopPlacing();
     framework.component->setManualConnectionMode(false);
     editor->setMode(CCircuitEditor::EditMode);
@@ -129,7 +138,14 @@ QString HistoryUser::mistakeIn(const QVector<UserStep>& steps) {
     QMap<int, QByteArray> states{{0, state()}};
     const auto check = [this, &states](const QString& when) {
         const QByteArray now = state();
-        QStringList mistakes = editor->completeHistory()->differences();
+        QStringList mistakes = breaches();
+        if (!m_isComplete) {
+            // Undo brings back what its commands hold, and no more.
+            states.clear();
+            return mistakes.isEmpty() ? QString()
+                                      : when + QStringLiteral(": ") + mistakes.join('\n');
+        }
+        mistakes += editor->completeHistory()->differences();
         const auto known = states.constFind(undoable());
         if (known == states.constEnd()) {
             states.insert(undoable(), now);
@@ -146,9 +162,13 @@ QString HistoryUser::mistakeIn(const QVector<UserStep>& steps) {
         const bool wasUndone = !editor->redoText().isEmpty();
         perform(steps.at(i));
         turnEventLoop();
+        if (steps.at(i).kind >= SteadyKinds) {
+            m_isSteady = false;
+            states.clear();
+        }
         if (wasUndone && steps.at(i).kind > 1 && editor->redoText().isEmpty()) {
             // A new entry has taken the place of those that were undone.
-            while (states.lastKey() > reached) {
+            while (!states.isEmpty() && states.lastKey() > reached) {
                 states.erase(std::prev(states.end()));
             }
         }
@@ -172,10 +192,54 @@ QString HistoryUser::mistakeIn(const QVector<UserStep>& steps) {
     if (!undone.isEmpty()) {
         return undone;
     }
-    if (undoable() != 0 || !editor->isAsSaved()) {
+    if (m_isSteady && (undoable() != 0 || !editor->isAsSaved())) {
         return QStringLiteral("the beginning is not the saved state");
     }
     return runThrough(false);
+}
+
+QString HistoryUser::mistakeInChild(const QVector<UserStep>& steps) {
+    int ends[2];
+    if (pipe(ends) != 0) {
+        return QStringLiteral("no pipe");
+    }
+    const pid_t child = fork();
+    if (child == 0) {
+        close(ends[0]);
+        const QByteArray mistake = mistakeIn(steps).toUtf8();
+        const ssize_t size = write(ends[1], mistake.constData(), size_t(mistake.size()));
+        _exit(size == mistake.size() && !HasFailure() ? 0 : 1);
+    }
+    close(ends[1]);
+    QFile answer;
+    EXPECT_TRUE(answer.open(ends[0], QIODevice::ReadOnly, QFileDevice::AutoCloseHandle));
+    const QByteArray mistake = answer.readAll();
+    int status = 0;
+    EXPECT_EQ(waitpid(child, &status, 0), child);
+    return mistake.isEmpty() && status != 0
+               ? QStringLiteral("the process ended with %1").arg(status)
+               : QString::fromUtf8(mistake);
+}
+
+QStringList HistoryUser::breaches() {
+    QStringList result = invariantBreaches(*editor) + unannouncedLog() + m_mistakes;
+    if (!editor->hasSpatialIndex()) {
+        return result;
+    }
+    // Asks every item, in the order from the front to the back that an index has its list in.
+    const QPointF place = m_random.bounded(2) ? terminalPoint() : point() + QPointF(7, 3);
+    QList<QGraphicsItem*> found;
+    for (QGraphicsItem* item : editor->scene()->items()) {
+        if (item->isVisible() && item->sceneBoundingRect().intersects({place, QSizeF(1, 1)}) &&
+            item->contains(item->mapFromScene(place))) {
+            found.append(item);
+        }
+    }
+    if (editor->scene()->items(place) != found) {
+        result
+            << QStringLiteral("the index answers others at %1, %2").arg(place.x()).arg(place.y());
+    }
+    return result;
 }
 
 QPointF HistoryUser::point() {
@@ -183,7 +247,7 @@ QPointF HistoryUser::point() {
 }
 
 CCircuitEditorElementItem* HistoryUser::anyElement() {
-    const int count = circuit.elementCount();
+    const int count = editor->circuit() ? circuit.elementCount() : 0;
     return count ? editor->elementItem(circuit.element(m_random.bounded(count))) : nullptr;
 }
 
@@ -197,7 +261,8 @@ QPointF HistoryUser::terminalPoint() {
 }
 
 ICircuitNode* HistoryUser::anyNet() {
-    return circuit.nodeCount() ? circuit.node(m_random.bounded(circuit.nodeCount())) : nullptr;
+    const int count = editor->circuit() ? circuit.nodeCount() : 0;
+    return count ? circuit.node(m_random.bounded(count)) : nullptr;
 }
 
 QGraphicsItem* HistoryUser::anyBox() {
@@ -219,7 +284,6 @@ QGraphicsItem* HistoryUser::anyBox() {
 
 void HistoryUser::perform(const UserStep& step) {
     m_random.seed(step.seed);
-    m_answers.yes = m_random.bounded(2);
     switch (step.kind) {
         case 0:
             editor->undo();
@@ -252,6 +316,26 @@ void HistoryUser::perform(const UserStep& step) {
             break;
         case 23:
             cutNet();
+            break;
+        case 24:
+        case 25:
+            openMenu();
+            break;
+        case 26:
+            pickOutput();
+            break;
+        case 27:
+            doubleClick(m_random.bounded(2) ? terminalPoint() + QPointF(12, 3) : point());
+            break;
+        case 28:
+        case 29:
+            switchProperty();
+            break;
+        case 30:
+            reload();
+            break;
+        case 31:
+            changeCollaborators();
             break;
         default:
             draw(step.kind);
@@ -388,7 +472,6 @@ void HistoryUser::changeBox() {
     }
     const QRectF rect = item->sceneBoundingRect();
     auto* text = dynamic_cast<CCircuitEditorTextBox*>(item);
-    DialogDriver driver;
     switch (m_random.bounded(6)) {
         case 0:
             drag(rect.center(), point());
@@ -414,7 +497,6 @@ void HistoryUser::changeBox() {
             break;
         default:
             if (text) {
-                driver.accept();
                 text->editText();
             }
             break;
@@ -536,6 +618,115 @@ void HistoryUser::cutNet() {
             }
             break;
         default:
+            break;
+    }
+}
+
+void HistoryUser::openMenu() {
+    const QGraphicsItem* box = anyBox();
+    switch (m_random.bounded(4)) {
+        case 0:
+            rightClick(point());
+            break;
+        case 1:
+            rightClick(box ? box->sceneBoundingRect().center() : point());
+            break;
+        case 2:
+            // A wire has its menu where it leaves a terminal.
+            rightClick(terminalPoint());
+            break;
+        default:
+            rightClick(terminalPoint() + QPointF(12, 3));
+            break;
+    }
+}
+
+void HistoryUser::pickOutput() {
+    editor->setMode(CCircuitEditor::OutVarSelectionMode);
+    click(terminalPoint() + (m_random.bounded(2) ? QPointF() : QPointF(12, 3)));
+    key(Qt::Key_Tab);
+    editor->setMode(CCircuitEditor::EditMode);
+}
+
+void HistoryUser::switchProperty() {
+    const QVector<QMetaProperty> all = abilities();
+    const QMetaProperty property = all.at(m_random.bounded(all.size()));
+    if (qstrcmp(property.name(), "CompleteHistory") == 0 && !m_isComplete &&
+        !editor->isReadOnly()) {
+        giveCollaborators();
+    }
+    property.write(editor, !property.read(editor).toBool());
+    if (m_random.bounded(10) == 0) {
+        editor->setReadOnly(!editor->isReadOnly());
+    }
+    m_isComplete = editor->isCompleteHistory();
+    m_isAllOn = std::all_of(all.begin(), all.end(), [this](const QMetaProperty& ability) {
+        return ability.read(editor).toBool();
+    });
+}
+
+void HistoryUser::reload() {
+    QDomDocument document;
+    QDomElement root = document.createElement(QStringLiteral("Project"));
+    COutputVariablesWidget* outputs = framework.component->outputVariablesWidget();
+    if (!editor->circuit() || !editor->saveProjectPart(document, root)) {
+        return;
+    }
+    outputs->saveProjectPart(document, root);
+    const QByteArray before = state();
+    editor->closeProjectPart();
+    if (editor->loadProjectPart(document, root)) {
+        outputs->loadProjectPart(document, root);
+    }
+    const QByteArray after = state();
+    if (m_isAllOn && after != before) {
+        m_mistakes << QStringLiteral("after a reload the drawing was\n%1\nand is\n%2")
+                          .arg(firstDifference(before, after), firstDifference(after, before));
+    }
+}
+
+void HistoryUser::giveCollaborators() {
+    editor->setReadOnly(false);
+    editor->setXmlUtils(&xmlUtils);
+    editor->setQObjectLoadSave(&loadSave);
+    editor->setCircuitElementFactory(&factory);
+    editor->setElementExplorer(&explorer);
+    editor->setPropertyEditor(&panel);
+    editor->setClipboard(&clipboard);
+    if (editor->circuitSolver() != &solver) {
+        editor->setCircuitSolver(&solver);
+    }
+}
+
+void HistoryUser::changeCollaborators() {
+    // A history that is to be complete needs them all.
+    editor->setCompleteHistory(false);
+    m_isComplete = false;
+    m_isAllOn = false;
+    switch (m_random.bounded(10)) {
+        case 0:
+            editor->setXmlUtils(nullptr);
+            break;
+        case 1:
+            editor->setQObjectLoadSave(nullptr);
+            break;
+        case 2:
+            editor->setCircuitElementFactory(nullptr);
+            break;
+        case 3:
+            editor->setElementExplorer(nullptr);
+            break;
+        case 4:
+            editor->setPropertyEditor(nullptr);
+            break;
+        case 5:
+            editor->setClipboard(nullptr);
+            break;
+        case 6:
+            editor->setCircuitSolver(nullptr);
+            break;
+        default:
+            giveCollaborators();
             break;
     }
 }

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "DrawingTest.h"
+#include "RandomAnswers.h"
 
-#include <QApplication>
 #include <QRandomGenerator>
 
 /// One thing that a user does: what it means in detail depends on the drawing and on the seed.
@@ -11,23 +11,15 @@ struct UserStep {
     quint32 seed;
 };
 
-/// Says yes or no to whatever is asked, as was last set.
-class Answers : public QObject {
-public:
-    Answers() { qApp->installEventFilter(this); }
-    bool yes = true;
-
-protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
-};
-
-/// A user who does anything, in an editor with a complete history.
+/// A user who does anything, in an editor with a complete history, and more rarely without.
 class HistoryUser : public DrawingTest {
 protected:
     HistoryUser();
     ~HistoryUser() override;
 
-    static constexpr int StepKinds = 24;
+    static constexpr int StepKinds = 32;
+    /// The kinds below leave the editor's properties and collaborators as they are.
+    static constexpr int SteadyKinds = 28;
     void perform(const UserStep& step);
     /// An empty drawing, with nothing selected, copied or under way.
     void startAnew();
@@ -35,6 +27,8 @@ protected:
     QByteArray state();
     /// Performs the steps, then undoes and redoes all. Empty, or what is wrong.
     QString mistakeIn(const QVector<UserStep>& steps);
+    /// The same in a process of its own, whose end may be the mistake.
+    QString mistakeInChild(const QVector<UserStep>& steps);
     int undoable() const;
 
 private:
@@ -53,7 +47,24 @@ private:
     void changeProperty();
     void changeOutputs();
     void cutNet();
+    void openMenu();
+    void pickOutput();
+    void switchProperty();
+    void reload();
+    /// Takes one of the editor's collaborators away, or gives all back.
+    void changeCollaborators();
+    void giveCollaborators();
+    void setProperties(bool on);
+    /// What must hold after each step; empty if it does.
+    QStringList breaches();
 
     QRandomGenerator m_random;
-    Answers m_answers;
+    RandomAnswers m_answers{&m_random};
+    /// What the steps themselves have found.
+    QStringList m_mistakes;
+    bool m_isComplete = true;
+    /// Every ability is on, and no collaborator is missing.
+    bool m_isAllOn = true;
+    /// They were so all the time.
+    bool m_isSteady = true;
 };

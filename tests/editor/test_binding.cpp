@@ -6,6 +6,7 @@
 #include "ControlledElement.h"
 #include "DrawingTest.h"
 #include "DummyCircuitSolver.h"
+#include "Invariants.h"
 
 #include <QFile>
 #include <QGraphicsScene>

@@ -1,14 +1,11 @@
 // A whole circuit drawn from an empty canvas with pointer and keys alone.
 
 #include "CCircuitEditorElementItem.h"
-#include "CCircuitEditorGlobaParamTextBox.h"
 #include "CUndoRedo.h"
 #include "CircuitElementNode.h"
 #include "DrawingTest.h"
 
 #include <QMap>
-#include <QRandomGenerator>
-#include <QSet>
 
 namespace {
 
@@ -189,146 +186,4 @@ TEST_F(Drawing, EveryStepOfASmallDrawingIsUndoneExactly) {
         EXPECT_EQ(snapshot(), history.at(i)) << i;
     }
     EXPECT_EQ(circuit.elementCount(), 0);
-}
-
-TEST_F(Drawing, ARestlessUserBreaksNothing) {
-    const char* const types[] = {"Resistor.Basic", "NPN.Semiconductors", "Ground.Basic",
-                                 "And.Digital",    "Fuse.Basic",         "No.Such"};
-    const Qt::Key keys[] = {Qt::Key_R,    Qt::Key_F,     Qt::Key_Delete, Qt::Key_Left,
-                            Qt::Key_Down, Qt::Key_Right, Qt::Key_Up};
-    editor->setRouteEmptyShapes(true);
-    QRandomGenerator random(20);
-    const auto point = [&random] {
-        return QPointF(random.bounded(-15, 16) * 20, random.bounded(-10, 11) * 20);
-    };
-    const auto terminalPoint = [&]() -> QPointF {
-        if (circuit.elementCount() == 0) {
-            return point();
-        }
-        ICircuitElement* element = circuit.element(random.bounded(circuit.elementCount()));
-        const QStringList names = element->elementNodeNames();
-        return editor->itemFor(element->elementNode(names.at(random.bounded(names.size()))))
-            ->mapToScene(QPointF(0, 0));
-    };
-    const auto element = [&]() -> CCircuitEditorElementItem* {
-        const int count = circuit.elementCount();
-        return count ? editor->elementItem(circuit.element(random.bounded(count))) : nullptr;
-    };
-    const auto create = [&](QPointF place) {
-        // A text box would open its dialog.
-        const QGraphicsItem* there = editor->itemAt(at(place));
-        if (!there || there->type() < TextBoxItemType) {
-            doubleClick(place);
-        }
-    };
-    const auto annotate = [&] {
-        CCircuitEditorElementItem* item = element();
-        const QPointF place = point();
-        if (item && random.bounded(2)) {
-            QMetaObject::invokeMethod(item, "createElementPropertyTextBoxesForDisplayProperties");
-        } else if (random.bounded(2)) {
-            editor->addTextBox(place)->setText(QStringLiteral("a{|b|}{|?|}c"));
-        } else {
-            circuit.addGlobalVariable(QStringLiteral("k"), 1, true);
-            auto* box = editor->addGlobalParamTextBox(place);
-            box->setGlobalParameterName(QStringLiteral("k"));
-            box->setText(QStringLiteral("k = 1"));
-        }
-    };
-    const auto useClipboard = [&] {
-        switch (random.bounded(5)) {
-            case 0:
-                editor->cut();
-                break;
-            case 1:
-                editor->selectAll();
-                key(Qt::Key_Right);
-                break;
-            case 2:
-                key(Qt::Key_Tab);
-                break;
-            default:
-                // Not without bounds: copies of copies double.
-                editor->scene()->items().size() < 200 ? editor->copy() : editor->clear();
-                editor->paste(point());
-                break;
-        }
-    };
-    const auto pickOutput = [&] {
-        editor->setMode(CCircuitEditor::OutVarSelectionMode);
-        if (CCircuitEditorElementItem* item = element()) {
-            circuit.addOutputVariable(item->element(), QStringLiteral("i"));
-            circuit.addOutputVariable(
-                item->element(),
-                item->element()->elementNode(item->element()->elementNodeNames().first()));
-        }
-        editor->setMode(CCircuitEditor::EditMode);
-    };
-    // Asks every item, in the order from the front to the back that an index has its list in.
-    const auto itemsAt = [this](QPointF place) {
-        QList<QGraphicsItem*> found;
-        for (QGraphicsItem* item : editor->scene()->items()) {
-            if (item->isVisible() && item->sceneBoundingRect().intersects({place, QSizeF(1, 1)}) &&
-                item->contains(item->mapFromScene(place))) {
-                found.append(item);
-            }
-        }
-        return found;
-    };
-    for (int i = 0; i < 600; ++i) {
-        editor->setSpatialIndex(i / 100 % 2);
-        switch (random.bounded(14)) {
-            case 10:
-                annotate();
-                break;
-            case 11:
-            case 12:
-                useClipboard();
-                break;
-            case 13:
-                pickOutput();
-                break;
-            case 0:
-            case 1:
-                explorer.selected = QString::fromLatin1(types[random.bounded(6)]);
-                create(point());
-                break;
-            case 2:
-                framework.component->setManualConnectionMode(true);
-                click(terminalPoint());
-                click(point());
-                click(terminalPoint());
-                framework.component->setManualConnectionMode(false);
-                break;
-            case 3:
-                drag(terminalPoint() + QPointF(15, 0), terminalPoint());
-                break;
-            case 4:
-                drag(point(), terminalPoint());
-                break;
-            case 5:
-                drag(point(), point(), Qt::ControlModifier);
-                key(keys[random.bounded(3, 7)], Qt::ShiftModifier);
-                break;
-            case 6:
-            case 7:
-                click(terminalPoint() + QPointF(12, 3));
-                key(keys[random.bounded(7)]);
-                break;
-            case 8:
-                editor->undo();
-                break;
-            default:
-                editor->redo();
-                break;
-        }
-        snapshot();
-        for (const QPointF place : {terminalPoint(), point() + QPointF(7, 3)}) {
-            EXPECT_TRUE(!editor->hasSpatialIndex() ||
-                        editor->scene()->items(place) == itemsAt(place));
-        }
-        ASSERT_FALSE(HasFailure()) << "after step " << i;
-    }
-    framework.component->newCircuit();
-    EXPECT_TRUE(editor->scene()->items().isEmpty());
 }

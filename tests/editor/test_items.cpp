@@ -5,6 +5,7 @@
 #include "CCircuitEditorNodeItem.h"
 #include "EditorTest.h"
 #include "ICircuitElementVisual.h"
+#include "Invariants.h"
 #include "WarningGuard.h"
 
 #include <QApplication>

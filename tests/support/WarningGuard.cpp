@@ -56,6 +56,10 @@ int loggedCount(const QString& text) {
     return static_cast<int>(logged.filter(text).size());
 }
 
+QStringList unannouncedLog() {
+    return unexpected;
+}
+
 void installWarningGuard() {
     qInstallMessageHandler(handleMessage);
     // Before the default printer, whose result line must already know of the failures.

@@ -1,0 +1,103 @@
+// A user of the window who does anything: every action and key, with any answer to what opens.
+
+#include "RandomAnswers.h"
+#include "SimulationPart.h"
+#include "WarningGuard.h"
+#include "WindowTest.h"
+
+#include <QRandomGenerator>
+
+namespace {
+
+int number(const char* variable, int usual) {
+    bool isSet = false;
+    const int value = qEnvironmentVariableIntValue(variable, &isSet);
+    return isSet ? value : usual;
+}
+
+class RestlessWindow : public WindowTest {
+protected:
+    QPointF place() { return {random.bounded(-12, 13) * 20.0, random.bounded(-9, 10) * 20.0}; }
+
+    void act() {
+        QList<QAction*> enabled;
+        for (QAction* action : window->findChildren<QAction*>()) {
+            if (action->isEnabled() && action->isVisible() && !action->isSeparator() &&
+                !action->menu() && action->objectName() != QLatin1String("quit")) {
+                enabled.append(action);
+            }
+        }
+        enabled.at(random.bounded(enabled.size()))->trigger();
+    }
+
+    void useCanvas() {
+        const Qt::Key keys[] = {Qt::Key_R,      Qt::Key_C,      Qt::Key_G,   Qt::Key_W, Qt::Key_F,
+                                Qt::Key_Delete, Qt::Key_Escape, Qt::Key_Tab, Qt::Key_Up};
+        switch (random.bounded(6)) {
+            case 0:
+                doubleClick(place());
+                break;
+            case 1:
+                rightClick(view()->mapFromScene(place()));
+                break;
+            case 2:
+                QTest::mousePress(view()->viewport(), Qt::LeftButton,
+                                  random.bounded(2) ? Qt::ControlModifier : Qt::NoModifier,
+                                  view()->mapFromScene(place()));
+                QTest::mouseMove(view()->viewport(), view()->mapFromScene(place()));
+                QTest::mouseRelease(view()->viewport(), Qt::LeftButton, {},
+                                    view()->mapFromScene(place()));
+                break;
+            default:
+                key(keys[random.bounded(9)]);
+                click(place());
+                break;
+        }
+    }
+
+    /// What is there survives a file.
+    void saveAndOpen() {
+        const QString file = folder.filePath(QStringLiteral("all.vprj"));
+        key(Qt::Key_Escape);
+        QString message;
+        ASSERT_TRUE(workbench.save(file, &message)) << qPrintable(message);
+        const QByteArray before = drawing();
+        ASSERT_TRUE(workbench.open(file, &message)) << qPrintable(message);
+        EXPECT_EQ(drawing(), before);
+    }
+
+    QRandomGenerator random;
+    RandomAnswers answers{&random};
+    UrlCatcher browser;
+};
+
+}  // namespace
+
+// VORTEL_SEQUENCES and VORTEL_SEED make it a longer or another run.
+TEST_F(RestlessWindow, SurvivesAnyAction) {
+    for (const char* text : {"Undo: ", "Redo: ", "on_fontSize_valueChanged"}) {
+        announceLog(QLatin1String(text));
+    }
+    for (const char* name : {"a.vprj", "b.ckt", "c.svg", "d.csv", "no/e.vprj"}) {
+        answers.files.append(folder.filePath(QLatin1String(name)));
+    }
+    const int seed = number("VORTEL_SEED", 1);
+    for (int sequence = 0; sequence < number("VORTEL_SEQUENCES", 2); ++sequence) {
+        random.seed(seed + sequence);
+        for (int i = 0; i < 50; ++i) {
+            random.bounded(2) ? act() : useCanvas();
+            QApplication::processEvents();
+            QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+            ASSERT_FALSE(HasFailure()) << "seed " << seed + sequence << ", step " << i;
+        }
+        workbench.simulation()->simulator().cancel();
+        saveAndOpen();
+        ASSERT_FALSE(HasFailure()) << "seed " << seed + sequence;
+        for (QWidget* other : QApplication::topLevelWidgets()) {
+            if (other != window.get() && other->isVisible()) {
+                other->close();
+            }
+        }
+    }
+    workbench.clear();
+}

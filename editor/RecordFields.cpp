@@ -87,7 +87,8 @@ void RecordFields::setStoredColors(QDomElement& record, const CCircuitEditorText
     for (const ColorField& field : ColorFields) {
         const QColor color = (box.*field.get)();
         const QColor standard = TextBoxColors::standard(field.palette);
-        if (color != standard || !standard.isValid()) {
+        // A colour that is none shows, and is written, as black.
+        if (color.rgba() != standard.rgba() || !standard.isValid()) {
             record.setAttribute(QLatin1String(field.attribute), colorName(color));
         }
     }

@@ -398,26 +398,3 @@ TEST_F(PropertyEditorTest, ObjectMayDieWhileItIsShown) {
     EXPECT_EQ(changes.count(), 0);
     EXPECT_EQ(visibleTexts(panel), QStringList());
 }
-
-TEST(ProjectManagerTest, TellsOfAnotherFileOnce) {
-    ProjectManager manager;
-    QSignalSpy changed(&manager, SIGNAL(currentProjectFileNameChanged(QString)));
-    manager.setProjectFileName("a.ckt");
-    manager.setProjectFileName("a.ckt");
-    EXPECT_EQ(manager.projectFileName(), "a.ckt");
-    ASSERT_EQ(changed.count(), 1);
-    EXPECT_EQ(changed.first().first().toString(), "a.ckt");
-    EXPECT_NE(manager.qt_metacast("com.tesmira.IProjectExt/1.0"), nullptr);
-
-    // As a part it takes part in everything and stores nothing.
-    auto* part = static_cast<IProjectPart*>(manager.qt_metacast("com.tesmira.IProjectPart/1.0"));
-    ASSERT_NE(part, nullptr);
-    QDomDocument document;
-    QDomElement record = document.createElement("ProjectPart");
-    EXPECT_TRUE(part->newProjectPart() && part->initializeProjectPart() &&
-                part->closeProjectPart());
-    EXPECT_TRUE(part->loadProjectPart(document, record));
-    EXPECT_FALSE(part->saveProjectPart(document, record));
-    EXPECT_FALSE(record.hasChildNodes());
-    EXPECT_NE(part->projectPartID(), "VortelCircuit");
-}

@@ -148,23 +148,6 @@ TEST_F(Binding, ThePanelShowsTheSelectionAndLosesWhatIsRemoved) {
     EXPECT_EQ(panel.shown, nullptr);
 }
 
-TEST_F(Binding, ClearingEmptiesModelSceneAndMapsWithEveryKindOfState) {
-    addDivider();
-    itemOf(circuit.node(0))->addShape(QPainterPath(QPointF(1, 1)), true);
-    editor->highlight(terminal(QStringLiteral("R1.p")));
-    itemOf(element(QStringLiteral("R1")))->setSelected(true);
-    editor->scene()
-        ->addRect(QRectF(0, 0, 5, 5))
-        ->setParentItem(editor->scene()->addRect(QRectF(0, 0, 9, 9)));
-    QSignalSpy cleared(editor->undoStack(), &CUndoRedoStack::stackCleared);
-    EXPECT_TRUE(editor->closeProjectPart());
-    EXPECT_EQ(cleared.size(), 1);
-    EXPECT_TRUE(editor->scene()->items().isEmpty());
-    EXPECT_EQ(circuit.elementCount() + circuit.nodeCount(), 0);
-    addDivider();
-    EXPECT_TRUE(invariantBreaches(*editor).isEmpty());
-}
-
 TEST_F(Binding, WritesElementsWithTwoDecimalsAndNodesWithAll) {
     addDivider();
     itemOf(circuit.node(0))->setPos(1.23456789, 0);
@@ -222,22 +205,6 @@ TEST_F(Binding, ProjectPartAndCircuitFileComeBackAsTheyWere) {
     QFile text(file);
     ASSERT_TRUE(text.open(QIODevice::ReadOnly));
     EXPECT_TRUE(text.readAll().startsWith("<!DOCTYPE VortelCircuit>"));
-}
-
-TEST_F(Binding, FilesHoldHoweverFarAwayThingsAre) {
-    addDivider();
-    circuit.removeElement(element(QStringLiteral("C1")));
-    QPainterPath drawn(QPointF(30, 0));
-    drawn.lineTo(-5e6, 3e6);
-    itemOf(circuit.node(0))->addShape(drawn, true);
-    editor->setInternalMove(true);
-    itemOf(element(QStringLiteral("R2")))->setInternalMoveMode(true);
-    itemOf(element(QStringLiteral("R2")))->setPos(2e6, -3e6);
-    editor->setInternalMove(false);
-    const QByteArray before = editor->describe();
-    const QDomElement part = savedPart();
-    EXPECT_TRUE(editor->loadProjectPart(document, part));
-    EXPECT_EQ(editor->describe(), before);
 }
 
 TEST_F(Binding, ResolvesControlsWhenTheWholeCircuitExists) {
@@ -358,21 +325,4 @@ TEST_F(Binding, NamesWithForbiddenCharactersDoNotSpoilTheFile) {
     editor->load(file);
     ASSERT_EQ(circuit.nodeCount(), 1);
     EXPECT_EQ(circuit.node(0)->name(), QStringLiteral("ab"));
-}
-
-TEST_F(Binding, DescribesTheDrawing) {
-    addDivider();
-    const QJsonObject drawing = QJsonDocument::fromJson(editor->describe()).object();
-    const QJsonObject r2 = drawing[QStringLiteral("elements")].toArray().at(1).toObject();
-    EXPECT_EQ(r2[QStringLiteral("name")].toString(), QStringLiteral("R2"));
-    EXPECT_EQ(r2[QStringLiteral("type")].toString(), QStringLiteral("Resistor.Basic"));
-    EXPECT_EQ(r2[QStringLiteral("x")].toDouble(), 204.127);
-    EXPECT_EQ(r2[QStringLiteral("outline")].toArray().at(2).toDouble(), 40.0);
-    EXPECT_EQ(r2[QStringLiteral("parameters")].toObject()[QStringLiteral("R")].toString(),
-              QStringLiteral("1k"));
-    const QJsonObject node = drawing[QStringLiteral("nodes")].toArray().at(0).toObject();
-    EXPECT_EQ(node[QStringLiteral("terminals")].toArray().size(), 3);
-    EXPECT_EQ(node[QStringLiteral("path")].toArray().at(0).toArray().at(0).toString(),
-              QStringLiteral("M"));
-    EXPECT_EQ(editor->describe(), editor->describe());
 }

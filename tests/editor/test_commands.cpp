@@ -170,18 +170,6 @@ TEST_F(Commands, DeletionOfANetOfTwoCanBeUndoneAndOfThreeCannot) {
     EXPECT_EQ(editor->undoStack()->count(), full);
 }
 
-TEST_F(Commands, DeletionOfANetWhoseElementIsGoneStaysUndone) {
-    create("Resistor.Basic", {0, 0});
-    create("Resistor.Basic", {200, 0});
-    solver.makeConnection(terminal("R1.n"), terminal("R2.p"));
-    click({100, 2});
-    key(Qt::Key_Delete);
-    circuit.removeElement(element("R2"));
-    const QByteArray before = snapshot();
-    editor->undo();
-    EXPECT_EQ(snapshot(), before);
-}
-
 TEST_F(Commands, CreationAndDeletionBringBackAnotherObject) {
     const QByteArray empty = snapshot();
     create("Resistor.Basic", {40, 50});
@@ -205,48 +193,4 @@ TEST_F(Commands, CreationAndDeletionBringBackAnotherObject) {
     // And so does the creation: its element is another one now.
     editor->undo();
     EXPECT_EQ(snapshot(), before);
-}
-
-TEST_F(Commands, OfASnapshotThatCannotBeReadNothingCounts) {
-    struct : ObjectLoadSave {
-        void save(QObject* object, QDomDocument document, QDomElement element) override {
-            ObjectLoadSave::save(object, document, element);
-            element.appendChild(document.createElement(QStringLiteral("not a name")));
-        }
-    } unreadable;
-    create("Resistor.Basic", {0, 0});
-    const QByteArray fresh = snapshot();
-    itemOf("R1")->setPos(40, 50);
-    element("R1")->setProperty("R", QStringLiteral("22"));
-    CCircuitEditorCmds::QObjectLoadSave = &unreadable;
-    removeElement("R1");
-    editor->undo();
-    EXPECT_EQ(snapshot(), fresh);
-    CCircuitEditorCmds::QObjectLoadSave = nullptr;
-}
-
-TEST_F(Commands, SurviveTheClearingOfTheCircuit) {
-    create("Resistor.Basic", {0, 0});
-    create("Resistor.Basic", {200, 0});
-    layWire({{30, 0}, {170, 0}});
-    drag({0, 200}, {0, 210});
-    click({0, 0});
-    panel.edit(QStringLiteral("R"), QStringLiteral("22"));
-    removeElement("R1");
-    framework.component->newCircuit();
-    turnEventLoop();
-    while (!snapshot().isEmpty() && editor->undoStack()->count() > 0) {
-        const QString text = editor->undoStack()->undoText();
-        const int logged = loggedCount(QStringLiteral("Undo: "));
-        editor->undo();
-        if (loggedCount(QStringLiteral("Undo: ")) == logged) {
-            break;
-        }
-    }
-    // Only the deletion had something to bring back.
-    EXPECT_EQ(circuit.elementCount(), 1);
-    for (int i = 0; i < 8; ++i) {
-        editor->redo();
-        snapshot();
-    }
 }

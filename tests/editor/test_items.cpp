@@ -137,25 +137,6 @@ TEST_F(Items, AViewBoxOffTheCentreIsDrawnDisplaced) {
     item.setElement(nullptr);
 }
 
-TEST_F(Items, AnInvalidRendererWarnsAtEachPaintAndShowsNoFrame) {
-    announceLog(QStringLiteral(":Invalid renderer state"));
-    PicturedElement element;
-    element.forced = true;
-    CCircuitEditorElementItem item(editor.get());
-    item.setElement(&element);
-    item.setSelected(true);
-    const QImage image = painted(&item);
-    painted(&item);
-    EXPECT_EQ(loggedCount(QStringLiteral("virtual void CCircuitEditorElementItem::paint(QPainter*, "
-                                         "const QStyleOptionGraphicsItem*, QWidget*):Invalid "
-                                         "renderer state")),
-              2);
-    QImage white(image.size(), image.format());
-    white.fill(Qt::white);
-    EXPECT_EQ(image, white);
-    item.setElement(nullptr);
-}
-
 TEST_F(Items, ToolTipNamesTheModelAndItsFile) {
     CircuitElement* npn = add("NPN.Semiconductors", {0, 0});
     auto* item = itemOf(npn);

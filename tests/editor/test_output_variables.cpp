@@ -404,48 +404,6 @@ TEST_F(OutputVariables, RowsAreDraggedWithTheMouse) {
     EXPECT_EQ(texts(), QStringList{"out1=nodev_of_n1"});
 }
 
-TEST_F(OutputVariables, ForgedAndForeignDropsAreRefused) {
-    addThree();
-    const std::unique_ptr<QMimeData> good(dataOf({list()->model()->index(1, 0)}));
-    const QString format = good->formats().first();
-    const QByteArray bytes = good->data(format);
-    const auto refused = [&](const QByteArray& array) {
-        QMimeData forged;
-        forged.setData(format, array);
-        const int before = list()->topLevelItemCount();
-        return !drop(&forged, 0) && list()->topLevelItemCount() == before;
-    };
-    for (int length = 0; length < bytes.size(); ++length) {
-        EXPECT_TRUE(refused(bytes.left(length))) << length;
-    }
-    const auto record = [](const QByteArray& fields) {
-        QByteArray inner;
-        QDataStream innerStream(&inner, QIODevice::WriteOnly);
-        innerStream << QString("text") << fields;
-        QByteArray outer;
-        QDataStream outerStream(&outer, QIODevice::WriteOnly);
-        outerStream << inner;
-        return outer;
-    };
-    const QByteArray fields = bytes.right(25);
-    EXPECT_FALSE(refused(record("short") + record(fields)));
-    delete row(0);
-    for (const QByteArray& forged : {record({}), record(fields.left(24)), record(fields + '\0'),
-                                     record(QByteArray(25, '\x41')), QByteArray(100, '\xff'),
-                                     QByteArray("\x7f\xff\xff\xff", 4)}) {
-        EXPECT_TRUE(refused(forged));
-    }
-    // Bytes of a variable that has gone meanwhile.
-    circuit.removeOutputVariable(circuit.outputVariable(1));
-    turnEventLoop();
-    EXPECT_TRUE(refused(bytes));
-
-    // The view takes no drop of another's.
-    QDropEvent event(QPointF(5, 5), Qt::MoveAction, good.get(), Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(list()->viewport(), &event);
-    EXPECT_EQ(list()->topLevelItemCount(), 2);
-}
-
 TEST_F(OutputVariables, SavedAndLoadedWithOrderNamesAndMarks) {
     addThree();
     circuit.outputVariable(0)->setAC(true);

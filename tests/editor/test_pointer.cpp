@@ -79,20 +79,6 @@ TEST_F(Pointer, DoubleClickMakesTheChosenElementOnTheGrid) {
     EXPECT_EQ(circuit.elementCount(), 2);
 }
 
-TEST_F(Pointer, DoubleClickIsRefusedWhileVariablesArePicked) {
-    explorer.selected = QStringLiteral("Resistor.Basic");
-    editor->setMode(CCircuitEditor::OutVarSelectionMode);
-    DialogDriver driver;
-    driver.accept();
-    doubleClick({0, 0});
-    EXPECT_EQ(driver.titles, QStringList{"Error"});
-    EXPECT_EQ(driver.texts, QStringList{"Cannot create new items in \"Add Variable\" mode"});
-    editor->setMode(CCircuitEditor::ManualConnectionMode);
-    doubleClick({0, 0});
-    EXPECT_EQ(circuit.elementCount(), 0);
-    editor->setMode(CCircuitEditor::EditMode);
-}
-
 TEST_F(Pointer, DraggingTheCanvasPansByTheScreen) {
     QCursor::setPos(300, 300);
     const QPoint before(editor->horizontalScrollBar()->value(),

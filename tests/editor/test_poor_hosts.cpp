@@ -100,23 +100,6 @@ TEST_F(PoorHost, WiresAreNotMergedWithoutTheAbility) {
     Host().run();
 }
 
-TEST_F(PoorHost, ACircuitIsLetGoOfAlsoWhenItsSolverHasGone) {
-    auto doomed = std::make_unique<CircuitSolver>(&circuit);
-    editor->setCircuitSolver(doomed.get());
-    add("Resistor.Basic", {0, 0});
-    doomed.reset();
-    Circuit second;
-    CircuitSolver secondSolver(&second);
-    editor->setCircuitSolver(&secondSolver);
-    EXPECT_TRUE(editor->scene()->items().isEmpty());
-    int modified = 0;
-    QObject::connect(editor.get(), &CCircuitEditor::projectPartModified,
-                     [&modified] { ++modified; });
-    circuit.addElement(factory.createElement(QStringLiteral("Resistor.Basic")));
-    EXPECT_EQ(modified, 0);
-    editor->setCircuitSolver(nullptr);
-}
-
 TEST_F(PoorHost, ASolverThatOnlyCutsGetsTheNodeRemovedByTheCircuit) {
     CuttingSolver cutting(&circuit);
     editor->setCircuitSolver(&cutting);
@@ -128,44 +111,6 @@ TEST_F(PoorHost, ASolverThatOnlyCutsGetsTheNodeRemovedByTheCircuit) {
                                           Q_ARG(ICircuitNode*, circuit.node(0))));
     EXPECT_EQ(circuit.nodeCount(), 0);
     editor->setCircuitSolver(nullptr);
-}
-
-TEST_F(PoorHost, CommandsOutliveTheirCollaborators) {
-    class Host : public DrawingTest {
-        void TestBody() override {}
-
-    public:
-        void run() {
-            EmptyFactory empty;
-            create("Resistor.Basic", {0, 0});
-            create("Resistor.Basic", {200, 0});
-            layWire({{30, 0}, {170, 0}});
-            click({0, 12});
-            panel.edit(QStringLiteral("R"), QStringLiteral("2k"));
-            auto ownPanel = std::make_unique<PanelStub>();
-            editor->setPropertyEditor(ownPanel.get());
-            ownPanel.reset();
-            EXPECT_EQ(editor->propertyEditor(), nullptr);
-            click({300, 300});
-            click({0, 12});
-            CCircuitEditorCmds::CircuitElementFactory = &empty;
-            for (int i = 0; i < 4; ++i) {
-                editor->undo();
-            }
-            turnEventLoop();
-            EXPECT_EQ(circuit.elementCount(), 0);
-            for (int i = 0; i < 5; ++i) {
-                editor->redo();  // a factory that answers nothing
-            }
-            EXPECT_EQ(circuit.elementCount(), 0);
-            CCircuitEditorCmds::CircuitSolver = nullptr;
-            CCircuitEditorCmds::Circuit = nullptr;
-            for (int i = 0; i < 5; ++i) {
-                editor->undo();
-            }
-        }
-    };
-    Host().run();
 }
 
 #include "test_poor_hosts.moc"

@@ -162,43 +162,4 @@ TEST_F(Study, ACircuitThatIsNoElementHasNothingToShow) {
 
 using ProjectRecords = DrawingTest;
 
-TEST_F(ProjectRecords, ForgedOnesLeaveADrawingThatOpensAgain) {
-    QString text = QStringLiteral(
-        "<P Title='a]]&gt;b'><CircuitElement ElementType='Resistor.Basic' ID='0'/>"
-        "<CircuitElement/><CircuitNode/><GlobalVar/><GlobalVar Name='k' Value='1' IsReal='x'/>"
-        "<TextBox/><TextBox X='1e999' Width='nan' FontFamily='' FillColor='none' BorderColor=''>"
-        "ab{|</TextBox><TextBox><![CDATA[a]]]]><![CDATA[>b{|?|}{|?|}]]></TextBox>"
-        "<TextBox TextColor='#12'>%1</TextBox>"
-        "<EPTextBox/><EPTextBox ElementIndex='-1'/><EPTextBox ElementIndex='77'/>"
-        "<EPTextBox ElementIndex='0' Property='No such'/><EPTextBox ElementIndex='0' Property='R'/>"
-        "<GlobalParamTextBox/><GlobalParamTextBox GlobalParamName='k'>k = 1</GlobalParamTextBox>"
-        "</P>");
-    text = text.arg(QString(100000, QLatin1Char('y')));
-    QDomDocument document;
-    ASSERT_TRUE(document.setContent(text));
-    ASSERT_TRUE(editor->loadProjectPart(document, document.documentElement()));
-    turnEventLoop();  // boxes without a text go
-    EXPECT_EQ(editor->textBoxCount(), 3);
-    EXPECT_EQ(editor->textBox(1)->text(), "a]]>b{|?|}{|?|}");
-    // Without an index it is the first element, as any number that isn't one reads as 0.
-    EXPECT_EQ(editor->elementPropertyTextBoxCount(), 3);
-    EXPECT_EQ(editor->globalParamTextBoxCount(), 1);
-    editor->textBox(0)->setText(QStringLiteral("bell\a end"));
-
-    QByteArray described;
-    for (int round = 0; round < 2; ++round) {
-        QDomDocument saved;
-        QDomElement root = saved.createElement(QStringLiteral("ProjectPart"));
-        saved.appendChild(root);
-        ASSERT_TRUE(editor->saveProjectPart(saved, root));
-        QDomDocument again;
-        ASSERT_TRUE(again.setContent(saved.toByteArray(2)));
-        ASSERT_TRUE(editor->loadProjectPart(again, again.documentElement()));
-        turnEventLoop();
-        EXPECT_EQ(editor->textBox(0)->text(), "bell end");
-        EXPECT_TRUE(round == 0 || editor->describe() == described);
-        described = editor->describe();
-    }
-}
-
 #include "test_study.moc"

@@ -17,15 +17,7 @@
 #include <QTextCursor>
 #include <QTextDocument>
 
-#include <random>
-
 namespace {
-
-QString throughDocument(const QString& encoded) {
-    QTextDocument document;
-    TextBoxText::fill(&document, encoded, QFont());
-    return TextBoxText::encodedText(document);
-}
 
 class TextBoxes : public DrawingTest {
 protected:
@@ -91,32 +83,6 @@ TEST(TextEncoding, ComesBackFromTheDocument) {
     }
 }
 
-TEST(TextEncoding, IsKeptForRandomTexts) {
-    std::mt19937 random(7);
-    const QStringList pieces{"a", " ", "|", "}", "{z", "5", QString::fromUtf8("\u05d0"), "\t"};
-    for (int round = 0; round < 3000; ++round) {
-        QString text;
-        for (int i = static_cast<int>(random() % 12); i > 0; --i) {
-            const unsigned kind = random() % 5;
-            if (kind == 0) {
-                text += QStringLiteral("{|?|}");
-            } else if (kind == 1) {
-                text += QStringLiteral("{|%1|}").arg(QChar(static_cast<int>('a' + random() % 26)));
-            } else {
-                text += pieces.at(static_cast<int>(random() % pieces.size()));
-            }
-        }
-        // The symbol that opens a block is lost, and no more.
-        const QString written = throughDocument(text);
-        if (!text.contains(QLatin1String("{|?|}{|")) || text == written) {
-            ASSERT_EQ(written, text) << qPrintable(text);
-        }
-        const QString again = throughDocument(written);
-        ASSERT_EQ(again.count(QLatin1String("{|?|}")), text.count(QLatin1String("{|?|}")));
-        ASSERT_EQ(throughDocument(again), again) << qPrintable(text);
-    }
-}
-
 TEST(TextEncoding, SymbolsThatWereTornApartAreMended) {
     const struct {
         int position;
@@ -171,27 +137,6 @@ TEST(TextEncoding, OfLongTextsTakesTimeByTheirLength) {
         // By the square of the length it would be minutes.
         EXPECT_LT(watch.elapsed(), 8000) << piece;
     }
-}
-
-TEST_F(TextBoxes, HoldWhatTheyAreGiven) {
-    EXPECT_EQ(int(box->flags()), 0x807);
-    EXPECT_EQ(box->toolTip(), QStringLiteral("Double click here to edit the text"));
-    EXPECT_EQ(box->fillColor(), QColor(255, 0, 0));
-    EXPECT_FALSE(box->borderColor().isValid());
-    box->setDefaultFont(QFont(QStringLiteral("DejaVu Sans"), 17));
-    box->setDefaultFont(box->defaultFont());
-    EXPECT_EQ(box->defaultFont().pixelSize(), 17);
-    EXPECT_EQ(box->defaultFont().pointSize(), -1);
-    // A symbol has no size in points then, and the log stays silent.
-    box->setText(QStringLiteral("a{|b|}"));
-    EXPECT_EQ(editor->addTextBox(QPointF(300, 40))->rect(), QRectF(300, 40, 21, 21));
-    editor->setTextBoxDefaultSize(50, 10);
-    EXPECT_EQ(editor->addTextBox(QPointF())->rect(), QRectF(0, 0, 50, 21));
-    takeReports();
-    box->setText(QString());
-    EXPECT_EQ(takeReports(), 1);
-    EXPECT_TRUE(box.isNull());
-    EXPECT_EQ(editor->textBoxCount(), 2);
 }
 
 TEST_F(TextBoxes, AreResizedByTheirCorner) {

@@ -85,34 +85,6 @@ protected:
 
 }  // namespace
 
-TEST(SymbolPalette, FillsItsAreaWithTheLetters) {
-    SymbolWidget palette;
-    palette.show();
-    auto* table = palette.findChild<QTableWidget*>();
-    QString letters;
-    for (int i = 0; i < 26; ++i) {
-        letters += table->item(i / 13, i % 13)->text();
-    }
-    EXPECT_EQ(letters, QStringLiteral("abcdefghijklmnopqrstuWwxyz"));
-    for (const QSize size : {QSize(390, 80), QSize(641, 97), QSize(200, 40)}) {
-        palette.resize(size);
-        QCoreApplication::processEvents();
-        const QSize area = table->viewport()->size();
-        EXPECT_EQ(table->columnWidth(0), area.width() / 13);
-        EXPECT_EQ(table->columnWidth(12), area.width() - 12 * (area.width() / 13));
-        EXPECT_EQ(table->rowHeight(0) + table->rowHeight(1), area.height());
-    }
-    QString told;
-    table->setCurrentItem(nullptr);
-    QObject::connect(&palette, &SymbolWidget::currentSymbolChanged,
-                     [&](QChar now, QChar before) { told += now + QString("<%1 ").arg(before); });
-    QObject::connect(&palette, &SymbolWidget::symbolClicked, [&](QChar c) { told += c; });
-    palette.setCurrentSymbol('b');
-    QTest::mouseClick(table->viewport(), Qt::LeftButton, Qt::NoModifier,
-                      table->visualItemRect(table->item(1, 8)).center());
-    EXPECT_EQ(told, QString("W<%1 W").arg(QChar()));
-}
-
 TEST_F(TextDialog, ChangesNothingByItself) {
     edit([&] {
         EXPECT_EQ(dialog->windowTitle(), QStringLiteral("Edit Text"));

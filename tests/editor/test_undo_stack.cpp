@@ -197,23 +197,6 @@ TEST_F(UndoStack, HandsOnThePointerOfALivingObjectOnly) {
     EXPECT_TRUE(journal.lines.isEmpty());
 }
 
-TEST_F(UndoStack, AnObjectIsWatchedWhileACommandNamesIt) {
-    auto object = named("x");
-    Command* a = push("a", {object.get()});
-    Command* b = push("b", {object.get()});
-    QSignalSpy canUndo(stack.get(), &CUndoRedoStack::canUndoChanged);
-    stack->remove(a);
-    EXPECT_EQ(a->stack, nullptr);
-    EXPECT_EQ(canUndo.last().at(0).toBool(), true);
-    stack->remove(b);
-    EXPECT_EQ(canUndo.last().at(0).toBool(), false);
-    stack->remove(nullptr);
-    object.reset();
-    EXPECT_TRUE(journal.lines.isEmpty());
-    delete a;
-    delete b;
-}
-
 TEST_F(UndoStack, ClearDeletesAllAndSignalsEachTime) {
     auto object = named("x");
     push("a", {object.get()});

@@ -48,27 +48,6 @@ protected:
 
 }  // namespace
 
-TEST_F(Library, ReadsADescription) {
-    write("Widget.json", Good);
-    EXPECT_TRUE(library.load(folder.path()));
-    EXPECT_EQ(library.problems(), QStringList());
-    EXPECT_EQ(library.types(), QStringList("Widget.Lib"));
-    EXPECT_EQ(library.description("Gadget.Lib"), nullptr);
-    ElementDescription* type = library.description("Widget.Lib");
-    ASSERT_TRUE(type);
-    EXPECT_EQ(type->elementType() + '/' + type->label(), "Widget.Lib/Widget");
-    EXPECT_EQ(type->category(), 0);
-    EXPECT_EQ(type->info().value("#display").toString(), "size");
-    EXPECT_EQ(type->info().value("description").toString(), "A widget.");
-    EXPECT_EQ(type->info().value("models").toStringList(), QStringList({"small", "large"}));
-    EXPECT_EQ(type->info().value("elsewhere"), QVariant());
-    EXPECT_EQ(type->data().terminals.at(1).netName, "hot");
-    EXPECT_EQ(type->visual()->pictureOffset(), QPointF(1, -2));
-    ASSERT_TRUE(type->visual()->renderer());
-    EXPECT_EQ(type->visual()->renderer(), type->visual()->renderer());
-    EXPECT_TRUE(type->visual()->pixmap().isNull());
-}
-
 TEST_F(Library, FurtherInterfacesAreAskedByName) {
     write("Widget.json", Good);
     // Terminals of several kinds tell by themselves that a type is mixed.

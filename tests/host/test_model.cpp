@@ -275,30 +275,6 @@ TEST_F(Model, ClearRemovesAllButWhatIsTheCircuitsOwn) {
     EXPECT_TRUE(circuit.children().size() == 1) << "nothing is left behind";
 }
 
-TEST_F(Model, OptionalAbilitiesAreFoundByIdentifier) {
-    for (const char* name :
-         {"ICircuit", "ICircuitTitle", "ICircuitStringGlobalVariableSupport",
-          "ICircuitGlobalVariableChangeNameSupport", "ICircuitGlobalVariableModifiedSignalSupport",
-          "ICircuitOutputVariableReorderSupport"}) {
-        EXPECT_TRUE(circuit.qt_metacast(QByteArray("com.tesmira.") + name + "/1.0")) << name;
-    }
-    EXPECT_FALSE(circuit.qt_metacast("com.tesmira.ICircuitElement/1.0"));
-    EXPECT_TRUE(solver.qt_metacast("com.tesmira.ICircuitSolverEx/1.0"));
-    EXPECT_EQ(circuit.circuitSolver(), &solver);
-    {
-        Circuit other;
-        EXPECT_EQ(other.circuitSolver(), nullptr);
-        CircuitSolver shortLived(&other);
-        EXPECT_EQ(other.circuitSolver(), &shortLived);
-    }
-    auto orphan = std::make_unique<Circuit>();
-    CircuitSolver survivor(orphan.get());
-    orphan.reset();
-    EXPECT_EQ(survivor.circuit(), nullptr);
-    EXPECT_EQ(survivor.makeConnection(nullptr, static_cast<ICircuitElementNode*>(nullptr)),
-              nullptr);
-}
-
 TEST_F(Model, GlobalVariables) {
     SignalLog log(circuit);
     circuit.addGlobalVariable("a", "1.5", true);
@@ -383,25 +359,6 @@ TEST_F(Model, OutputVariables) {
     log.take();
     solver.breakConnection(net);
     EXPECT_EQ(log.take(), QStringList({"outputVariableRemoved out1", "nodeRemoved n1 2"}));
-}
-
-TEST_F(Model, OnlyControlledElementsResolveTheirControl) {
-    const char* method = "resolveControlNodesAndBranches()";
-    CircuitElement* source = add(resistor);
-    EXPECT_EQ(source->metaObject()->indexOfMethod(method), -1);
-    auto* controlled = new ControlledElement(&sensor);
-    circuit.addElement(controlled);
-    ASSERT_GE(controlled->metaObject()->indexOfMethod(method), 0);
-    QMetaObject::invokeMethod(controlled, "resolveControlNodesAndBranches", Qt::DirectConnection);
-    EXPECT_EQ(controlled->controllingElement(), controlled);
-    controlled->setPropertyValue(0, "R1");
-    EXPECT_EQ(controlled->controllingElement(), source);
-    controlled->setPropertyValue(0, "R2");
-    EXPECT_EQ(controlled->controllingElement(), nullptr);
-    controlled->setPropertyValue(0, "R1");
-    circuit.removeElement(source);
-    destroyDeferred();
-    EXPECT_EQ(controlled->controllingElement(), nullptr);
 }
 
 namespace {

@@ -438,8 +438,14 @@ private:
     /// Selects what was pasted last, as a group.
     void showPasted(const QRectF& rectangle);
     void eraseGroup();
+    /// Whether the group under the rectangle goes on being one, whatever has changed in it; where
+    /// wired elements move along, it is more than what lies there.
+    bool isGroupKept() const;
+    void captureKeptGroup();
     /// Pastes that entry of the clipboard at once.
     void pasteAt(const QPointF& pos, int index);
+    /// Pastes that clipboard document, which lies in no clipboard.
+    void pasteTextAt(const QPointF& pos, const QString& text);
     void captionNewElement(ICircuitElement* element);
     /// Of a circuit file, which holds no boxes.
     void captionElements();

@@ -40,6 +40,7 @@ void saveTextBox(QDomDocument document, QDomElement parent, const CCircuitEditor
     setStoredColors(record, box);
     if (box.circuitEditor()->keepsTextStyles()) {
         TextStyles::store(record, box.defaultFont());
+        TextRuns::store(document, record, box.runs());
     }
     appendCData(document, record, box.text());
 }
@@ -52,6 +53,7 @@ void saveGlobalParamTextBox(QDomDocument document, QDomElement parent,
     setStoredRect(record, box.rect());
     if (box.circuitEditor()->keepsTextStyles()) {
         TextStyles::store(record, box.defaultFont());
+        TextRuns::store(document, record, box.runs());
     }
     appendCData(document, record, box.text());
 }
@@ -99,6 +101,9 @@ CCircuitEditorTextBox* CCircuitEditorData::loadTextBox(const QDomElement& record
     CCircuitEditorTextBox* box = circuitEditor->addTextBox(storedRect(record));
     box->setDefaultFont(styledFont(record));
     box->setText(record.text());
+    if (keepTextStyles) {
+        box->setRuns(TextRuns::stored(record));
+    }
     return box;
 }
 
@@ -132,5 +137,9 @@ void CCircuitEditorData::loadAnnotations(const QDomElement& parent) {
         box->setDefaultFont(styledFont(record));
         box->setGlobalParameterName(record.attribute(QStringLiteral("GlobalParamName")));
         box->setText(record.text());
+        if (keepTextStyles) {
+            box->setRuns(TextRuns::stored(record));
+            box->setRect(storedRect(record));
+        }
     }
 }

@@ -16,6 +16,7 @@
 #include "ICircuitNode.h"
 #include "IClipboard.h"
 #include "IQObjectLoadSave.h"
+#include "ItemTypes.h"
 #include "RecordFields.h"
 #include "TextStyles.h"
 #include "XmlText.h"
@@ -179,6 +180,30 @@ void CCircuitEditorSelection::initFromSelectionRect(const QRectF& rect) {
                                    return d->circuitEditor->isSelectionRectangle(item);
                                }),
                 items.end());
+    initFromItems(items, rect);
+}
+
+void CCircuitEditorSelection::initFromGroup(const QList<QGraphicsItem*>& items) {
+    reset();
+    QList<QGraphicsItem*> all;
+    QSet<QGraphicsItem*> wires;
+    for (QGraphicsItem* item : items) {
+        const auto* element = qgraphicsitem_cast<CCircuitEditorElementItem*>(item);
+        for (int i = 0; element && i < element->circuitNodeItemCount(); ++i) {
+            QGraphicsItem* wire = element->circuitNodeItem(i);
+            if (!wires.contains(wire)) {
+                wires.insert(wire);
+                all.append(wire);
+            }
+        }
+        if (item->type() != NodeItemType) {
+            all.append(item);
+        }
+    }
+    initFromItems(all, QRectF());
+}
+
+void CCircuitEditorSelection::initFromItems(const QList<QGraphicsItem*>& items, QRectF rect) {
     if (items.isEmpty()) {
         return;
     }
@@ -195,7 +220,7 @@ void CCircuitEditorSelection::initFromSelectionRect(const QRectF& rect) {
     // The lower left corner is what a paste puts at its point.
     setStoredPosition(root, united.bottomLeft());
     d->clipboardText = document.toString(1);
-    d->clipboardIcon = iconOf(scene, rect);
+    d->clipboardIcon = iconOf(d->circuitEditor->scene(), rect.isNull() ? united : rect);
     d->clipboardToolTip =
         QStringLiteral("Group of %1 elements").arg(d->textBoxList.size() + d->elementList.size());
     emit d->circuitEditor->selectionStateChanged();
@@ -303,6 +328,9 @@ void CCircuitEditorSelectionData::saveTextBox(QDomDocument document, QDomElement
     record.setAttribute(QStringLiteral("FontSize"),
                         font.pointSize() > 0 ? font.pointSize() : font.pixelSize());
     setStoredColors(record, box);
+    if (circuitEditor->keepsTextStyles()) {
+        TextRuns::store(document, record, box.runs());
+    }
     const QString text = xmlText(box.text());
     // Nothing but blanks isn't read back from between tags.
     if (!text.isEmpty() && text.trimmed().isEmpty()) {

@@ -42,6 +42,9 @@ public:
     /// Captures what the rectangle, in scene units, touches: elements, nets all of whose elements
     /// are captured, and text boxes.
     void initFromSelectionRect(const QRectF& rect);
+    /// Captures elements and text boxes as a group, with the nets all of whose elements are among
+    /// them, whatever else lies there.
+    void initFromGroup(const QList<QGraphicsItem*>& items);
     /// The item is dying.
     void forgetItem(QGraphicsItem* item);
 
@@ -56,8 +59,12 @@ public:
     /// comes to `pos`, in scene units. The scene rectangle of what was made; null for nothing.
     QRectF paste(const QPointF& pos, int index);
     QRectF paste(int index);
-    /// Makes anew what a clipboard document holds, moved by `step`, past the clipboards.
+    /// Makes anew what a clipboard document holds, past the clipboards: moved by `step`, or as
+    /// `paste` does.
     QRectF repeat(const QString& text, const QPointF& step);
+    QRectF pasteText(const QPointF& pos, const QString& text);
+    /// The document as a paste reads it; null for any other text.
+    static QDomDocument documentOf(const QString& text);
 
     /// The clipboard document, its description and its picture.
     QString clipboardText() const;
@@ -72,5 +79,7 @@ public:
     QList<QGraphicsItem*> pastedItemList() const;
 
 private:
+    void initFromItems(const QList<QGraphicsItem*>& items, QRectF rect);
+
     std::unique_ptr<CCircuitEditorSelectionData> d;
 };

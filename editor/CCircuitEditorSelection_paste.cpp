@@ -140,6 +140,16 @@ QRectF CCircuitEditorSelection::repeat(const QString& text, const QPointF& step)
     return d->pasteDocument(readDocument(text), nullptr, step);
 }
 
+QRectF CCircuitEditorSelection::pasteText(const QPointF& pos, const QString& text) {
+    d->pasteElementMap.clear();
+    d->pastedItemList.clear();
+    return d->pasteDocument(readDocument(text), &pos, {});
+}
+
+QDomDocument CCircuitEditorSelection::documentOf(const QString& text) {
+    return readDocument(text);
+}
+
 QRectF CCircuitEditorSelectionData::pasteDocument(const QDomDocument& document, const QPointF* pos,
                                                   const QPointF& step) {
     const QDomElement root = document.documentElement();
@@ -308,6 +318,9 @@ void CCircuitEditorSelectionData::pasteTextBox(QDomDocument, QDomElement record,
     CCircuitEditorTextBox* box = circuitEditor->addTextBox(storedRect(record));
     box->setDefaultFont(font);
     box->setText(record.text());
+    if (circuitEditor->keepsTextStyles()) {
+        box->setRuns(TextRuns::stored(record));
+    }
     applyStoredColors(record, box);
     pastedItemList.append(box);
 }

@@ -86,9 +86,26 @@ QFont CCircuitEditorTextBox::defaultFont() const {
 }
 
 void CCircuitEditorTextBox::setText(const QString& text) {
-    TextBoxText::fill(document(), text, d->font);
+    fill(text);
     touchHistory();
     deleteIfEmpty();
+}
+
+void CCircuitEditorTextBox::fill(const QString& text) {
+    TextBoxText::fill(document(), text, d->font);
+    if (editor() && editor()->keepsTextStyles()) {
+        // Symbols are as large as the item's font, which the dialog sets.
+        QGraphicsTextItem::setFont(d->font);
+    }
+}
+
+QVector<TextRun> CCircuitEditorTextBox::runs() const {
+    return TextRuns::of(*document());
+}
+
+void CCircuitEditorTextBox::setRuns(const QVector<TextRun>& runs) {
+    TextRuns::apply(runs, document());
+    touchHistory();
 }
 
 QString CCircuitEditorTextBox::text() const {
@@ -152,6 +169,7 @@ void CCircuitEditorTextBox::editText() {
     const bool canCancel = editor() && editor()->keepsTextStyles();
     const QString oldText = text();
     const QFont oldFont = d->font;
+    const QVector<TextRun> oldRuns = canCancel ? runs() : QVector<TextRun>();
     if (canCancel) {
         dialog->offerCancel();
     }
@@ -162,10 +180,12 @@ void CCircuitEditorTextBox::editText() {
     dialog->setDefaultFont(canCancel ? inPoints(d->font) : d->font);
     // Last, for the two above format what they find.
     TextBoxText::fillFromPlainText(document(), plain, d->font);
+    TextRuns::apply(oldRuns, document());
     const bool isCancelled = dialog->exec() == QDialog::Rejected && canCancel;
     if (self && isCancelled) {
         d->font = oldFont;
-        TextBoxText::fill(document(), oldText, d->font);
+        fill(oldText);
+        TextRuns::apply(oldRuns, document());
         update();
     } else if (self) {
         if (dialog) {
@@ -173,6 +193,12 @@ void CCircuitEditorTextBox::editText() {
         }
         TextBoxText::repair(document(), d->font);
         TextBoxText::adaptWrapping(document(), document()->toPlainText());
+        if (canCancel) {
+            // As it comes back from a file: the dialog leaves sizes in points.
+            const QVector<TextRun> newRuns = runs();
+            TextBoxText::fill(document(), text(), d->font);
+            TextRuns::apply(newRuns, document());
+        }
         QGraphicsTextItem::setFont(d->font);
         setTextWidth(localRect().width());
         update();

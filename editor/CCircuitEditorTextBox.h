@@ -2,6 +2,7 @@
 
 #include "CanvasBox.h"
 #include "ItemTypes.h"
+#include "TextRuns.h"
 
 #include <QColor>
 #include <QFont>
@@ -36,6 +37,9 @@ public:
     /// that is given no text deletes itself later.
     void setText(const QString& text);
     QString text() const;
+    /// How single characters differ from the font. They go with the text: to be set after it.
+    QVector<TextRun> runs() const;
+    void setRuns(const QVector<TextRun>& runs);
     QColor borderColor() const;
     QColor fillColor() const;
     QColor textColor() const;
@@ -62,6 +66,7 @@ private:
     void removeLater() override { deleteLater(); }
     void resized() override { setTextWidth(localRect().width()); }
     void deleteIfEmpty();
+    void fill(const QString& text);
 
     std::unique_ptr<CCircuitEditorTextBoxData> d;
 };

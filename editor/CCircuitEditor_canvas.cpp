@@ -6,6 +6,7 @@
 #include "CCircuitEditorNodeItem.h"
 #include "CCircuitEditorSelection.h"
 #include "CircuitGeometry.h"
+#include "ConnectedMove.h"
 #include "HistoryStep.h"
 #include "ICircuitElement.h"
 #include "ICircuitElementNode.h"
@@ -205,7 +206,14 @@ void CCircuitEditor::snapToGrid(CCircuitEditorElementItem* item) {
     }
     // The terminal's own position, mapped by the terminal: on purpose not its scene position.
     const QPointF anchor = terminal->mapToScene(terminal->pos());
-    item->setPos(item->pos() + (snapToGrid(anchor) - anchor));
+    const QPointF step = snapToGrid(anchor) - anchor;
+    if (item->circuitNodeItemCount() > 0 && movesConnectedElements()) {
+        if (!step.isNull()) {
+            ConnectedMove::moveBy(this, {item}, step);
+        }
+        return;
+    }
+    item->setPos(item->pos() + step);
     item->updateCircuitNodes();
 }
 
@@ -225,6 +233,12 @@ void CCircuitEditor::bringToCenter() {
     }
     const HistoryStep step(this, QStringLiteral("Bring to Centre"));
     const QPointF center = d->scene->itemsBoundingRect().center();
+    if (movesConnectedElements()) {
+        // As a whole, texts included.
+        ConnectedMove::moveBy(this, d->scene->items(), snapToGrid(-center));
+        snapToGrid();
+        return;
+    }
     for (QGraphicsItem* item : d->itemsInTurn()) {
         if (auto* element = qgraphicsitem_cast<CCircuitEditorElementItem*>(item)) {
             element->setPos(element->pos() - center);

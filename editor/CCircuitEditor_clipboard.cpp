@@ -43,8 +43,20 @@ void CCircuitEditor::on_clipboardWidgetDataClicked(QString context, ClipboardDat
     }
 }
 
+bool CCircuitEditor::isGroupKept() const {
+    return movesConnectedElements() && d->selectionRectItem && d->selectionRectItem->isVisible() &&
+           !d->selectionRectItem->itemList().isEmpty();
+}
+
+void CCircuitEditor::captureKeptGroup() {
+    if (isGroupKept() && d->selection->itemList().isEmpty()) {
+        d->selection->initFromGroup(d->selectionRectItem->itemList());
+    }
+}
+
 void CCircuitEditor::cut() {
     const HistoryStep step(this, QStringLiteral("Cut"));
+    captureKeptGroup();
     d->selection->cut();
     if (d->selectionRectItem) {
         d->selectionRectItem->setVisible(false);
@@ -54,6 +66,7 @@ void CCircuitEditor::cut() {
 }
 
 void CCircuitEditor::copy() {
+    captureKeptGroup();
     d->selection->copy();
     d->clipboardDataIndex = NoEntry;
 }
@@ -82,6 +95,11 @@ void CCircuitEditor::pasteAt(const QPointF& pos, int index) {
     showPasted(d->selection->paste(pos, index));
 }
 
+void CCircuitEditor::pasteTextAt(const QPointF& pos, const QString& text) {
+    const HistoryStep step(this, QStringLiteral("Duplicate"));
+    showPasted(d->selection->pasteText(pos, text));
+}
+
 void CCircuitEditor::duplicate() {
     if (!d->scene || d->readOnly) {
         return;
@@ -91,7 +109,9 @@ void CCircuitEditor::duplicate() {
     const bool isGroup = d->selectionRectItem && d->selectionRectItem->isVisible();
     const QList<QGraphicsItem*> items = d->selection->itemList();
     d->selection->reset();
-    if (isGroup) {
+    if (isGroup && isGroupKept()) {
+        d->selection->initFromGroup(d->selectionRectItem->itemList());
+    } else if (isGroup) {
         d->selection->initFromSelectionRect(d->selectionRectItem->rect());
     } else {
         for (QGraphicsItem* item : items) {
@@ -100,6 +120,13 @@ void CCircuitEditor::duplicate() {
     }
     const QString text = d->selection->clipboardText();
     if (text.isEmpty()) {
+        return;
+    }
+    auto load =
+        d->placePastedItems && canPlace() ? PastePlacement::createCopy(this, text) : nullptr;
+    if (load) {
+        setMode(EditMode);
+        d->placement->start(std::move(load));
         return;
     }
     // Far enough to be seen, and on the grid.
@@ -117,6 +144,9 @@ void CCircuitEditor::showPasted(const QRectF& rectangle) {
     d->selectionRectItem->setVisible(true);
     d->isPasteSelected = d->placePastedItems;
     d->selection->reset();
+    if (d->isPasteSelected) {
+        d->selection->initFromGroup(d->selection->pastedItemList());
+    }
     emit selectionStateChanged();
 }
 
@@ -132,7 +162,7 @@ void CCircuitEditor::pasteFromClipboard(QPointF pos) {
 }
 
 bool CCircuitEditor::hasSelection() const {
-    return !d->selection->itemList().isEmpty();
+    return !d->selection->itemList().isEmpty() || isGroupKept();
 }
 
 bool CCircuitEditor::canErase() const {
@@ -153,6 +183,8 @@ void CCircuitEditor::eraseGroup() {
     const HistoryStep step(this, QStringLiteral("Delete"));
     if (d->isPasteSelected) {
         d->selection->takeItems(d->selectionRectItem->itemList());
+    } else if (isGroupKept()) {
+        captureKeptGroup();
     } else if (d->selection->itemList().isEmpty()) {
         d->selection->initFromSelectionRect(d->selectionRectItem->rect());
     }

@@ -8,6 +8,7 @@
 #include "CCircuitElementPropertyTextBox.h"
 #include "CManualConnectorLineItem.h"
 #include "CSelectionRectangleItem.h"
+#include "CompleteHistory.h"
 #include "ConnectedDrag.h"
 #include "HistoryStep.h"
 #include "ItemTypes.h"
@@ -41,6 +42,10 @@ void toggleManualConnections() {
     }
 }
 
+bool isArrow(int key) {
+    return key >= Qt::Key_Left && key <= Qt::Key_Down;
+}
+
 bool isElementOrWire(const QGraphicsItem* item) {
     return item->type() == ElementItemType || item->type() == NodeItemType;
 }
@@ -53,6 +58,9 @@ void CCircuitEditor::keyPressEvent(QKeyEvent* event) {
         return;
     }
     const HistoryStep step(this);
+    if (isArrow(event->key()) && d->completeHistory) {
+        d->completeHistory->joinRun(event->isAutoRepeat());
+    }
     switch (event->key()) {
         case Qt::Key_Escape:
             if (!d->connectedDrag || !d->connectedDrag->cancel()) {

@@ -4,6 +4,7 @@
 #include "CCircuitEditorData.h"
 #include "CCircuitEditorElementItem.h"
 #include "CElementPlacement.h"
+#include "CSelectionRectangleItem.h"
 #include "ICircuitElement.h"
 #include "ItemTypes.h"
 
@@ -57,7 +58,8 @@ bool CCircuitEditor::placeElement(const QString& type, const QPointF& point) {
 }
 
 bool CCircuitEditor::canTurn() const {
-    if (isPlacing()) {
+    const CSelectionRectangleItem* group = d->selectionRectItem;
+    if (isPlacing() || (group && group->isVisible() && !d->readOnly && group->canTurn())) {
         return true;
     }
     const QList<QGraphicsItem*> selected =
@@ -85,7 +87,9 @@ void CCircuitEditor::sendKey(int key) {
         // hasn't.
         const QList<QGraphicsItem*> selected =
             d->scene ? d->scene->selectedItems() : QList<QGraphicsItem*>();
-        if (!selected.isEmpty() && !d->scene->focusItem()) {
+        if (d->selectionRectItem && d->selectionRectItem->isVisible()) {
+            d->selectionRectItem->setFocus();
+        } else if (!selected.isEmpty() && !d->scene->focusItem()) {
             selected.first()->setFocus();
         }
     }

@@ -45,19 +45,34 @@ CCircuitElementPropertyTextBox::Look CCircuitElementPropertyTextBox::look() cons
     // The element's item lends the box a colour while the pointer is on it.
     const bool isLent = d->backgroundColor == CCircuitEditorElementItem::hoveredBoxColor();
     return {rect(), d->font, d->fontPointSize,
-            isLent ? QColor(Qt::transparent) : d->backgroundColor};
+            isLent ? QColor(Qt::transparent) : d->backgroundColor, d->isSizedByHand};
 }
 
 void CCircuitElementPropertyTextBox::setLook(const Look& look) {
     setPos(look.rect.topLeft());
     setLocalSize(look.rect.size());
+    d->isSizedByHand = look.isSizedByHand;
     d->font = look.font;
     d->fontPointSize = look.fontPointSize;
     setBackgroundColor(look.background);
 }
 
 void CCircuitElementPropertyTextBox::fitToText() {
-    setLocalSize(textSize());
+    if (!d->isSizedByHand) {
+        setLocalSize(textSize());
+    }
+}
+
+bool CCircuitElementPropertyTextBox::isSizedByHand() const {
+    return d->isSizedByHand;
+}
+
+void CCircuitElementPropertyTextBox::setSizedByHand(bool on) {
+    d->isSizedByHand = on;
+}
+
+void CCircuitElementPropertyTextBox::resizedByHand() {
+    d->isSizedByHand = editor() && editor()->keepsTextStyles();
 }
 
 QSizeF CCircuitElementPropertyTextBox::textSize() const {
@@ -224,6 +239,9 @@ void CCircuitElementPropertyTextBox::paint(QPainter* painter,
 void CCircuitElementPropertyTextBox::slotPropertyChanged(QString name) {
     if (name == d->propertyName) {
         d->propertyText = d->circuitElementPropertyText();
+        if (editor() && editor()->keepsTextStyles()) {
+            fitToText();
+        }
         update();
     }
 }

@@ -45,9 +45,14 @@ public:
         QFont font;
         int fontPointSize;
         QColor background;
+        bool isSizedByHand;
     };
     Look look() const;
     void setLook(const Look& look);
+    /// Whether the user has given the box its size, which it then keeps whatever its text is. Only
+    /// with the editor's property KeepTextStyles.
+    bool isSizedByHand() const;
+    void setSizedByHand(bool on);
     /// The element may be null, the property unknown: the text is empty then.
     void setElementProperty(ICircuitElement* element, const QString& propertyName);
     ICircuitElement* element() const;
@@ -77,10 +82,11 @@ protected:
 
 private:
     void removeLater() override { deleteLater(); }
+    void resizedByHand() override;
     /// Hears the element, and its item if it is drawn.
     void bindToElement();
-    /// Makes the box as large as its text, even below the least size, which is for what the user
-    /// and the files ask for.
+    /// Makes the box as large as its text unless it is sized by hand, even below the least size,
+    /// which is for what the user and the files ask for.
     void fitToText();
     /// Of the text in the box's font.
     QSizeF textSize() const;

@@ -20,6 +20,8 @@ public:
     ICircuitElement* element = nullptr;
     QString propertyName;
     QString propertyText;
+    // And so no longer as large as its text.
+    bool isSizedByHand = false;
     // Lists this box as long as it is set, and deletes what it lists when it dies.
     CCircuitEditorElementItem* elementItem = nullptr;
     CCircuitElementPropertyTextBox::TextFormat textFormat =

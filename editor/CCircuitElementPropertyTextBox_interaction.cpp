@@ -29,6 +29,7 @@ void CCircuitElementPropertyTextBox::showSelectElementDialog() {
         // What left the drawing while the dialog was open counts as no choice.
         const bool isDrawn = editor()->elementItem(chosen);
         setElementProperty(isDrawn ? chosen : nullptr, isDrawn ? name : QString());
+        d->isSizedByHand = false;
         setRect(QRectF(pos(), textSize()));
     }
     setVisible(true);

@@ -4,6 +4,7 @@
 #include "CCircuitEditorElementItem.h"
 #include "CCircuitEditorNodeItem.h"
 #include "ConnectedDrag.h"
+#include "HistoryStep.h"
 #include "ICircuitElementNode.h"
 #include "ICircuitNode.h"
 #include "ItemTypes.h"
@@ -17,6 +18,7 @@
 #include <QMenu>
 #include <QPainter>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -132,6 +134,28 @@ void CSelectionRectangleItem::moveGroup(const QPointF& step) {
     setRect(rect().translated(snapped));
 }
 
+bool CSelectionRectangleItem::canTurn() const {
+    return m_editor->movesConnectedElements() &&
+           std::any_of(m_itemList.begin(), m_itemList.end(),
+                       [](const auto* item) { return item->type() == ElementItemType; });
+}
+
+void CSelectionRectangleItem::turnGroup(bool isMirror) {
+    if (!canTurn()) {
+        return;
+    }
+    const HistoryStep step(
+        m_editor, isMirror ? QStringLiteral("Mirror group") : QStringLiteral("Rotate group"));
+    const QRectF old = rect();
+    const QPointF center = m_editor->snapToGrid(old.center());
+    const QPointer<CCircuitEditor> editor(m_editor);
+    const QTransform way = ConnectedMove(m_editor, m_itemList).turn(center, isMirror);
+    // The model's signals may have taken the rectangle away.
+    if (editor && editor->isSelectionRectangle(this)) {
+        setRect(way.mapRect(old));
+    }
+}
+
 void CSelectionRectangleItem::mousePressEvent(QGraphicsSceneMouseEvent* event) {
     if (ConnectedDrag* drag = ConnectedDrag::of(m_editor)) {
         drag->press(this, event);
@@ -178,6 +202,10 @@ void CSelectionRectangleItem::keyPressEvent(QKeyEvent* event) {
             break;
         case Qt::Key_Down:
             moveGroup({0, distance});
+            break;
+        case Qt::Key_R:
+        case Qt::Key_F:
+            turnGroup(event->key() == Qt::Key_F);
             break;
         default:
             break;

@@ -8,8 +8,9 @@
 class CCircuitEditor;
 
 /// The translucent rectangle over a group of items, which move with it in whole grid steps by
-/// pointer, arrow keys or dialog. Held in the item's rect() in scene coordinates, while the item
-/// stays at the origin. Moves of a group can't be undone.
+/// pointer, arrow keys or dialog, and turn with R and F if the editor moves what is wired. Held in
+/// the item's rect() in scene coordinates, while the item stays at the origin. Moves of a group
+/// can't be undone.
 class CSelectionRectangleItem : public QGraphicsRectItem {
 public:
     /// Adds itself, hidden, to the editor's scene.
@@ -20,6 +21,8 @@ public:
     /// nets all of whose elements are among the items, with these elements.
     void setItemList(const QList<QGraphicsItem*>& items);
     const QList<QGraphicsItem*>& itemList() const { return m_itemList; }
+    /// Whether R and F turn the group.
+    bool canTurn() const;
     /// An item is dying.
     void forgetItem(QGraphicsItem* item);
 
@@ -37,6 +40,7 @@ private:
     void add(QGraphicsItem* item);
     void addNode(QGraphicsItem* item, const QSet<QGraphicsItem*>& given);
     void moveGroup(const QPointF& step);
+    void turnGroup(bool isMirror);
 
     QList<QGraphicsItem*> m_itemList;
     // The same items, for looking up.

@@ -63,7 +63,12 @@ void CUndoRedoStack::setComplete(bool on) {
 }
 
 void CUndoRedoStack::pushComplete(QUndoCommand* cmd) {
-    append(cmd);
+    QUndoCommand* top = d->undoStack.isEmpty() ? nullptr : d->undoStack.last();
+    if (top && top->mergeWith(cmd)) {
+        delete cmd;
+    } else {
+        append(cmd);
+    }
     qDeleteAll(d->redoStack);
     d->redoStack.clear();
     emitCanChanged();

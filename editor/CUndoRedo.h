@@ -43,7 +43,8 @@ public:
     /// While set, `push` deletes what it is given: another history records everything, and enters
     /// it with `pushComplete`.
     void setComplete(bool on);
-    /// Takes ownership. What was undone can't be redone any more.
+    /// Takes ownership; a command that the top merges is deleted at once. What was undone can't be
+    /// redone any more.
     void pushComplete(QUndoCommand* cmd);
     /// Takes the command out, and gives its ownership to the caller.
     void remove(QUndoCommand* cmd);

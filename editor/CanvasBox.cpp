@@ -144,6 +144,7 @@ void CanvasBox<Base>::mouseMoveEvent(QGraphicsSceneMouseEvent* event) {
     const QPointF step = event->scenePos() - m_lastScenePos;
     m_lastScenePos = event->scenePos();
     setBoundedSize(m_rect.size() + QSizeF(step.x(), step.y()));
+    resizedByHand();
     reportModifiedLater();
 }
 

@@ -48,6 +48,8 @@ protected:
     virtual void removeLater() = 0;
     /// Called after each change of the size by the user or by `setRect`.
     virtual void resized() {}
+    /// Called after each change of the size by the pointer.
+    virtual void resizedByHand() {}
 
     // QGraphicsItem
     void mousePressEvent(QGraphicsSceneMouseEvent* event) override;

@@ -28,11 +28,27 @@ public:
     void undo() override { m_history->apply(m_entry, false, m_stateBefore); }
     void redo() override { m_history->apply(m_entry, true, m_stateAfter); }
 
+    void setRun(bool isPart, bool isRepeat) {
+        m_isInRun = isPart;
+        m_isRepeat = isRepeat;
+    }
+    bool mergeWith(const QUndoCommand* other) override {
+        const auto* next = dynamic_cast<const CCompleteHistoryCmd*>(other);
+        if (!next || !m_isInRun || !next->m_isRepeat || next->m_stateBefore != m_stateAfter ||
+            next->text() != text() || !m_entry.append(next->m_entry)) {
+            return false;
+        }
+        m_stateAfter = next->m_stateAfter;
+        return true;
+    }
+
 private:
     CompleteHistory* m_history;
     Entry m_entry;
     int m_stateBefore;
     int m_stateAfter;
+    bool m_isInRun = false;
+    bool m_isRepeat = false;
 };
 
 }  // namespace
@@ -241,6 +257,7 @@ void CompleteHistory::begin(const QString& text) {
     if (m_depth == 0) {
         settle();
         m_text.clear();
+        m_run = NoRun;
     }
     ++m_depth;
     if (m_text.isEmpty()) {
@@ -252,6 +269,10 @@ void CompleteHistory::end() {
     if (--m_depth == 0) {
         commit(m_text);
     }
+}
+
+void CompleteHistory::joinRun(bool isRepeat) {
+    m_run = isRepeat ? RepeatInRun : FirstOfRun;
 }
 
 void CompleteHistory::beginGesture() {
@@ -303,6 +324,8 @@ void CompleteHistory::commit(const QString& text) {
         m_state = ++m_lastState;
         auto* command = new CCompleteHistoryCmd(this, std::move(entry), before, m_state);
         command->setText(name);
+        // The saved state stays one that can be come back to.
+        command->setRun(m_run != NoRun, m_run == RepeatInRun && before != m_savedState);
         d->undoStack->pushComplete(command);
         // A listener may switch the history off, or take the editor away.
         const QPointer<CompleteHistory> self(this);

@@ -43,6 +43,9 @@ public:
     // Steps nest, and the outermost counts. Use HistoryStep.
     void begin(const QString& text);
     void end();
+    /// The step under way is one press of a key that may be held: those of one run, which are
+    /// repeats of the first, become one entry.
+    void joinRun(bool isRepeat);
     /// From a press of the pointer to its release, which may get lost.
     void beginGesture();
     void endGesture();
@@ -89,6 +92,7 @@ private slots:
 
 private:
     using Id = HistoryRecords::Id;
+    enum Run { NoRun, FirstOfRun, RepeatInRun };
 
     void listenToCircuit();
     bool isPending() const;
@@ -151,6 +155,7 @@ private:
     bool m_inGesture = false;
     bool m_applying = false;
     QString m_text;
+    Run m_run = NoRun;
     QTimer m_settleTimer;
     // Every state that a step leads to has a number of its own.
     int m_lastState = 0;

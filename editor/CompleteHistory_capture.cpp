@@ -72,6 +72,7 @@ std::optional<BoxState> CompleteHistory::capture(QGraphicsItem* item) const {
         state.font = look.font;
         state.fontPointSize = look.fontPointSize;
         state.backdrop = look.background;
+        state.isSizedByHand = look.isSizedByHand;
         state.text = property->propertyName();
         state.element = m_elements.idOf(property->element());
         return state;
@@ -80,6 +81,7 @@ std::optional<BoxState> CompleteHistory::capture(QGraphicsItem* item) const {
     state.rect = box->rect();
     state.font = box->defaultFont();
     state.text = box->text();
+    state.runs = box->runs();
     state.border = box->borderColor();
     state.fill = box->fillColor();
     state.textColor = box->textColor();

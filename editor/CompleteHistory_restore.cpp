@@ -352,7 +352,7 @@ void CompleteHistory::restoreBoxes(const Entry& entry, bool isAfter) {
         if (box && change.state(isAfter)) {
             const BoxState& state = *change.state(isAfter);
             static_cast<CCircuitElementPropertyTextBox*>(box)->setLook(
-                {state.rect, state.font, state.fontPointSize, state.backdrop});
+                {state.rect, state.font, state.fontPointSize, state.backdrop, state.isSizedByHand});
         }
     }
 }
@@ -386,6 +386,7 @@ void CompleteHistory::restoreBox(QGraphicsItem* item, const BoxState& state) {
     box->putBackFont(state.font);
     if (!state.text.isEmpty()) {
         box->CCircuitEditorTextBox::setText(state.text);
+        box->setRuns(state.runs);
     }
     box->setBorderColor(state.border);
     box->setFillColor(state.fill);

@@ -8,6 +8,7 @@
 #include <QPointF>
 #include <QPointer>
 #include <QString>
+#include <QTransform>
 
 class CCircuitEditor;
 class CCircuitEditorElementItem;
@@ -45,6 +46,10 @@ public:
     void comeOff();
     /// Moves the items to where they were at first and by the offset from there.
     void moveTo(const QPointF& offset);
+    /// Turns the items by a quarter to the right about the point, or mirrors them left to right:
+    /// what is drawn between them goes along as it is. Once, and in place of a move. The way that
+    /// every point has gone.
+    QTransform turn(const QPointF& center, bool isMirror);
     /// Puts all back.
     void putBack();
     /// Takes the items off the wires that they have come off, and joins their terminals to what
@@ -82,6 +87,7 @@ private:
     static void follow(CCircuitEditor* editor, const Trail& trail);
     static void putBack(CCircuitEditor* editor, const Trail& trail);
     void setPositions(const QPointF& offset);
+    void turnElement(const Member& member, const QTransform& way, bool isMirror);
     void cut(const Trail& trail);
     QList<Join> joins() const;
     /// Whether no two named nets become one, or the user wants it.

@@ -49,8 +49,9 @@ bool operator==(const NetState& a, const NetState& b) {
 
 bool operator==(const BoxState& a, const BoxState& b) {
     return isSame(a.rect, b.rect) && a.font == b.font && a.fontPointSize == b.fontPointSize &&
-           a.text == b.text && a.element == b.element && a.parameter == b.parameter &&
-           a.border == b.border && a.fill == b.fill && a.textColor == b.textColor;
+           a.text == b.text && a.runs == b.runs && a.element == b.element &&
+           a.parameter == b.parameter && a.border == b.border && a.fill == b.fill &&
+           a.textColor == b.textColor && a.isSizedByHand == b.isSizedByHand;
 }
 
 bool operator==(const ParameterState& a, const ParameterState& b) {
@@ -71,6 +72,52 @@ bool Entry::isEmpty() const {
            titleBefore == titleAfter &&
            std::all_of(std::begin(boxes), std::end(boxes),
                        [](const auto& changes) { return changes.empty(); });
+}
+
+namespace {
+
+template <class State>
+bool isAllChanged(const std::vector<Change<State>>& changes) {
+    return std::all_of(changes.begin(), changes.end(),
+                       [](const Change<State>& change) { return change.before && change.after; });
+}
+
+template <class State>
+void appendChanges(std::vector<Change<State>>& changes, const std::vector<Change<State>>& next) {
+    QHash<Id, int> places;
+    for (std::size_t i = 0; i < changes.size(); ++i) {
+        places.insert(changes[i].id, int(i));
+    }
+    for (const Change<State>& change : next) {
+        const int place = places.value(change.id, -1);
+        if (place < 0) {
+            changes.push_back(change);
+        } else {
+            changes[std::size_t(place)].after = change.after;
+        }
+    }
+}
+
+bool isOfChangesOnly(const Entry& entry) {
+    return entry.parameters.isEmpty() && entry.outputs.isEmpty() &&
+           entry.titleBefore == entry.titleAfter && isAllChanged(entry.elements) &&
+           isAllChanged(entry.nets) &&
+           std::all_of(std::begin(entry.boxes), std::end(entry.boxes),
+                       [](const auto& changes) { return isAllChanged(changes); });
+}
+
+}  // namespace
+
+bool Entry::append(const Entry& next) {
+    if (!isOfChangesOnly(*this) || !isOfChangesOnly(next)) {
+        return false;
+    }
+    appendChanges(elements, next.elements);
+    appendChanges(nets, next.nets);
+    for (int kind = 0; kind < BoxKindCount; ++kind) {
+        appendChanges(boxes[kind], next.boxes[kind]);
+    }
+    return true;
 }
 
 }  // namespace HistoryRecords

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "TextRuns.h"
+
 #include <QByteArray>
 #include <QColor>
 #include <QFont>
@@ -59,12 +61,14 @@ struct BoxState {
     QFont font;
     int fontPointSize = -1;
     QString text;
+    QVector<TextRun> runs;
     Id element = NoId;
     QString parameter;
     QColor border;
     QColor fill;
     QColor textColor;
     QColor backdrop;
+    bool isSizedByHand = false;
 };
 bool operator==(const BoxState& a, const BoxState& b);
 
@@ -145,6 +149,9 @@ struct Entry {
     QString titleAfter;
 
     bool isEmpty() const;
+    /// Takes up the step that followed. False, and nothing done, unless both only changed elements,
+    /// nets and boxes that were there and stayed.
+    bool append(const Entry& next);
 };
 
 /// What the user reads of a step for which nobody has given a text.

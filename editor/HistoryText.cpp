@@ -113,7 +113,8 @@ QString textOf(const Tally<BoxState>& boxes) {
     }
     const BoxState& before = *boxes.changed.first()->before;
     const BoxState& after = *boxes.changed.first()->after;
-    if (before.text != after.text || before.font != after.font || before.element != after.element) {
+    if (before.text != after.text || !(before.runs == after.runs) || before.font != after.font ||
+        before.element != after.element) {
         return QStringLiteral("Edit text");
     }
     if (before.rect.size() != after.rect.size()) {

@@ -19,6 +19,7 @@ namespace {
 // Over whatever it is held above.
 constexpr double StackingOrder = 2000;
 constexpr double Opacity = 0.6;
+constexpr int NoEntry = -1;
 
 /// Wires and the frames of texts, and what holds the pictures of elements together. Nothing on the
 /// canvas finds it under the pointer.
@@ -63,6 +64,13 @@ std::unique_ptr<PastePlacement> PastePlacement::create(CCircuitEditor* editor, i
     std::unique_ptr<PastePlacement> load(new PastePlacement(editor, index));
     const QDomDocument document = editor->d->selection->documentToPaste(index);
     return load->show(document) ? std::move(load) : nullptr;
+}
+
+std::unique_ptr<PastePlacement> PastePlacement::createCopy(CCircuitEditor* editor,
+                                                           const QString& text) {
+    std::unique_ptr<PastePlacement> load(new PastePlacement(editor, NoEntry));
+    load->m_text = text;
+    return load->show(CCircuitEditorSelection::documentOf(text)) ? std::move(load) : nullptr;
 }
 
 PastePlacement::~PastePlacement() {
@@ -139,11 +147,12 @@ bool PastePlacement::putDown(const QPointF& point) {
     if (m_editor) {
         // Out of the way of what is measured.
         delete m_pictures;
-        m_editor->pasteAt(point, m_index);
+        m_text.isEmpty() ? m_editor->pasteAt(point, m_index) : m_editor->pasteTextAt(point, m_text);
     }
     return false;
 }
 
 QString PastePlacement::hint() const {
-    return QStringLiteral("Paste: click to place, Esc ends");
+    return QStringLiteral("%1: click to place, Esc ends")
+        .arg(m_text.isEmpty() ? QStringLiteral("Paste") : QStringLiteral("Duplicate"));
 }

@@ -16,6 +16,8 @@ class PastePlacement : public CPlacementLoad {
 public:
     /// Null if the entry of the clipboard holds nothing to paste.
     static std::unique_ptr<PastePlacement> create(CCircuitEditor* editor, int index);
+    /// The same for a clipboard document that lies in no clipboard.
+    static std::unique_ptr<PastePlacement> createCopy(CCircuitEditor* editor, const QString& text);
     ~PastePlacement() override;
 
     void hangAt(const QPointF& point) override;
@@ -31,6 +33,8 @@ private:
 
     QPointer<CCircuitEditor> m_editor;
     int m_index;
+    // In place of the entry.
+    QString m_text;
     // What comes to lie at the pointer, in the coordinates of the pictures.
     QPointF m_anchor;
     // Goes with the scene, and takes the pictures along.

@@ -11,6 +11,7 @@ namespace {
 
 const QString SizeAttribute = QStringLiteral("PixelSize");
 const QString FillAttribute = QStringLiteral("FillColor");
+const QString SizedAttribute = QStringLiteral("SizedByHand");
 constexpr int LargestSize = 1000;
 constexpr int UsualSize = 8;
 
@@ -41,6 +42,9 @@ void store(QDomElement& record, const CCircuitElementPropertyTextBox& box) {
     if (ground.isValid() && ground.alpha() > 0) {
         record.setAttribute(FillAttribute, ground.name(QColor::HexArgb));
     }
+    if (box.isSizedByHand()) {
+        record.setAttribute(SizedAttribute, 1);
+    }
 }
 
 QFont stored(const QDomElement& record, QFont font) {
@@ -54,6 +58,7 @@ void apply(const QDomElement& record, CCircuitElementPropertyTextBox* box) {
     const QString ground = record.attribute(FillAttribute);
     box->setBackgroundColor(QColor::isValidColor(ground) ? QColor(ground)
                                                          : QColor(Qt::transparent));
+    box->setSizedByHand(record.attribute(SizedAttribute).toInt() != 0);
     if (storedSize(record)) {
         box->setDrawnFont(stored(record, box->font()));
     } else {

@@ -84,6 +84,8 @@ QVector<QMetaProperty> abilities() {
 }  // namespace
 
 HistoryUser::HistoryUser() {
+    // Else most of the time goes into lines of the grid.
+    editor->setGridType(QStringLiteral("dotted"));
     announceLog(QStringLiteral("on_fontSize_valueChanged"));
 }
 
@@ -404,7 +406,7 @@ void HistoryUser::selectAndDo() {
     switch (m_random.bounded(5)) {
         case 0:
             drag(corner, other, Qt::ControlModifier);
-            key(keys[m_random.bounded(2, 7)], Qt::ShiftModifier);
+            key(keys[m_random.bounded(7)], Qt::ShiftModifier);
             break;
         case 1:
             drag(corner, other, Qt::ControlModifier);
@@ -442,7 +444,8 @@ void HistoryUser::useClipboard() {
             // Not without bounds: copies of copies double.
             if (editor->scene()->items().size() < 150) {
                 editor->copy();
-                editor->paste(point());
+                m_random.bounded(2) ? editor->paste(point()) : editor->duplicate();
+                click(point());
             }
             break;
     }
@@ -491,6 +494,9 @@ void HistoryUser::changeBox() {
             break;
         case 4:
             if (text) {
+                QTextCharFormat bold;
+                bold.setFontWeight(QFont::Bold);
+                text->setRuns({{m_random.bounded(2), 1, bold}});
                 text->setFillColor(QColor(m_random.bounded(255), 0, 0));
                 text->setTextColor(QColor(0, m_random.bounded(255), 0));
             }

@@ -266,6 +266,28 @@ TEST_F(PropertyEditorTest, NamedValuesAreChosenFromAList) {
     EXPECT_EQ(changes.first().mid(1), QVariantList({"Rotation", 0, 3}));
 }
 
+TEST_F(PropertyEditorTest, ModelsAndChoicesOfATypeAreChosenFromAList) {
+    const struct {
+        const char* type;
+        const char* property;
+        const char* value;
+        int count;
+    } table[] = {{"NPN.Semiconductors", "ModelName", "BC547", 3},
+                 {"Switch.Basic", "state", "closed", 2}};
+    for (const auto& row : table) {
+        CircuitElement* element = library.description(row.type)->createElement();
+        circuit.addElement(element);
+        panel.setObject(element, false);
+        auto* box = openEditor<QComboBox>(row.property);
+        ASSERT_NE(box, nullptr) << row.property;
+        EXPECT_EQ(box->count(), row.count);
+        box->setCurrentText(row.value);
+        emit box->activated(box->currentIndex());
+        EXPECT_EQ(shown(row.property), row.value);
+        EXPECT_EQ(changes.last().last(), row.value);
+    }
+}
+
 TEST_F(PropertyEditorTest, RefusedEditIsNotReported) {
     panel.setObject(r1->containerObject(), false);
     type("Name", "R2");

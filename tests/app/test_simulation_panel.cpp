@@ -1,22 +1,31 @@
 // Set up, run, look: the panels of the simulation in the window, with the real simulator.
 
+#include "Circuit.h"
+#include "CircuitElementNode.h"
 #include "CurveColors.h"
 #include "CurveData.h"
 #include "CurvePlot.h"
+#include "ICircuitSolver.h"
+#include "NetlistTools.h"
+#include "OperatingPoint.h"
 #include "PlotPanel.h"
 #include "SimulationPanel.h"
 #include "SimulationPart.h"
+#include "WarningGuard.h"
 #include "WindowTest.h"
 
 #include <qwt_scale_map.h>
 
 #include <QComboBox>
+#include <QDialogButtonBox>
 #include <QDockWidget>
 #include <QFile>
 #include <QGraphicsScene>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPlainTextEdit>
+#include <QPushButton>
 #include <QSignalSpy>
 #include <QTreeWidget>
 
@@ -223,6 +232,92 @@ TEST_F(SimulationPanelTest, TellsWhatKeepsItFromRunning) {
     resistor->setPropertyValue(0, "1k");
     EXPECT_TRUE(run());
     EXPECT_EQ(problems->count(), 0);
+}
+
+TEST_F(SimulationPanelTest, ShowsTheOperatingPointOverTheDrawingOnly) {
+    Circuit& circuit = workbench.simulation()->circuit();
+    for (int i = 0; i < circuit.elementNamed("V1")->propertyCount(); ++i) {
+        if (circuit.elementNamed("V1")->propertyName(i) == "offset") {
+            circuit.elementNamed("V1")->setPropertyValue(i, "3");
+        }
+    }
+    const QTemporaryDir folder;
+    const auto picture = [&](const char* name) {
+        QString error;
+        const QString fileName = folder.filePath(name);
+        EXPECT_TRUE(workbench.savePicture({PictureFormat::SVG, fileName}, &error));
+        QFile file(fileName);
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        return file.readAll();
+    };
+    const QByteArray bare = picture("bare.svg");
+    auto* values = window->findChild<OperatingPoint*>();
+    window->findChild<QAction*>("showValues")->setChecked(true);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !values->labels().isEmpty(); }, RunMs));
+    QStringList texts;
+    for (const ValueLabel& label : values->labels()) {
+        texts.append(label.text);
+    }
+    EXPECT_EQ(texts.mid(0, 2), QStringList({"3V", "3V"}));
+    EXPECT_TRUE(window->findChild<QWidget*>("operatingPoint")->isVisible());
+    EXPECT_EQ(picture("shown.svg"), bare);
+    QString error;
+    auto items = operatingPointItems(workbench, &error);
+    ASSERT_TRUE(items) << qPrintable(error);
+    EXPECT_NE(picture("asked.svg"), bare);
+    items.reset();
+    EXPECT_EQ(picture("after.svg"), bare);
+
+    // What the drawing was before is not told of what it is now.
+    circuit.elementNamed("R1")->setPropertyValue(0, "2k");
+    emit circuit.elementNamed("R1")->elementChanged();
+    QMetaObject::invokeMethod(workbench.editorWidget(), "projectPartModified");
+    EXPECT_TRUE(values->labels().isEmpty());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !values->labels().isEmpty(); }, RunMs));
+}
+
+TEST_F(SimulationPanelTest, ANetlistElementIsEditedInItsPlace) {
+    Circuit& circuit = workbench.simulation()->circuit();
+    auto* items = qobject_cast<ICircuitEditorExt*>(workbench.editorWidget());
+    DialogDriver driver;
+    const auto answer = [&](const char* text) {
+        driver.queue([text](QWidget* dialog) {
+            dialog->findChild<QPlainTextEdit*>()->setPlainText(QLatin1String(text));
+            dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->click();
+        });
+    };
+    answer(".subckt Load a b\nR1 a b 1k\n.ends");
+    NetlistTools tools(workbench, window.get());
+    const QString type = tools.chosenType("Netlist.Subcircuits");
+    bool placed = false;
+    ASSERT_TRUE(QMetaObject::invokeMethod(workbench.editorWidget(), "placeElement",
+                                          Q_RETURN_ARG(bool, placed), Q_ARG(QString, type),
+                                          Q_ARG(QPointF, QPointF(200, 0))));
+    CircuitElement* element = circuit.elementNamed("X1");
+    ASSERT_TRUE(placed && element);
+    CircuitElement* resistor = circuit.elementNamed("R1");
+    circuit.circuitSolver()->makeConnection(element->elementNode("a"), resistor->elementNode("n"));
+    const QPointF place = items->itemFor(element)->pos();
+    const auto terminals = [&] { return circuit.elementNamed("X1")->elementNodeNames(); };
+    QApplication::processEvents();
+    workbench.canvas()->graphicsScene()->clearSelection();
+    items->itemFor(element)->setSelected(true);
+    answer(".subckt Load a b c\nR1 a b 1k\nR2 b c 1k\n.ends");
+    window->findChild<QAction*>("editNetlist")->trigger();
+    ASSERT_EQ(terminals(), QStringList({"a", "b", "c"}));
+    element = circuit.elementNamed("X1");
+    EXPECT_EQ(items->itemFor(element)->pos(), place);
+    EXPECT_EQ(CircuitElementNode::from(element->elementNode("a"))->node(),
+              CircuitElementNode::from(resistor->elementNode("n"))->node());
+    QApplication::processEvents();
+    announceLog("Undo: ");
+    announceLog("Redo: ");
+    workbench.canvas()->undo();
+    EXPECT_EQ(terminals(), QStringList({"a", "b"}));
+    EXPECT_NE(CircuitElementNode::from(circuit.elementNamed("X1")->elementNode("a"))->node(),
+              nullptr);
+    workbench.canvas()->redo();
+    EXPECT_EQ(terminals(), QStringList({"a", "b", "c"}));
 }
 
 TEST(Curves, KeepPeaksWhenThinnedOut) {

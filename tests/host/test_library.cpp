@@ -1,6 +1,8 @@
 #include "ElementFactory.h"
 #include "ElementLibrary.h"
+#include "GalleryPage.h"
 #include "HostFixture.h"
+#include "NetlistType.h"
 
 #include <QDir>
 #include <QFile>
@@ -212,4 +214,39 @@ TEST(ShippedLibrary, PicturesAndTerminalsFitTogether) {
             EXPECT_TRUE(x != halfWidth || halfHeight - y >= 20);
         }
     }
+}
+
+TEST(ShippedLibrary, TheGalleryInTheDocsIsCurrent) {
+    ElementLibrary library;
+    library.load(ShippedFolder);
+    QFile page(QStringLiteral(VORTEL_SOURCE_DIR "/docs/elements.md"));
+    ASSERT_TRUE(page.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(galleryPage(library, "../workbench/library") == page.readAll())
+        << "run ./dev gallery";
+}
+
+TEST(NetlistTypes, PinsBecomeTerminals) {
+    const QString text = QStringLiteral(
+        "* A comment\n.subckt Amp IN+ IN- Name params: gain=2Meg\n+ Rx = 1k half={gain/2} ; rest\n"
+        "E1 Name 0 IN+ IN- {gain}\n.ends\n.subckt other a b\n.ends");
+    const ElementLibrary library;
+    ElementDescription* type = library.description(NetlistType::nameFor(text));
+    ASSERT_NE(type, nullptr);
+    EXPECT_EQ(type->elementType().count(QLatin1Char('.')), 1);
+    EXPECT_EQ(NetlistType::textOf(type->elementType()), text);
+    EXPECT_EQ(library.description(type->elementType()), type);
+    const std::unique_ptr<CircuitElement> element(type->createElement());
+    EXPECT_EQ(element->elementNodeNames(), QStringList({"IN+", "IN-", "Name_"}));
+    EXPECT_EQ(element->parameter("gain"), "2M");
+    EXPECT_EQ(element->parameter("Rx"), "1k");
+    EXPECT_EQ(type->data().parameters.size(), 2);
+    EXPECT_TRUE(type->visual()->renderer()->isValid());
+    for (const char* bad : {"", "R1 a b 1k", ".subckt a\n.ends", ".subckt a b c",
+                            ".subckt a 0\n.ends", ".subckt a b B\n.ends"}) {
+        ElementTypeData data;
+        QString reason;
+        EXPECT_FALSE(NetlistType::describe(bad, &data, &reason)) << bad;
+        EXPECT_FALSE(reason.isEmpty()) << bad;
+    }
+    EXPECT_EQ(library.description("x~rubbish.Netlists"), nullptr);
 }

@@ -5,6 +5,7 @@
 #include "ElementLibrary.h"
 #include "HostFixture.h"
 #include "Netlist.h"
+#include "NetlistType.h"
 #include "OutputVariable.h"
 #include "Simulator.h"
 #include "SpiceModels.h"
@@ -16,8 +17,6 @@
 #include <cmath>
 
 namespace {
-
-constexpr double Pi = 3.14159265358979323846;
 
 class Simulation : public testing::Test {
 protected:
@@ -142,59 +141,17 @@ TEST_F(Simulation, WritesAReadableNetlist) {
     circuit.setTitle(QStringLiteral("Low pass"));
     circuit.addGlobalVariable(QStringLiteral("Rload"), QStringLiteral("{2*0.5M/1k}"), true);
     build(QLatin1String(RcFilter));
-    build(QStringLiteral("Resistor.Basic Load out 0 R=4.7M\nNPN.Semiconductors T1 in out 0"));
+    // "Load" and "RLoad" are one name to the simulator.
+    build(
+        QStringLiteral("Resistor.Basic Load out 0 R=4.7M\nResistor.Basic RLoad out 0 "
+                       "R=1k\nNPN.Semiconductors T1 in out 0"));
     EXPECT_EQ(writeNetlist(circuit, models).lines.join(QLatin1Char('\n')),
               QStringLiteral("Low pass\n\n* Parameters\n.param Rload = {2*0.5Meg/1k}\n\n* Models\n"
                              ".model T1_model NPN(BF=100 IS=1e-15 BR=1 VAF=100)\n\n* Elements\n"
                              "C1 out 0 100n IC=0\nRLoad out 0 4.7Meg\nR1 in out {Rload}\n"
+                             "RLoad_2 out 0 1k\n"
                              "QT1 in out 0 T1_model\n"
                              "V1 in 0 DC 0 AC 1 0 SIN(0 1 1k 0 0 0)"));
-}
-
-TEST_F(Simulation, FindsTheCornerOfALowPass) {
-    circuit.addGlobalVariable(QStringLiteral("Rload"), QStringLiteral("1k"), true);
-    build(QLatin1String(RcFilter));
-    const QByteArray corner = QByteArray::number(1 / (2 * Pi * 1e3 * 100e-9), 'g', 17);
-    setUp("ac", {{"spacing", "lin"},
-                 {"points", "1"},
-                 {"from", corner.constData()},
-                 {"to", corner.constData()}});
-    ASSERT_EQ(run(), QString());
-    EXPECT_NEAR(20 * std::log10(std::abs(net("out").first())), -20 * std::log10(std::sqrt(2)),
-                3e-3);
-    EXPECT_NEAR(std::arg(net("out").first()), -Pi / 4, 1e-3);
-
-    // Twice the resistance has half the corner: a sweep runs through the values.
-    setup.setValue(QStringLiteral("sweep"), QStringLiteral("parameter"), QStringLiteral("Rload"));
-    setup.setValue(QStringLiteral("sweep"), QStringLiteral("from"), QStringLiteral("1k"));
-    setup.setValue(QStringLiteral("sweep"), QStringLiteral("to"), QStringLiteral("4k"));
-    setup.setValue(QStringLiteral("sweep"), QStringLiteral("count"), QStringLiteral("3"));
-    setup.setValue(QStringLiteral("sweep"), QStringLiteral("spacing"), QStringLiteral("log"));
-    ASSERT_EQ(run(), QString());
-    ASSERT_EQ(simulator.runs().size(), 3);
-    for (int i = 0; i < 3; ++i) {
-        EXPECT_NEAR(std::abs(net("out", i).first()), 1 / std::hypot(1, std::pow(2, i)), 1e-4);
-    }
-}
-
-TEST_F(Simulation, RingsLikeASeriesCircuit) {
-    build(
-        QStringLiteral("DCVoltage.Sources V1 in 0 V=1\nResistor.Basic R1 in a R=10\n"
-                       "Inductor.Basic L1 a out L=1m\nCapacitor.Basic C1 out 0 C=1u\n"
-                       "Ground.Basic GND1 0"));
-    setUp("tran", {{"stop", "500u"}, {"step", "100n"}, {"initial", "initial values"}});
-    ASSERT_EQ(run(), QString());
-    const double damping = 10 / (2 * 1e-3);
-    const double angular = std::sqrt(1 / (1e-3 * 1e-6) - damping * damping);
-    const QVector<double> times = simulator.runs().first().results.sweep();
-    const auto voltage = net("out");
-    for (int i = 0; i < times.size(); i += 50) {
-        const double t = times.at(i);
-        const double expected =
-            1 - std::exp(-damping * t) *
-                    (std::cos(angular * t) + damping / angular * std::sin(angular * t));
-        EXPECT_NEAR(voltage.at(i).real(), expected, 2e-3) << t;
-    }
 }
 
 TEST_F(Simulation, KnowsCurrentsAndPowersOfElements) {
@@ -273,7 +230,71 @@ TEST_F(Simulation, TakesEveryTypeOfTheLibrary) {
     }
 }
 
+TEST_F(Simulation, KeepsTextNetlistsApart) {
+    const auto type = [](const char* resistance) {
+        return NetlistType::nameFor(QStringLiteral(".subckt Load a b params: n=1\nR1 a b {n*%1}\n"
+                                                   "X1 a b helper\n.ends\n"
+                                                   ".subckt helper a b\nR1 a b 1Meg\n.ends")
+                                        .arg(QLatin1String(resistance)));
+    };
+    build(QStringLiteral("DCVoltage.Sources V1 a 0 V=1\nGround.Basic G1 0\n%1 X1 a 0\n"
+                         "%1 X2 a 0 n=4\n%2 X3 a 0")
+              .arg(type("1k"), type("2k")));
+    setUp("op", {});
+    ASSERT_EQ(run(), QString());
+    EXPECT_NEAR(result("X1", "i_a"), 1 / 1e3 + 1e-6, 1e-9);
+    EXPECT_NEAR(result("X2", "i_a"), 1 / 4e3 + 1e-6, 1e-9);
+    EXPECT_NEAR(result("X3", "i_a"), 1 / 2e3 + 1e-6, 1e-9);
+}
+
+/// Between what the data sheets guarantee, where they tell it.
+TEST_F(Simulation, HasModelsThatMeetTheirDataSheets) {
+    build(QStringLiteral(
+        "Ground.Basic G1 0\nDCVoltage.Sources V1 c1 0 V=1\nDCVoltage.Sources V5 c5 0 V=5\n"
+        "DCVoltage.Sources V10 g10 0 V=10\n"
+        "NPN.Semiconductors Q1 c1 b1 0 model=2N3904\nDCCurrent.Sources I1 0 b1 I=60u\n"
+        "NPN.Semiconductors Q2 c5 b2 0 model=BC547\nDCCurrent.Sources I2 0 b2 I=7u\n"
+        "PNP.Semiconductors Q3 0 b3 c1 model=2N3906\nDCCurrent.Sources I3 b3 0 I=60u\n"
+        "PNP.Semiconductors Q4 0 b4 c5 model=BC557\nDCCurrent.Sources I4 b4 0 I=6u\n"
+        "Diode.Semiconductors D1 d1 0 model=1N4148\nDCCurrent.Sources I5 0 d1 I=10m\n"
+        "Diode.Semiconductors D2 d2 0 model=1N4007\nDCCurrent.Sources I6 0 d2 I=1\n"
+        "Diode.Semiconductors D3 0 d3 model=1N4148\nDCCurrent.Sources I7 0 d3 I=100u\n"
+        "ZenerDiode.Semiconductors D4 0 d4 BV=5.1\nDCCurrent.Sources I8 0 d4 I=1m\n"
+        "PowerMOSFET.Semiconductors M1 d5 d5 0 model=2N7000\nDCCurrent.Sources I9 0 d5 I=1m\n"
+        "PowerMOSFET.Semiconductors M2 d6 g10 0 model=2N7000\nDCCurrent.Sources I10 0 d6 I=500m"));
+    setUp("op", {});
+    ASSERT_EQ(run(), QString()) << qPrintable(simulator.log());
+    const struct {
+        const char* what;
+        double value;
+        double least;
+        double most;
+    } table[] = {{"hFE 2N3904", result("Q1", "ic") / 60e-6, 100, 300},
+                 {"VBE 2N3904", result("Q1", "vbe"), 0.65, 0.85},
+                 {"hFE BC547B", result("Q2", "ic") / 7e-6, 200, 450},
+                 {"VBE BC547B", result("Q2", "vbe"), 0.58, 0.70},
+                 {"hFE 2N3906", -result("Q3", "ic") / 60e-6, 100, 300},
+                 {"hFE BC557B", -result("Q4", "ic") / 6e-6, 220, 475},
+                 {"VF 1N4148", result("D1", "v"), 0.62, 1.0},
+                 {"VF 1N4007", result("D2", "v"), 0.8, 1.1},
+                 {"VBR 1N4148", -result("D3", "v"), 100, 110},
+                 {"VZ", -result("D4", "v"), 5.0, 5.2},
+                 {"Vth 2N7000", result("M1", "vgs"), 0.8, 3},
+                 {"RDS 2N7000", result("M2", "vds") / 0.5, 0.5, 5}};
+    for (const auto& row : table) {
+        EXPECT_GE(row.value, row.least) << row.what;
+        EXPECT_LE(row.value, row.most) << row.what;
+    }
+}
+
 TEST_F(Simulation, SaysWhatIsWrongAndWhere) {
+    ElementTypeData strange = library.description(QStringLiteral("Resistor.Basic"))->data();
+    strange.spice = {};
+    strange.label = QStringLiteral("Oddity");
+    ElementDescription oddity(strange);
+    CircuitElement* odd = oddity.createElement();
+    odd->setName(QStringLiteral("R9"));
+    circuit.addElement(odd);
     build(
         QStringLiteral("DCVoltage.Sources V1 a b V=1\nDCVoltage.Sources V2 b a V=1\n"
                        "DCVoltage.Sources V3 s s\nCapacitor.Basic C1 a float\n"
@@ -284,6 +305,7 @@ TEST_F(Simulation, SaysWhatIsWrongAndWhere) {
     const QStringList expected = {
         QStringLiteral("The circuit has no ground: connect a Ground to the net that all voltages "
                        "are measured against."),
+        QStringLiteral("R9 is a Oddity, which can not be simulated."),
         QStringLiteral("V2 closes a loop of voltage sources."),
         QStringLiteral("V3 is short-circuited by the net s."),
         QStringLiteral("Q1 has the model nobody, which is not known."),
@@ -326,6 +348,11 @@ TEST_F(Simulation, SurvivesASimulatorThatFails) {
         "printf 'No. Variables: 2\\nNo. Points: 9\\nVariables:\\n 0 a v\\n 1 b v\\nBinary:\\nxx' > "
         "answer.raw");
     EXPECT_EQ(run(), QStringLiteral("The simulator answered no values."));
+    script(
+        "printf 'No. Variables: 1\\nNo. Points: 9\\nVariables:\\n 0 a v\\nBinary:\\n0123456789' > "
+        "answer.raw");
+    EXPECT_EQ(run(), QStringLiteral("The answer of the simulator breaks off: is there room on the "
+                                    "disk?"));
     script("exec sleep 600");
     QString reason;
     QSignalSpy finished(&simulator, &Simulator::finished);
@@ -334,6 +361,8 @@ TEST_F(Simulation, SurvivesASimulatorThatFails) {
     simulator.cancel();
     ASSERT_EQ(finished.size(), 1);
     EXPECT_EQ(finished.first().first().toString(), QStringLiteral("The simulation was cancelled."));
+    simulator.setTimeLimit(1);
+    EXPECT_EQ(run(), QStringLiteral("The simulation took longer than 1 s."));
     simulator.setProgram(QStringLiteral("/nowhere/ngspice"));
     EXPECT_TRUE(run().contains(QLatin1String("install the package ngspice")));
 }

@@ -2,6 +2,7 @@
 
 #include "CommandLine.h"
 #include "Console.h"
+#include "OperatingPoint.h"
 #include "ProjectManager.h"
 #include "SimulationCommands.h"
 #include "Workbench.h"
@@ -10,13 +11,18 @@ namespace {
 
 bool run(const CommandLine& line, Workbench& workbench, QString* error) {
     switch (line.command) {
-        case CommandLine::Command::Export:
+        case CommandLine::Command::Export: {
+            std::unique_ptr<ValueItems> values;
+            if (line.operatingPoint && !(values = operatingPointItems(workbench, error))) {
+                return false;
+            }
             for (const PictureOutput& picture : line.pictures) {
                 if (!workbench.savePicture(picture, error)) {
                     return false;
                 }
             }
             return true;
+        }
         case CommandLine::Command::Convert: {
             const QString losses = workbench.lossesOnSaving(line.convertedFile);
             if (!workbench.save(line.convertedFile, error)) {
@@ -34,7 +40,8 @@ bool run(const CommandLine& line, Workbench& workbench, QString* error) {
         case CommandLine::Command::Netlist:
             return writeNetlistFile(workbench.simulation(), line.output, error);
         case CommandLine::Command::Simulate:
-            return simulateToFile(workbench.simulation(), line.analysis, line.output, error);
+            return simulateToFile(workbench.simulation(), line.analysis, line.timeout, line.output,
+                                  error);
         default:
             return true;
     }

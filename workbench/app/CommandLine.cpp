@@ -15,6 +15,15 @@ constexpr char NetlistCommand[] = "netlist";
 constexpr char SimulateCommand[] = "simulate";
 constexpr char PluginOption[] = "--plugin";
 constexpr char AnalysisOption[] = "--analysis";
+constexpr char TimeoutOption[] = "--timeout";
+/// A day.
+constexpr int LongestTimeout = 86400;
+constexpr char OperatingPointOption[] = "--operating-point";
+/// Options that a word belongs to, and what it is.
+constexpr const char* ValuedOptions[][2] = {{"-o", "a file name"},
+                                            {PluginOption, "a file name"},
+                                            {AnalysisOption, "a name"},
+                                            {TimeoutOption, "a number of seconds"}};
 
 /// The arguments sorted by kind, before anyone asks whether they make sense together.
 struct Words {
@@ -22,9 +31,21 @@ struct Words {
     QStringList outputs;
     QString plugin;
     QString analysis;
+    QString timeout;
+    bool operatingPoint = false;
     bool help = false;
     bool version = false;
 };
+
+/// What must follow the option; null if nothing does.
+const char* valueOf(const QString& option) {
+    for (const auto& valued : ValuedOptions) {
+        if (option == QLatin1String(valued[0])) {
+            return valued[1];
+        }
+    }
+    return nullptr;
+}
 
 bool sortWords(const QStringList& arguments, Words* words, QString* error) {
     bool onlyNames = false;
@@ -38,12 +59,11 @@ bool sortWords(const QStringList& arguments, Words* words, QString* error) {
             words->help = true;
         } else if (argument == QLatin1String("--version")) {
             words->version = true;
-        } else if (argument == QLatin1String("-o") || argument == QLatin1String(PluginOption) ||
-                   argument == QLatin1String(AnalysisOption)) {
+        } else if (argument == QLatin1String(OperatingPointOption)) {
+            words->operatingPoint = true;
+        } else if (const char* wanted = valueOf(argument)) {
             if (i + 1 == arguments.size() || arguments.at(i + 1).isEmpty()) {
-                *error = argument == QLatin1String(AnalysisOption)
-                             ? QStringLiteral("%1 needs a name").arg(argument)
-                             : QStringLiteral("%1 needs a file name").arg(argument);
+                *error = QStringLiteral("%1 needs %2").arg(argument, QLatin1String(wanted));
                 return false;
             }
             const QString& value = arguments.at(++i);
@@ -51,6 +71,8 @@ bool sortWords(const QStringList& arguments, Words* words, QString* error) {
                 words->outputs.append(value);
             } else if (argument == QLatin1String(AnalysisOption)) {
                 words->analysis = value;
+            } else if (argument == QLatin1String(TimeoutOption)) {
+                words->timeout = value;
             } else {
                 words->plugin = value;
             }
@@ -110,6 +132,27 @@ bool takeOutput(const Words& words, CommandLine* line, QString* error) {
     return true;
 }
 
+bool takeSimulationOptions(const Words& words, CommandLine* line, QString* error) {
+    const bool isSimulation = line->command == CommandLine::Command::Simulate;
+    line->analysis = words.analysis;
+    line->operatingPoint = words.operatingPoint;
+    bool isNumber = true;
+    if (!words.timeout.isEmpty()) {
+        line->timeout = words.timeout.toInt(&isNumber);
+        isNumber = isNumber && line->timeout > 0 && line->timeout <= LongestTimeout;
+    }
+    if (!isSimulation && !words.analysis.isEmpty()) {
+        *error = QStringLiteral("--analysis belongs to simulate");
+    } else if (!isSimulation && !words.timeout.isEmpty()) {
+        *error = QStringLiteral("--timeout belongs to simulate");
+    } else if (!isNumber) {
+        *error = QStringLiteral("%1 is no number of seconds").arg(words.timeout);
+    } else if (words.operatingPoint && line->command != CommandLine::Command::Export) {
+        *error = QStringLiteral("--operating-point belongs to export");
+    }
+    return error->isEmpty();
+}
+
 }  // namespace
 
 std::optional<CommandLine> parseCommandLine(const QStringList& arguments, QString* error) {
@@ -149,7 +192,6 @@ std::optional<CommandLine> parseCommandLine(const QStringList& arguments, QStrin
         return {};
     }
     line.file = words.names.value(0);
-    line.analysis = words.analysis;
     const bool writesOne = line.command == Command::Netlist || line.command == Command::Simulate;
     if (writesOne && !takeOutput(words, &line, error)) {
         return {};
@@ -158,8 +200,7 @@ std::optional<CommandLine> parseCommandLine(const QStringList& arguments, QStrin
         *error = QStringLiteral("-o belongs to export, netlist and simulate");
         return {};
     }
-    if (line.command != Command::Simulate && !words.analysis.isEmpty()) {
-        *error = QStringLiteral("--analysis belongs to simulate");
+    if (!takeSimulationOptions(words, &line, error)) {
         return {};
     }
     if (line.command == Command::Export && !takePictures(words.outputs, &line, error)) {
@@ -173,8 +214,7 @@ std::optional<CommandLine> parseCommandLine(const QStringList& arguments, QStrin
 
 bool isBatchCommand(int argc, const char* const* argv) {
     for (int i = 1; i < argc; ++i) {
-        if (std::strcmp(argv[i], PluginOption) == 0 || std::strcmp(argv[i], "-o") == 0 ||
-            std::strcmp(argv[i], AnalysisOption) == 0) {
+        if (valueOf(QString::fromLocal8Bit(argv[i]))) {
             ++i;
         } else if (argv[i][0] != '-') {
             const auto isNamed = [word = argv[i]](const char* command) {
@@ -189,8 +229,9 @@ bool isBatchCommand(int argc, const char* const* argv) {
 
 QString usage() {
     return QStringLiteral(
-               "usage: vortel-workbench [--plugin FILE] [FILE] | export FILE -o OUT.(%1)... | "
+               "usage: vortel-workbench [--plugin FILE] [FILE] | "
+               "export FILE [--operating-point] -o OUT.(%1)... | "
                "describe FILE | convert FILE OUT.(vprj|ckt) | netlist FILE -o OUT.cir | "
-               "simulate FILE [--analysis NAME] -o OUT.(csv|svg|raw)")
+               "simulate FILE [--analysis NAME] [--timeout SECONDS] -o OUT.(csv|svg|raw)")
         .arg(pictureSuffixes().join(QLatin1Char('|')).remove(QLatin1Char('.')));
 }

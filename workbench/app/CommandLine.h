@@ -21,6 +21,10 @@ struct CommandLine {
     QString output;
     /// Empty for the one that the project has active.
     QString analysis;
+    /// In seconds: how long a simulation may take.
+    int timeout = 600;
+    /// Whether pictures show the values of the operating point.
+    bool operatingPoint = false;
     /// Empty for the plug-in that lies beside the program.
     QString plugin;
 };

@@ -9,6 +9,8 @@
 #include "HintLabel.h"
 #include "ICanvas.h"
 #include "ICircuitEditorExt.h"
+#include "NetlistTools.h"
+#include "OperatingPoint.h"
 #include "PictureExport.h"
 #include "PlacingTools.h"
 #include "ProjectManager.h"
@@ -85,6 +87,9 @@ bool MainWindow::build(QString* error) {
         {QStringLiteral("exportPng"), exportAs(PictureFormat::PNG)},
         {QStringLiteral("exportJpg"), exportAs(PictureFormat::JPG)},
         {QStringLiteral("exportMargin"), [] {}},
+        {QStringLiteral("exportValues"), [] {}},
+        {QStringLiteral("showValues"), [] {}},
+        {QStringLiteral("editNetlist"), [this] { m_netlists->editSelected(); }},
         {QStringLiteral("find"), [this] { m_search->open(); }},
         {QStringLiteral("placeAny"), [this] { m_placing->choose(); }},
         {QStringLiteral("properties"), [this] { m_elements->editProperties(); }},
@@ -112,7 +117,8 @@ bool MainWindow::build(QString* error) {
 }
 
 void MainWindow::makeTools() {
-    m_placing = new PlacingTools(*m_workbench, this);
+    m_netlists = new NetlistTools(*m_workbench, this);
+    m_placing = new PlacingTools(*m_workbench, m_netlists, this);
     m_search = new DrawingSearch(*m_workbench, this);
     m_elements = new ElementTools(*m_workbench, this);
     m_pictures = new PictureExport(m_workbench, this);
@@ -144,6 +150,12 @@ void MainWindow::finishMenus() {
     m_elements->setMenuActions(entries);
     if (auto* margin = findChild<QAction*>(QStringLiteral("exportMargin"))) {
         m_pictures->followMargin(margin);
+    }
+    m_pictures->followValues(findChild<QAction*>(QStringLiteral("exportValues")));
+    if (auto* show = findChild<QAction*>(QStringLiteral("showValues"))) {
+        auto* values = new OperatingPoint(*m_workbench, show, this);
+        connect(values, &OperatingPoint::failed, statusBar(),
+                [this](const QString& reason) { statusBar()->showMessage(reason); });
     }
     auto* hint = new HintLabel(this);
     hint->setObjectName(QStringLiteral("toolHint"));

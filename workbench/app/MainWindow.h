@@ -11,6 +11,7 @@ class OpenMark;
 class ElementTools;
 class GuiBuilder;
 class HelpMenu;
+class NetlistTools;
 class PictureExport;
 class PlacingTools;
 class DrawingSearch;
@@ -90,6 +91,7 @@ private:
     // Null while the project has no file.
     std::unique_ptr<OpenMark> m_openMark;
     // Owned as children.
+    NetlistTools* m_netlists = nullptr;
     PlacingTools* m_placing = nullptr;
     DrawingSearch* m_search = nullptr;
     ElementTools* m_elements = nullptr;

@@ -1,6 +1,7 @@
 #include "PictureExport.h"
 
 #include "MainWindow.h"
+#include "OperatingPoint.h"
 #include "ProjectManager.h"
 #include "Settings.h"
 #include "Workbench.h"
@@ -50,6 +51,12 @@ void PictureExport::exportAs(PictureFormat format) {
     QMetaObject::invokeMethod(m_workbench->editorWidget(), "stopPlacing");
     const QString file = dialog.selectedFiles().first();
     QString error;
+    std::unique_ptr<ValueItems> values;
+    if (m_withValues && m_withValues->isChecked() &&
+        !(values = operatingPointItems(*m_workbench, &error))) {
+        QMessageBox::information(m_window, tr("Cannot export"), error);
+        return;
+    }
     if (m_workbench->savePicture({format, file}, &error)) {
         m_window->statusBar()->showMessage(tr("Wrote %1").arg(QDir::toNativeSeparators(file)));
     } else if (!error.isEmpty()) {
@@ -68,4 +75,9 @@ void PictureExport::followMargin(QAction* action) {
         Settings().setValue(MarginKey, on);
         apply(on);
     });
+}
+
+void PictureExport::followValues(QAction* action) {
+    m_withValues = action;
+    action->setCheckable(true);
 }

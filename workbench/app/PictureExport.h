@@ -20,8 +20,11 @@ public:
     void exportAs(PictureFormat format);
     /// Lets pictures have a margin, and remembers it for the next start. `action` is the switch.
     void followMargin(QAction* action);
+    /// Pictures have the values of the operating point while the action is ticked.
+    void followValues(QAction* action);
 
 private:
     Workbench* m_workbench;
     MainWindow* m_window;
+    QAction* m_withValues = nullptr;
 };

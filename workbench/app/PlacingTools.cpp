@@ -2,6 +2,7 @@
 
 #include "ElementExplorer.h"
 #include "ICanvas.h"
+#include "NetlistTools.h"
 #include "SearchBox.h"
 #include "Workbench.h"
 
@@ -20,9 +21,10 @@ constexpr char PaletteName[] = "CElementExplorerComponent.elementExplorer";
 
 }  // namespace
 
-PlacingTools::PlacingTools(const Workbench& workbench, QWidget* window)
+PlacingTools::PlacingTools(const Workbench& workbench, NetlistTools* netlists, QWidget* window)
     : QObject(window),
       m_editor(workbench.editorWidget()),
+      m_netlists(netlists),
       m_palette(qobject_cast<ElementExplorer*>(workbench.object(QLatin1String(PaletteName)))) {
     if (m_palette) {
         m_entries = m_palette->entries();
@@ -33,8 +35,12 @@ PlacingTools::PlacingTools(const Workbench& workbench, QWidget* window)
     page->installEventFilter(this);
 }
 
-void PlacingTools::place(const QString& type) {
+void PlacingTools::place(const QString& entry) {
+    const QString type = m_netlists->chosenType(entry);
     bool started = false;
+    if (type.isEmpty()) {
+        return;
+    }
     QMetaObject::invokeMethod(m_editor, "startPlacing", Q_RETURN_ARG(bool, started),
                               Q_ARG(QString, type));
     if (started) {
@@ -110,11 +116,22 @@ bool PlacingTools::eventFilter(QObject* watched, QEvent* event) {
     drop->accept();
     if (event->type() == QEvent::Drop) {
         auto* view = static_cast<QGraphicsView*>(static_cast<QWidget*>(watched)->parentWidget());
-        bool placed = false;
-        QMetaObject::invokeMethod(m_editor, "placeElement", Q_RETURN_ARG(bool, placed),
-                                  Q_ARG(QString, QString::fromUtf8(type)),
-                                  Q_ARG(QPointF, view->mapToScene(drop->pos())));
-        m_editor->setFocus();
+        const auto put = [this, entry = QString::fromUtf8(type),
+                          place = view->mapToScene(drop->pos())] {
+            bool placed = false;
+            const QString chosen = m_netlists->chosenType(entry);
+            if (!chosen.isEmpty()) {
+                QMetaObject::invokeMethod(m_editor, "placeElement", Q_RETURN_ARG(bool, placed),
+                                          Q_ARG(QString, chosen), Q_ARG(QPointF, place));
+                m_editor->setFocus();
+            }
+        };
+        if (NetlistTools::isAskedFor(QString::fromUtf8(type))) {
+            // Once the drag has ended, which holds the pointer.
+            QMetaObject::invokeMethod(this, put, Qt::QueuedConnection);
+        } else {
+            put();
+        }
     }
     return true;
 }

@@ -5,6 +5,7 @@
 #include <QObject>
 
 class ElementExplorer;
+class NetlistTools;
 class QMenu;
 class SearchBox;
 class Workbench;
@@ -17,7 +18,7 @@ class PlacingTools : public QObject {
 
 public:
     /// `window` owns it.
-    PlacingTools(const Workbench& workbench, QWidget* window);
+    PlacingTools(const Workbench& workbench, NetlistTools* netlists, QWidget* window);
 
     /// Adds a menu for each library, in front of what the menu holds. `taken` are keys of the
     /// canvas that no type gets.
@@ -30,10 +31,11 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private slots:
-    void place(const QString& type);
+    void place(const QString& entry);
 
 private:
     QWidget* m_editor;
+    NetlistTools* m_netlists;
     ElementExplorer* m_palette;
     SearchBox* m_chooser = nullptr;
     QVector<PaletteEntry> m_entries;

@@ -42,8 +42,9 @@ bool writeNetlistFile(SimulationPart* simulation, const QString& fileName, QStri
     return write(fileName, simulation->netlist().toUtf8(), error);
 }
 
-bool simulateToFile(SimulationPart* simulation, const QString& analysis, const QString& fileName,
-                    QString* error) {
+bool simulateToFile(SimulationPart* simulation, const QString& analysis, int timeout,
+                    const QString& fileName, QString* error) {
+    simulation->simulator().setTimeLimit(timeout);
     SimulationSetup setup = simulation->setup();
     if (!analysis.isEmpty()) {
         setup.setActive(analysis);

@@ -10,5 +10,6 @@ class SimulationPart;
 bool writeNetlistFile(SimulationPart* simulation, const QString& fileName, QString* error);
 /// Runs the analysis, or the project's own if the name is empty, and writes what the output
 /// variables were: the ending of the name chooses csv, svg or raw.
-bool simulateToFile(SimulationPart* simulation, const QString& analysis, const QString& fileName,
-                    QString* error);
+/// After so many seconds it gives up.
+bool simulateToFile(SimulationPart* simulation, const QString& analysis, int timeout,
+                    const QString& fileName, QString* error);

@@ -3,7 +3,9 @@
 #include "ControlledElement.h"
 
 ElementDescription::ElementDescription(ElementTypeData data, QObject* parent)
-    : QObject(parent), m_data(std::move(data)), m_visual(m_data.picture, m_data.pictureOffset) {}
+    : QObject(parent),
+      m_data(std::move(data)),
+      m_visual(m_data.picture, m_data.drawing, m_data.pictureOffset) {}
 
 ElementDescription::~ElementDescription() = default;
 
@@ -37,6 +39,11 @@ Plexa::DataStore ElementDescription::info() {
     facts.insert(QStringLiteral("#display"), m_data.display.join(QLatin1Char(' ')));
     facts.insert(QStringLiteral("description"), m_data.description);
     facts.insert(QStringLiteral("models"), m_data.models);
+    for (const ParameterData& parameter : m_data.parameters) {
+        if (parameter.kind == ParameterData::Choice) {
+            facts.insert(QStringLiteral("choices.") + parameter.name, parameter.choices);
+        }
+    }
     return facts;
 }
 

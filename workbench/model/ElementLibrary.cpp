@@ -1,6 +1,7 @@
 #include "ElementLibrary.h"
 
 #include "ElementTypeReader.h"
+#include "NetlistType.h"
 #include "SubCircuitDescription.h"
 
 #include <QDir>
@@ -124,5 +125,21 @@ QStringList ElementLibrary::types() const {
 
 ElementDescription* ElementLibrary::description(const QString& type) const {
     const auto it = m_descriptions.find(type);
-    return it == m_descriptions.end() ? nullptr : it->second.get();
+    if (it != m_descriptions.end()) {
+        return it->second.get();
+    }
+    const auto known = m_netlists.find(type);
+    if (known != m_netlists.end()) {
+        return known->second.get();
+    }
+    const QString text = NetlistType::textOf(type);
+    ElementTypeData data;
+    QString reason;
+    if (text.isEmpty() || !NetlistType::describe(text, &data, &reason)) {
+        return nullptr;
+    }
+    data.type = type;
+    auto& added = m_netlists[type];
+    added = std::make_unique<ElementDescription>(std::move(data));
+    return added.get();
 }

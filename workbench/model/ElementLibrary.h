@@ -31,7 +31,8 @@ public:
 
     /// Complete names, sorted.
     QStringList types() const;
-    /// Null for an unknown type.
+    /// Null for an unknown type. One that carries a text netlist in its name is known without
+    /// having been loaded; see `NetlistType`.
     ElementDescription* description(const QString& type) const;
 
 private:
@@ -44,5 +45,7 @@ private:
     void refuseCircles(QVector<NewSubCircuit>* subCircuits);
 
     std::map<QString, std::unique_ptr<ElementDescription>> m_descriptions;
+    // Made when they are first asked for.
+    mutable std::map<QString, std::unique_ptr<ElementDescription>> m_netlists;
     QStringList m_problems;
 };

@@ -57,6 +57,9 @@ struct SpiceData {
     QStringList subcircuitLines;
     /// Kind and parameters of the model that an element has which isn't given one of the library.
     QString model;
+    /// A ".subckt" block that the lines name as their model, whose head has the model's name as
+    /// `${model}`; mostly empty.
+    QStringList definition;
     QVector<Choice> choices;
     /// By output variable: its value, over `v(terminal)` and `i(terminal)`, the current into it. A
     /// result "x" serves "x_ac", too.
@@ -91,10 +94,14 @@ struct ElementTypeData {
     Plexa::DataStore outputACVariables;
     bool mixed = false;
     bool resolvesControls = false;
-    /// Absolute file name of an SVG or a bitmap.
+    /// Absolute file name of an SVG or a bitmap; empty if the picture is `drawing`.
     QString picture;
+    /// The picture itself, as SVG.
+    QByteArray drawing;
     QPointF pictureOffset;
     /// Of a sub-circuit: see `SubCircuitProject`; else null.
     QDomDocument inside;
     SpiceData spice;
+    /// The text of a type that is made of a text netlist; else empty.
+    QString netlist;
 };

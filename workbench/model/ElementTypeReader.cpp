@@ -2,6 +2,7 @@
 
 #include "CircuitElement.h"
 #include "ICircuitElementDesc.h"
+#include "NetlistType.h"
 #include "SubCircuitProject.h"
 
 #include <QDir>
@@ -101,11 +102,15 @@ bool ElementTypeReader::read(ElementTypeData* data) {
         complain(QStringLiteral("the shortcut \"%1\" is no capital letter or digit")
                      .arg(m_data.shortcut));
     }
-    readTerminals(root);
-    readParameters(root);
-    readPicture(root);
-    readInside(root);
-    readSpice(root);
+    if (root.contains(QLatin1String("netlist"))) {
+        readNetlist(text(root, "netlist"));
+    } else {
+        readTerminals(root);
+        readParameters(root);
+        readPicture(root);
+        readInside(root);
+        readSpice(root);
+    }
     checkReferences();
     *data = m_data;
     return m_problems.isEmpty();
@@ -129,6 +134,20 @@ bool ElementTypeReader::claimName(const QString& name, const QString& kind) {
     }
     m_names.append(name);
     return true;
+}
+
+void ElementTypeReader::readNetlist(const QString& netlist) {
+    QFile file(QFileInfo(m_fileName).absoluteDir().absoluteFilePath(netlist));
+    QString reason;
+    if (!file.open(QIODevice::ReadOnly)) {
+        complain(QStringLiteral("the netlist \"%1\" can not be read: %2")
+                     .arg(netlist, file.errorString()));
+    } else if (!NetlistType::describe(QString::fromUtf8(file.readAll()), &m_data, &reason)) {
+        complain(QStringLiteral("the netlist \"%1\" can not be used: %2").arg(netlist, reason));
+    }
+    for (const ParameterData& parameter : qAsConst(m_data.parameters)) {
+        m_names.append(parameter.name);
+    }
 }
 
 void ElementTypeReader::readTerminals(const QJsonObject& root) {

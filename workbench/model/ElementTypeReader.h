@@ -16,6 +16,8 @@ public:
 
 private:
     void complain(const QString& reason);
+    /// Instead of all that follows: see `NetlistType`.
+    void readNetlist(const QString& netlist);
     void readTerminals(const QJsonObject& root);
     void readParameters(const QJsonObject& root);
     void readPicture(const QJsonObject& root);

@@ -2,8 +2,11 @@
 
 #include <QSvgRenderer>
 
-ElementVisual::ElementVisual(QString picture, QPointF offset, QObject* parent)
-    : QObject(parent), m_picture(std::move(picture)), m_offset(offset) {}
+ElementVisual::ElementVisual(QString picture, QByteArray drawing, QPointF offset, QObject* parent)
+    : QObject(parent),
+      m_picture(std::move(picture)),
+      m_drawing(std::move(drawing)),
+      m_offset(offset) {}
 
 ElementVisual::~ElementVisual() = default;
 
@@ -20,11 +23,12 @@ QPointF ElementVisual::pictureOffset() {
 
 QSvgRenderer* ElementVisual::renderer() {
     if (!m_renderer && isVector()) {
-        m_renderer = std::make_unique<QSvgRenderer>(m_picture);
+        m_renderer = m_picture.isEmpty() ? std::make_unique<QSvgRenderer>(m_drawing)
+                                         : std::make_unique<QSvgRenderer>(m_picture);
     }
     return m_renderer.get();
 }
 
 bool ElementVisual::isVector() const {
-    return m_picture.endsWith(QLatin1String(".svg"), Qt::CaseInsensitive);
+    return m_picture.isEmpty() || m_picture.endsWith(QLatin1String(".svg"), Qt::CaseInsensitive);
 }

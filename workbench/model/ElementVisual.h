@@ -13,8 +13,9 @@ class ElementVisual : public QObject, public ICircuitElementVisual {
     Q_INTERFACES(ICircuitElementVisual)
 
 public:
-    /// `picture` is the file name of an SVG or of a bitmap; `offset` is in scene units.
-    ElementVisual(QString picture, QPointF offset, QObject* parent = nullptr);
+    /// `picture` is the file name of an SVG or of a bitmap, or is empty, and `drawing` an SVG;
+    /// `offset` is in scene units.
+    ElementVisual(QString picture, QByteArray drawing, QPointF offset, QObject* parent = nullptr);
     ~ElementVisual() override;
 
     // IContainer
@@ -29,6 +30,7 @@ private:
     bool isVector() const;
 
     QString m_picture;
+    QByteArray m_drawing;
     QPointF m_offset;
     QPixmap m_pixmap;
     std::unique_ptr<QSvgRenderer> m_renderer;

@@ -13,7 +13,7 @@ namespace {
 
 constexpr double Width = 1.6;
 /// A longer line, in pixels, is drawn plainly: it is full of strokes, and smooth ones cost.
-constexpr double LongestSmooth = 10000;
+constexpr double LongestSmooth = 5000;
 
 bool isSmooth(const QPolygonF& line) {
     double length = 0;

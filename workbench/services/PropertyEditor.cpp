@@ -80,7 +80,9 @@ public:
         // The commit may rebuild the rows.
         const PropertyRow edited = *row;
         if (auto* box = qobject_cast<QComboBox*>(editor)) {
-            m_panel->commit(edited, box->currentIndex());
+            const bool isText = !edited.texts(m_panel->object()).isEmpty();
+            m_panel->commit(edited,
+                            isText ? QVariant(box->currentText()) : QVariant(box->currentIndex()));
         } else if (auto* number = qobject_cast<QSpinBox*>(editor)) {
             m_panel->commit(edited, number->value());
         } else if (auto* line = qobject_cast<QLineEdit*>(editor)) {
@@ -93,7 +95,7 @@ private:
         if (row.value(m_panel->object()).type() == QVariant::Bool) {
             return {QVariant(false).toString(), QVariant(true).toString()};
         }
-        return row.choices();
+        return row.choices().isEmpty() ? row.texts(m_panel->object()) : row.choices();
     }
 
     PropertyEditor* m_panel;

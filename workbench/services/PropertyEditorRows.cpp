@@ -126,6 +126,29 @@ QStringList PropertyRow::choices() const {
     return index < 0 ? named.value(name) : QStringList();
 }
 
+QStringList PropertyRow::texts(QObject* object) const {
+    auto* element = qobject_cast<ICircuitElement*>(object);
+    ICircuitElementDesc* type = element ? element->desc() : nullptr;
+    if (!type) {
+        return {};
+    }
+    if (isParameter()) {
+        return type->info().value(QStringLiteral("choices.") + name).toStringList();
+    }
+    QStringList models = index < 0 && name == QLatin1String("ModelName")
+                             ? type->info().value(QStringLiteral("models")).toStringList()
+                             : QStringList();
+    if (!models.isEmpty()) {
+        // None, and one that another library had.
+        models.prepend(QString());
+        const QString present = element->modelName();
+        if (!models.contains(present)) {
+            models.append(present);
+        }
+    }
+    return models;
+}
+
 QVector<PropertyRow> propertyRowsOf(QObject* object) {
     QVector<PropertyRow> rows;
     if (!object) {

@@ -36,6 +36,9 @@ struct PropertyRow {
 
     /// The texts of a property that holds a small number with named values; else empty.
     QStringList choices() const;
+    /// The values to choose from, of a text that takes no others: a device model, or a choice of
+    /// the element's type; else empty.
+    QStringList texts(QObject* object) const;
 };
 
 /// First the object's Qt properties, then its editable properties in their own order, without those

@@ -35,7 +35,7 @@ bool comesBefore(CircuitElement* a, CircuitElement* b) {
 
 /// The terminals whose currents the results of a type need.
 QStringList measuredTerminals(const SpiceData& spice) {
-    static const QRegularExpression current(QStringLiteral("\\bi\\((\\w+)\\)"));
+    static const QRegularExpression current(QStringLiteral("\\bi\\(([^)]+)\\)"));
     QStringList names;
     for (const QString& result : spice.results) {
         for (auto it = current.globalMatch(result); it.hasNext();) {
@@ -79,7 +79,8 @@ private:
     QString branchOf(CircuitElement* element);
     CircuitElement* controlOf(CircuitElement* element) const;
     static QString ammeter(const QString& stem, const QString& terminal) {
-        return QStringLiteral("Vi_%1_%2").arg(stem, terminal);
+        static const QRegularExpression strange(QStringLiteral("\\W"));
+        return QStringLiteral("Vi_%1_%2").arg(stem, QString(terminal).replace(strange, "_"));
     }
     static bool isSource(CircuitElement* element) {
         const QStringList& lines = element->description()->data().spice.lines;
@@ -98,14 +99,26 @@ private:
     // Elements whose current others name.
     QSet<CircuitElement*> m_controls;
     QSet<QString> m_modelsUsed;
+    // The names of blocks that types bring along, by type.
+    QHash<QString, QString> m_definitions;
+    SpiceNames m_definitionNames;
 };
 
 void CircuitWriter::nameElements() {
     SpiceNames names;
+    SpiceNames devices;
     for (int i = 0; i < m_circuit.elementCount(); ++i) {
         if (CircuitElement* element = CircuitElement::from(m_circuit.element(i))) {
             m_elements.append(element);
-            m_stems.insert(element, names.unique(element->name()));
+            const QString line = element->description()->data().spice.lines.value(0);
+            const QChar kind = line.isEmpty() ? QLatin1Char('X') : line.at(0);
+            // A resistor "Load" is written as "RLoad", which another one may be named.
+            QString stem = names.unique(element->name());
+            while (devices.isTaken(SpiceText::designator(kind, stem))) {
+                stem = names.unique(element->name());
+            }
+            devices.unique(SpiceText::designator(kind, stem));
+            m_stems.insert(element, stem);
         }
     }
     std::stable_sort(m_elements.begin(), m_elements.end(), comesBefore);
@@ -251,7 +264,19 @@ QString CircuitWriter::modelOf(CircuitElement* element) {
         }
         return element->modelName();
     }
-    const QString body = element->description()->data().spice.model;
+    const ElementTypeData& type = element->description()->data();
+    if (!type.spice.definition.isEmpty()) {
+        QString& name = m_definitions[type.type];
+        if (name.isEmpty()) {
+            name = m_definitionNames.unique(QLatin1String("netlist_") +
+                                            type.type.section(QRegularExpression("[~.]"), 0, 0));
+            QStringList lines = type.spice.definition;
+            lines.first().replace(QLatin1String("${model}"), name);
+            modelLines += lines;
+        }
+        return name;
+    }
+    const QString& body = type.spice.model;
     if (body.isEmpty()) {
         return {};
     }

@@ -33,7 +33,12 @@ public:
             } else if (key == "variables") {
                 for (int i = 0; i < variables && m_at < m_bytes.size(); ++i) {
                     const QList<QByteArray> words = nextLine().simplified().split(' ');
-                    plot->vectors.append(QString::fromUtf8(words.value(1)).toLower());
+                    QString name = QString::fromUtf8(words.value(1)).toLower();
+                    // What a sweep runs through is answered as if it were a net: "v(v-sweep)".
+                    if (i == 0 && name.endsWith(QLatin1String("-sweep)"))) {
+                        name = name.mid(2).chopped(1);
+                    }
+                    plot->vectors.append(name);
                 }
             } else if (key == "binary" || key == "values") {
                 if (plot->vectors.isEmpty()) {
@@ -41,6 +46,7 @@ public:
                 }
                 prepare(plot);
                 key == "binary" ? readBinary(plot) : readText(plot);
+                plot->isCut = plot->points() < m_points;
                 return true;
             }
         }

@@ -11,6 +11,8 @@
 struct RawPlot {
     QString name;
     bool isComplex = false;
+    /// Fewer points are there than the file says.
+    bool isCut = false;
     /// In lower case: "time", "v(out)".
     QStringList vectors;
     /// By vector, all of one length.

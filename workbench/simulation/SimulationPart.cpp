@@ -3,8 +3,6 @@
 #include "Circuit.h"
 #include "OutputVariable.h"
 
-#include <QEventLoop>
-
 #include <algorithm>
 #include <cmath>
 
@@ -72,22 +70,7 @@ bool SimulationPart::run(QString* reason) {
 }
 
 bool SimulationPart::runToEnd(QString* reason) {
-    QEventLoop loop;
-    QString problem;
-    const auto connection = connect(&m_simulator, &Simulator::finished, &loop,
-                                    [&](const QString& error, const QString&) {
-                                        problem = error;
-                                        loop.quit();
-                                    });
-    const bool started = run(reason);
-    if (started && m_simulator.isRunning()) {
-        loop.exec();
-    }
-    disconnect(connection);
-    if (started) {
-        *reason = problem;
-    }
-    return started && problem.isEmpty();
+    return m_simulator.runToEnd(m_circuit, m_models, m_setup, reason);
 }
 
 QVector<Curve> SimulationPart::curves(const Simulator::Run& run, QStringList* problems) const {

@@ -7,6 +7,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QEventLoop>
 #include <QFile>
 #include <QRegularExpression>
 #include <QStandardPaths>
@@ -32,7 +33,13 @@ const RawPlot* wantedPlot(const QVector<RawPlot>& plots) {
 
 }  // namespace
 
-Simulator::Simulator(QObject* parent) : QObject(parent) {}
+Simulator::Simulator(QObject* parent) : QObject(parent) {
+    m_watch.setSingleShot(true);
+    connect(&m_watch, &QTimer::timeout, this, [this] {
+        m_stopReason = tr("The simulation took longer than %1 s.").arg(m_timeLimit);
+        stopProcess();
+    });
+}
 
 Simulator::~Simulator() {
     cancel();
@@ -90,10 +97,33 @@ bool Simulator::start(Circuit& circuit, const SpiceModels& models, const Simulat
     m_pending.clear();
     m_log.clear();
     m_running = true;
-    m_canceled = false;
+    m_stopReason.clear();
+    if (m_timeLimit > 0) {
+        m_watch.start(m_timeLimit * 1000);
+    }
     emit progressed(0);
     startProcess();
     return true;
+}
+
+bool Simulator::runToEnd(Circuit& circuit, const SpiceModels& models, const SimulationSetup& setup,
+                         QString* reason) {
+    QEventLoop loop;
+    QString problem;
+    const auto connection =
+        connect(this, &Simulator::finished, &loop, [&](const QString& error, const QString&) {
+            problem = error;
+            loop.quit();
+        });
+    const bool started = start(circuit, models, setup, reason);
+    if (started && m_running) {
+        loop.exec();
+    }
+    disconnect(connection);
+    if (started) {
+        *reason = problem;
+    }
+    return started && problem.isEmpty();
 }
 
 QString Simulator::writeInput() const {
@@ -173,8 +203,8 @@ void Simulator::processEnded(int exitCode, QProcess::ExitStatus status) {
     }
     readOutput();
     m_log = m_output;
-    if (m_canceled) {
-        end(tr("The simulation was cancelled."));
+    if (!m_stopReason.isEmpty()) {
+        end(m_stopReason);
         return;
     }
     QString element;
@@ -197,6 +227,10 @@ void Simulator::processEnded(int exitCode, QProcess::ExitStatus status) {
             element);
         return;
     }
+    if (plot->isCut) {
+        end(tr("The answer of the simulator breaks off: is there room on the disk?"));
+        return;
+    }
     if (m_output.contains(QLatin1String("aborted"))) {
         end(error.isEmpty() ? tr("The simulator gave up.") : error, element);
         return;
@@ -209,8 +243,9 @@ void Simulator::processEnded(int exitCode, QProcess::ExitStatus status) {
         QMetaObject::invokeMethod(
             this,
             [this] {
-                m_running && !m_canceled ? startProcess()
-                                         : end(tr("The simulation was cancelled."));
+                if (m_running) {
+                    m_stopReason.isEmpty() ? startProcess() : end(m_stopReason);
+                }
             },
             Qt::QueuedConnection);
         return;
@@ -223,6 +258,7 @@ void Simulator::processEnded(int exitCode, QProcess::ExitStatus status) {
 
 void Simulator::end(const QString& error, const QString& element) {
     m_running = false;
+    m_watch.stop();
     m_pending.clear();
     emit finished(error, element);
 }
@@ -231,7 +267,11 @@ void Simulator::cancel() {
     if (!m_running) {
         return;
     }
-    m_canceled = true;
+    m_stopReason = tr("The simulation was cancelled.");
+    stopProcess();
+}
+
+void Simulator::stopProcess() {
     if (m_process && m_process->state() != QProcess::NotRunning) {
         m_process->terminate();
         if (!m_process->waitForFinished(PatienceMs)) {

@@ -29,6 +29,8 @@ public:
 
     /// The program that is run: by default the first "ngspice" on the path.
     void setProgram(const QString& program) { m_program = program; }
+    /// How long a whole run may take before it is given up; 0, the default, is for ever.
+    void setTimeLimit(int seconds) { m_timeLimit = seconds; }
     /// Why there is nothing to run it with, as one sentence that names the package; empty if there
     /// is.
     QString obstacle() const;
@@ -37,6 +39,9 @@ public:
     /// is emitted then.
     bool start(Circuit& circuit, const SpiceModels& models, const SimulationSetup& setup,
                QString* reason);
+    /// The same, and waits for the end.
+    bool runToEnd(Circuit& circuit, const SpiceModels& models, const SimulationSetup& setup,
+                  QString* reason);
     void cancel();
     bool isRunning() const { return m_running; }
 
@@ -60,6 +65,7 @@ private:
     void readOutput();
     void processEnded(int exitCode, QProcess::ExitStatus status);
     void processFailed(QProcess::ProcessError error);
+    void stopProcess();
     void end(const QString& error, const QString& element = {});
     /// The first complaint in what was printed.
     QString complaint(QString* element) const;
@@ -81,7 +87,10 @@ private:
     QString m_output;
     int m_at = 0;
     bool m_running = false;
-    bool m_canceled = false;
+    // Why the process is being stopped; empty while it isn't.
+    QString m_stopReason;
+    int m_timeLimit = 0;
+    QTimer m_watch;
     std::unique_ptr<QTemporaryDir> m_folder;
     std::unique_ptr<QProcess> m_process;
 };

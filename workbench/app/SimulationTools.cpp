@@ -14,13 +14,19 @@
 #include <QGraphicsItem>
 #include <QGraphicsScene>
 #include <QGraphicsView>
+#include <QTimer>
 
 namespace {
 
 /// Around what is brought into sight, in pixels.
 constexpr int VisibleMargin = 60;
 
-void openDockOf(QWidget* panel) {
+/// What was in the middle of the canvas stays there, though the canvas gets smaller.
+void openDockOf(QWidget* panel, QGraphicsView* view) {
+    const QPointF middle = view->mapToScene(view->viewport()->rect().center());
+    if (!panel->isVisible()) {
+        QTimer::singleShot(0, view, [view, middle] { view->centerOn(middle); });
+    }
     for (QWidget* widget = panel; widget; widget = widget->parentWidget()) {
         if (auto* dock = qobject_cast<QDockWidget*>(widget)) {
             dock->show();
@@ -40,9 +46,10 @@ SimulationTools::SimulationTools(Workbench& workbench, QObject* parent)
     if (!panel || !plot) {
         return;
     }
+    QGraphicsView* view = workbench.canvas()->graphicsView();
     connect(panel, &SimulationPanel::problemPicked, this, &SimulationTools::show);
-    connect(panel, &SimulationPanel::failed, panel, [panel] { openDockOf(panel); });
-    connect(panel, &SimulationPanel::succeeded, plot, [plot] { openDockOf(plot); });
+    connect(panel, &SimulationPanel::failed, panel, [panel, view] { openDockOf(panel, view); });
+    connect(panel, &SimulationPanel::succeeded, plot, [plot, view] { openDockOf(plot, view); });
     connect(plot, &PlotPanel::picked, this, &SimulationTools::show);
 }
 

@@ -12,15 +12,18 @@
 namespace {
 
 constexpr double Width = 1.6;
-/// A longer line, in pixels, is drawn plainly: it is full of strokes, and smooth ones cost.
-constexpr double LongestSmooth = 5000;
+/// A longer line, in pixels, is full of strokes: it is drawn thin, and one that is longer still
+/// also plainly, for wide and smooth strokes cost.
+constexpr double LongestWide = 2500;
+constexpr double LongestSmooth = 10000;
 
-bool isSmooth(const QPolygonF& line) {
+/// Not counted any further than it matters.
+double lengthOf(const QPolygonF& line) {
     double length = 0;
     for (int i = 1; i < line.size() && length <= LongestSmooth; ++i) {
         length += (line.at(i) - line.at(i - 1)).manhattanLength();
     }
-    return length <= LongestSmooth;
+    return length;
 }
 
 double distanceTo(const QLineF& line, const QPointF& place) {
@@ -55,9 +58,9 @@ void CurveItem::draw(QPainter* painter, const QwtScaleMap& xMap, const QwtScaleM
                      const QRectF& canvas) const {
     painter->save();
     for (const QPolygonF& line : m_data.lines(xMap, yMap, canvas.left(), canvas.right())) {
-        const bool smooth = isSmooth(line);
-        painter->setRenderHint(QPainter::Antialiasing, smooth);
-        painter->setPen(QPen(m_color, smooth ? Width : 0));
+        const double length = lengthOf(line);
+        painter->setRenderHint(QPainter::Antialiasing, length <= LongestSmooth);
+        painter->setPen(QPen(m_color, length <= LongestWide ? Width : 0));
         painter->drawPolyline(line);
         if (line.size() == 1) {
             painter->drawEllipse(line.first(), 2, 2);

@@ -19,6 +19,7 @@
 #include <QRubberBand>
 #include <QWheelEvent>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -33,9 +34,24 @@ constexpr double ZoomStep = 0.8;
 constexpr double PanStep = 0.1;
 constexpr double AngleOfNotch = 120;
 
+/// Of the numbers at the axes.
+constexpr int LeastDigits = 4;
+constexpr int MostDigits = 12;
+
 class EngineeringScale : public QwtScaleDraw {
 public:
-    QwtText label(double value) const override { return shortNumber(value); }
+    /// With as many digits as tell neighbours apart.
+    QwtText label(double value) const override {
+        const QList<double> ticks = scaleDiv().ticks(QwtScaleDiv::MajorTick);
+        int digits = LeastDigits;
+        if (ticks.size() > 1 && ticks.at(1) != ticks.at(0)) {
+            const double most = std::max(std::abs(ticks.first()), std::abs(ticks.last()));
+            const double step = std::abs(ticks.at(1) - ticks.at(0));
+            digits = qBound(digits, static_cast<int>(std::ceil(std::log10(most / step))) + 2,
+                            MostDigits);
+        }
+        return shortNumber(value, {}, digits);
+    }
 };
 
 }  // namespace

@@ -108,12 +108,13 @@ PlotContent plotContent(const SimulationPart& simulation) {
     return content;
 }
 
-QString shortNumber(double value, const QString& unit) {
+QString shortNumber(double value, const QString& unit, int digits) {
     if (!std::isfinite(value)) {
         return QStringLiteral("–");
     }
     // Rounded to nothing beside what surrounds it: scales count up to zero by adding.
-    const double rounded = std::abs(value) < 1e-30 ? 0 : QString::number(value, 'g', 4).toDouble();
+    const double rounded =
+        std::abs(value) < 1e-30 ? 0 : QString::number(value, 'g', digits).toDouble();
     const bool isPlain = unit == QLatin1String("dB") || unit == QLatin1String("°");
     return (isPlain ? QString::number(rounded, 'g', 5) : EngineeringNumber::format(rounded)) + unit;
 }

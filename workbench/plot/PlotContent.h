@@ -42,5 +42,6 @@ struct PlotContent {
 /// Phases run on beyond ±180° where they turn further, so that they don't jump.
 PlotContent plotContent(const SimulationPart& simulation);
 
-/// Four digits with the suffix of engineers: "1.592k". A unit follows directly.
-QString shortNumber(double value, const QString& unit = {});
+/// Four digits, or as many as are asked for, with the suffix of engineers: "1.592k". A unit follows
+/// directly.
+QString shortNumber(double value, const QString& unit = {}, int digits = 4);

@@ -144,8 +144,10 @@ void PlotPanel::setContent(PlotContent content, bool keepsView) {
         placeCursors();
     }
     showCursors(m_cursorAction->isChecked());
-    m_message->setText(m_content.problems.join(QLatin1Char('\n')));
-    m_message->setVisible(!m_content.problems.isEmpty());
+    const bool hasRun = !m_simulation->simulator().runs().isEmpty();
+    m_message->setText(hasRun ? m_content.problems.join(QLatin1Char('\n'))
+                              : tr("F5 runs the analysis that the panel Simulation sets up."));
+    m_message->setVisible(!m_message->text().isEmpty());
 }
 
 void PlotPanel::connectPlot(CurvePlot* plot) {

@@ -8,17 +8,21 @@
 #include <QComboBox>
 #include <QCoreApplication>
 #include <QFileDialog>
-#include <QGroupBox>
 #include <QLabel>
 #include <QListWidget>
 #include <QMessageBox>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QStackedWidget>
 #include <QStyle>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 namespace {
+
+/// Two lines, in pixels.
+constexpr int LeastProblems = 44;
 
 enum Role { NetRole = Qt::UserRole, ElementRole };
 
@@ -30,6 +34,7 @@ SimulationPanel::SimulationPanel(SimulationPart* simulation, QWidget* parent)
       m_analysis(new QComboBox),
       m_pages(new QStackedWidget),
       m_sweep(new AnalysisForm(analysisTypes().last())),
+      m_sweepSwitch(new QToolButton),
       m_hint(new QLabel),
       m_run(new QPushButton(tr("Run"))),
       m_cancel(new QPushButton(tr("Cancel"))),
@@ -49,20 +54,42 @@ SimulationPanel::SimulationPanel(SimulationPart* simulation, QWidget* parent)
     m_analysis->setObjectName(QStringLiteral("analysis"));
     m_problems->setObjectName(QStringLiteral("problems"));
     m_problems->setWordWrap(true);
+    m_problems->setMinimumHeight(LeastProblems);
     m_hint->setObjectName(QStringLiteral("hint"));
     m_hint->setWordWrap(true);
     m_progress->hide();
 
-    auto* sweepBox = new QGroupBox(tr("Run through a parameter"));
-    (new QVBoxLayout(sweepBox))->addWidget(m_sweep);
+    m_sweepSwitch->setObjectName(QStringLiteral("sweep"));
+    m_sweepSwitch->setText(tr("Run through a parameter"));
+    m_sweepSwitch->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    m_sweepSwitch->setArrowType(Qt::RightArrow);
+    m_sweepSwitch->setAutoRaise(true);
+    m_sweepSwitch->setCheckable(true);
+    m_sweep->hide();
+    connect(m_sweepSwitch, &QToolButton::toggled, this, [this](bool open) {
+        m_sweepSwitch->setArrowType(open ? Qt::DownArrow : Qt::RightArrow);
+        m_sweep->setVisible(open);
+    });
+    // The window must fit on small screens, however many fields there are.
+    auto* forms = new QWidget;
+    auto* formLayout = new QVBoxLayout(forms);
+    formLayout->setContentsMargins(0, 0, 0, 0);
+    formLayout->addWidget(m_pages);
+    formLayout->addWidget(m_sweepSwitch);
+    formLayout->addWidget(m_sweep);
+    formLayout->addStretch();
+    auto* scroll = new QScrollArea;
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setWidgetResizable(true);
+    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    scroll->setWidget(forms);
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(m_run);
     buttons->addWidget(m_cancel);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(4, 4, 4, 4);
     layout->addWidget(m_analysis);
-    layout->addWidget(m_pages);
-    layout->addWidget(sweepBox);
+    layout->addWidget(scroll, 3);
     layout->addWidget(m_hint);
     layout->addLayout(buttons);
     layout->addWidget(m_progress);
@@ -95,6 +122,9 @@ void SimulationPanel::showSetup() {
         form->showValues(setup);
     }
     m_sweep->showValues(setup);
+    if (!setup.sweptParameter().isEmpty()) {
+        m_sweepSwitch->setChecked(true);
+    }
     QString hint = setup.problem(setup.active());
     if (hint.isEmpty()) {
         hint = setup.problem(QStringLiteral("sweep"));

@@ -12,6 +12,7 @@ class QListWidgetItem;
 class QProgressBar;
 class QPushButton;
 class QStackedWidget;
+class QToolButton;
 class SimulationPart;
 
 /// Chooses and sets up the analysis, runs it, and lists what is wrong.
@@ -51,6 +52,7 @@ private:
     QStackedWidget* m_pages;
     QVector<AnalysisForm*> m_forms;
     AnalysisForm* m_sweep;
+    QToolButton* m_sweepSwitch;
     QLabel* m_hint;
     QPushButton* m_run;
     QPushButton* m_cancel;

@@ -78,6 +78,7 @@ TEST_F(CommandLineTest, HelpAndVersionGoToTheStandardOutput) {
     const Outcome help = run({"--help"});
     EXPECT_EQ(help.status, 0);
     EXPECT_TRUE(help.output.startsWith("usage: vortel-workbench "));
+    EXPECT_TRUE(run({"export", "--help"}).output.startsWith("usage: vortel-workbench export FILE"));
     EXPECT_EQ(run({"--version"}).output, "vortel-workbench 2.0\n");
 }
 

@@ -163,11 +163,6 @@ std::optional<CommandLine> parseCommandLine(const QStringList& arguments, QStrin
     }
     CommandLine line;
     line.plugin = words.plugin;
-    if (words.help || words.version) {
-        line.command = words.help ? Command::Help : Command::Version;
-        return line;
-    }
-
     static const QHash<QString, Command> commands = {
         {QLatin1String(ExportCommand), Command::Export},
         {QLatin1String(DescribeCommand), Command::Describe},
@@ -176,6 +171,11 @@ std::optional<CommandLine> parseCommandLine(const QStringList& arguments, QStrin
         {QLatin1String(SimulateCommand), Command::Simulate}};
     const QString command = words.names.value(0);
     line.command = commands.value(command, Command::Window);
+    if (words.help || words.version) {
+        line.helpTopic = line.command;
+        line.command = words.help ? Command::Help : Command::Version;
+        return line;
+    }
     const bool isWindow = line.command == Command::Window;
     if (!isWindow) {
         words.names.removeFirst();

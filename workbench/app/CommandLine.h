@@ -13,6 +13,8 @@ struct CommandLine {
     enum class Command { Window, Export, Describe, Convert, Netlist, Simulate, Help, Version };
 
     Command command = Command::Window;
+    /// Of which command help is wanted.
+    Command helpTopic = Command::Window;
     /// The project or circuit to read; may be empty for the window only.
     QString file;
     QList<PictureOutput> pictures;

@@ -2,7 +2,8 @@
 
 #include "ClipboardWidget.h"
 #include "ElementExplorer.h"
-#include "PlotPanel.h"
+#include "Places.h"
+#include "Plots.h"
 #include "PropertyEditor.h"
 #include "SimulationPanel.h"
 #include "SimulationPart.h"
@@ -77,7 +78,7 @@ QObject* CProjectManagerComponent::fetchObject(const QString& name) const {
 }
 
 CSimulatorComponent::CSimulatorComponent() {
-    m_library.load(QStringLiteral(VORTEL_DATA_DIR "/library"));
+    m_library.load(Places::data(QStringLiteral("library")));
 }
 
 CSimulatorComponent* CSimulatorComponent::instance() {
@@ -97,7 +98,7 @@ CSimulationComponent::CSimulationComponent()
     : m_simulation(std::make_unique<SimulationPart>(CSimulatorComponent::instance()->circuit())) {
     addDependency(CSimulatorComponent::instance(), this);
     QString reason;
-    const QString models = QStringLiteral(VORTEL_DATA_DIR "/library/models.lib");
+    const QString models = Places::data(QStringLiteral("library/models.lib"));
     if (!m_simulation->models().load(models, &reason)) {
         qWarning("%s: %s", qPrintable(models), qPrintable(reason));
     }
@@ -121,7 +122,7 @@ QWidget* CSimulationComponent::fetchWidget(const QString& name) const {
         return nullptr;
     }
     if (!m_plot) {
-        m_plot = new PlotPanel(m_simulation.get());
+        m_plot = Plots::makePanel(m_simulation.get());
     }
     return m_plot;
 }

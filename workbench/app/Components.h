@@ -19,7 +19,6 @@
 
 class ClipboardWidget;
 class ElementExplorer;
-class PlotPanel;
 class PropertyEditor;
 class SimulationPanel;
 class SimulationPart;
@@ -58,7 +57,8 @@ private:
     mutable CircuitSolver m_solver{&m_circuit};
 };
 
-/// Serves "simulation", and the widgets "simulationPanel" and "plotPanel".
+/// Serves "simulation", and the widgets "simulationPanel" and, unless the program is built without
+/// curves, "plotPanel".
 class CSimulationComponent : public Plexa::AbstractComponent {
     Q_OBJECT
 
@@ -72,7 +72,7 @@ private:
     std::unique_ptr<SimulationPart> m_simulation;
     /// Owned by whoever fetched them, as all widgets of components.
     mutable QPointer<SimulationPanel> m_panel;
-    mutable QPointer<PlotPanel> m_plot;
+    mutable QPointer<QWidget> m_plot;
 };
 
 /// Serves "elementFactory", "xmlUtils", "objectLoadSave" and "mathUtils".

@@ -3,6 +3,7 @@
 #include "ActionText.h"
 #include "CanvasSelection.h"
 #include "ICanvas.h"
+#include "Places.h"
 #include "Workbench.h"
 
 #include <Plexa/MethodCall.h>
@@ -97,8 +98,7 @@ bool GuiBuilder::makeAction(const QString& id, const QVariantMap& description) {
     if (!icon.isEmpty()) {
         // A resource of a component, or one of the application's own.
         const bool isResource = icon.startsWith(QLatin1Char(':'));
-        action->setIcon(
-            QIcon(isResource ? icon : QStringLiteral(VORTEL_DATA_DIR "/icons/") + icon));
+        action->setIcon(QIcon(isResource ? icon : Places::data(QStringLiteral("icons/") + icon)));
     }
     QList<QKeySequence> shortcuts;
     for (const QString& keys : description.value(QStringLiteral("shortcut")).toStringList()) {
@@ -201,7 +201,7 @@ bool GuiBuilder::connectCall(QAction* action, const QVariantMap& description) {
     const QString method = call.section(QLatin1Char('.'), 2);
     if (!object ||
         object->metaObject()->indexOfMethod((method + QStringLiteral("()")).toLatin1()) < 0) {
-        if (object && description.value(QStringLiteral("optional")).toBool()) {
+        if (description.value(QStringLiteral("optional")).toBool()) {
             action->setVisible(false);
             return true;
         }
@@ -235,7 +235,15 @@ bool GuiBuilder::followState(QAction* action, QObject* object, const QVariantMap
 }
 
 bool GuiBuilder::makeDock(const QVariantMap& description) {
-    QWidget* content = widget(text(description, "widget"));
+    const QString name = text(description, "widget");
+    const bool optional = description.value(QStringLiteral("optional")).toBool();
+    if (optional && !m_workbench.object(name)) {
+        auto* absent = new QAction(m_window);
+        absent->setVisible(false);
+        m_actions.insert(text(description, "action"), absent);
+        return true;
+    }
+    QWidget* content = widget(name);
     if (!content) {
         return false;
     }

@@ -4,6 +4,7 @@
 #include "IAboutData.h"
 #include "KeysPage.h"
 #include "MainWindow.h"
+#include "Places.h"
 #include "Workbench.h"
 
 #include <QCoreApplication>
@@ -11,13 +12,6 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
-
-namespace {
-
-const QString GuideFile = QStringLiteral(VORTEL_DATA_DIR "/../docs/user-guide.md");
-const QString ExampleFolder = QStringLiteral(VORTEL_DATA_DIR "/../examples");
-
-}  // namespace
 
 HelpMenu::HelpMenu(const Workbench& workbench, MainWindow* window)
     : QObject(window), m_workbench(workbench), m_window(window) {}
@@ -27,9 +21,9 @@ void HelpMenu::showUserGuide() {
         m_guide = new HelpWindow(tr("User Guide"), m_window);
         m_guide->setObjectName(QStringLiteral("guideWindow"));
     }
-    if (!m_guide->showMarkdown(GuideFile)) {
-        QMessageBox::information(m_window, tr("User Guide"),
-                                 tr("%1: cannot be read").arg(GuideFile));
+    const QString file = Places::data(QStringLiteral("docs/user-guide.md"));
+    if (!m_guide->showMarkdown(file)) {
+        QMessageBox::information(m_window, tr("User Guide"), tr("%1: cannot be read").arg(file));
     }
 }
 
@@ -57,7 +51,7 @@ void HelpMenu::showAbout() {
 }
 
 void HelpMenu::fillExamples(QMenu* menu) {
-    const QDir folder(ExampleFolder);
+    const QDir folder(Places::data(QStringLiteral("examples")));
     for (const QString& name :
          folder.entryList({QStringLiteral("*.vprj"), QStringLiteral("*.ckt")}, QDir::Files)) {
         QAction* entry = menu->addAction(QFileInfo(name).completeBaseName());

@@ -3,7 +3,8 @@
 #include "Circuit.h"
 #include "Console.h"
 #include "PendingFile.h"
-#include "PlotPicture.h"
+#include "PlotContent.h"
+#include "Plots.h"
 #include "SimulationPart.h"
 
 #include <QFileInfo>
@@ -78,7 +79,12 @@ bool simulateToFile(SimulationPart* simulation, const QString& analysis, int tim
             return false;
         }
         problems = curves.problems;
-        content = plotSvg(curves);
+        content = Plots::svg(curves);
+        if (content.isEmpty()) {
+            *error = QStringLiteral("cannot write %1: this program was built without curves")
+                         .arg(fileName);
+            return false;
+        }
     } else {
         content = simulation->csv(&problems);
     }

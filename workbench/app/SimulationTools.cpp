@@ -5,7 +5,6 @@
 #include "ICircuitEditorExt.h"
 #include "ICircuitElement.h"
 #include "ICircuitNode.h"
-#include "PlotPanel.h"
 #include "SimulationPanel.h"
 #include "SimulationPart.h"
 #include "Workbench.h"
@@ -41,16 +40,18 @@ SimulationTools::SimulationTools(Workbench& workbench, QObject* parent)
     : QObject(parent), m_workbench(workbench) {
     auto* panel = qobject_cast<SimulationPanel*>(
         workbench.object(QStringLiteral("CSimulationComponent.simulationPanel")));
-    auto* plot = qobject_cast<PlotPanel*>(
-        workbench.object(QStringLiteral("CSimulationComponent.plotPanel")));
-    if (!panel || !plot) {
+    if (!panel) {
         return;
     }
     QGraphicsView* view = workbench.canvas()->graphicsView();
     connect(panel, &SimulationPanel::problemPicked, this, &SimulationTools::show);
     connect(panel, &SimulationPanel::failed, panel, [panel, view] { openDockOf(panel, view); });
-    connect(panel, &SimulationPanel::succeeded, plot, [plot, view] { openDockOf(plot, view); });
-    connect(plot, &PlotPanel::picked, this, &SimulationTools::show);
+    auto* plot =
+        qobject_cast<QWidget*>(workbench.object(QStringLiteral("CSimulationComponent.plotPanel")));
+    if (plot) {
+        connect(panel, &SimulationPanel::succeeded, plot, [plot, view] { openDockOf(plot, view); });
+        connect(plot, SIGNAL(picked(QString, QString)), this, SLOT(show(QString, QString)));
+    }
 }
 
 void SimulationTools::show(const QString& net, const QString& element) {

@@ -2,7 +2,6 @@
 
 #include <QObject>
 
-class PlotPanel;
 class SimulationPanel;
 class Workbench;
 
@@ -14,9 +13,10 @@ class SimulationTools : public QObject {
 public:
     SimulationTools(Workbench& workbench, QObject* parent);
 
-private:
+private slots:
     /// Selects the net, or else the element, and brings it into sight.
     void show(const QString& net, const QString& element);
 
+private:
     Workbench& m_workbench;
 };

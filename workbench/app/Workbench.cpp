@@ -14,6 +14,7 @@
 #include "LongWork.h"
 #include "PendingFile.h"
 #include "PictureWork.h"
+#include "Places.h"
 #include "ProjectFile.h"
 #include "ProjectManager.h"
 #include "SimulationPart.h"
@@ -41,7 +42,7 @@ constexpr char PersistenceName[] = "CServicesComponent.objectLoadSave";
 constexpr char ProjectManagerName[] = "CProjectManagerComponent.projectManager";
 
 bool readGuiDescription(QString* error) {
-    QFile file(QStringLiteral(VORTEL_DATA_DIR "/gui.json"));
+    QFile file(Places::data(QStringLiteral("gui.json")));
     if (!file.open(QIODevice::ReadOnly)) {
         *error = QStringLiteral("%1: cannot be read: %2").arg(file.fileName(), file.errorString());
         return false;
@@ -121,7 +122,7 @@ bool Workbench::start(const QString& plugin, QWidget* window, QString* error) {
     }
     collectWidgets();
     if (QObject* controller = object(QStringLiteral("CCircuitEditorComponent.controller"))) {
-        controller->setProperty("ElementDocumentationPath", QStringLiteral(VORTEL_HELP_DIR));
+        controller->setProperty("ElementDocumentationPath", Places::data(QStringLiteral("help")));
     }
     if (!manager->configureObjects(error)) {
         return false;

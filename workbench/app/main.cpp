@@ -1,7 +1,9 @@
 #include "BatchCommands.h"
+#include "CommandHelp.h"
 #include "CommandLine.h"
 #include "Console.h"
 #include "MainWindow.h"
+#include "Places.h"
 #include "ProjectManager.h"
 #include "QuitOnSignal.h"
 #include "Workbench.h"
@@ -9,6 +11,7 @@
 #include <QApplication>
 #include <QFile>
 #include <QHash>
+#include <QIcon>
 #include <QMessageBox>
 #include <QTimer>
 
@@ -39,9 +42,7 @@ void passOnMessage(QtMsgType type, const QMessageLogContext& context, const QStr
 }
 
 QString pluginFile(const CommandLine& line) {
-    return line.plugin.isEmpty()
-               ? QCoreApplication::applicationDirPath() + QStringLiteral("/libcircuiteditor.so")
-               : line.plugin;
+    return line.plugin.isEmpty() ? Places::plugin() : line.plugin;
 }
 
 bool start(Workbench& workbench, const CommandLine& line, QWidget* window) {
@@ -104,7 +105,7 @@ int tell(const QString& line) {
 int run(const CommandLine& line) {
     switch (line.command) {
         case CommandLine::Command::Help:
-            return tell(usage());
+            return tell(helpOn(line.helpTopic));
         case CommandLine::Command::Version:
             return tell(QStringLiteral("vortel-workbench ") +
                         QCoreApplication::applicationVersion());
@@ -161,7 +162,9 @@ int main(int argc, char** argv) {
     Application application(ownNameOnly, argv);
     QApplication::setApplicationName(QStringLiteral("vortel-workbench"));
     QApplication::setApplicationDisplayName(QStringLiteral("Vortel Workbench"));
-    QApplication::setApplicationVersion(QStringLiteral("2.0"));
+    QApplication::setDesktopFileName(QStringLiteral("vortel-workbench"));
+    QApplication::setWindowIcon(QIcon(Places::data(QStringLiteral("icons/vortel-workbench.svg"))));
+    QApplication::setApplicationVersion(QStringLiteral(VORTEL_VERSION));
 
     QStringList arguments;
     for (int i = 0; i < argc; ++i) {

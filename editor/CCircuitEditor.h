@@ -447,8 +447,9 @@ private:
     /// Pastes that clipboard document, which lies in no clipboard.
     void pasteTextAt(const QPointF& pos, const QString& text);
     void captionNewElement(ICircuitElement* element);
-    /// Of a circuit file, which holds no boxes.
-    void captionElements();
+    /// Ends the loading of a circuit file, which holds no boxes, or of a drawing that the host has
+    /// made itself: there is nothing to undo.
+    Q_INVOKABLE void captionElements();
     void leaveManualConnectionMode();
     void selectNextItem();
     /// The menu over two selected items that are joined; false if the selection isn't such a pair.

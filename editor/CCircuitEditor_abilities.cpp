@@ -56,6 +56,8 @@ void CCircuitEditor::captionElements() {
     if (d->captionNewElements && d->elementItemMap.size() <= MostCaptioned) {
         ElementCaptions::addToAll(this);
     }
+    // The captions belong to what was loaded.
+    restartHistory();
 }
 
 void CCircuitEditor::captionNewElement(ICircuitElement* element) {

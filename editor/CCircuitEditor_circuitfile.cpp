@@ -83,7 +83,6 @@ void CCircuitEditor::load(QString fileName) {
         clearEditor();
         d->loadRecords(records);
         captionElements();
-        restartHistory();
         return;
     }
     QDomDocument document;
@@ -93,5 +92,4 @@ void CCircuitEditor::load(QString fileName) {
     clearEditor();
     d->loadRecords(document.documentElement());
     captionElements();
-    restartHistory();
 }

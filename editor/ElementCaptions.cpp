@@ -141,8 +141,10 @@ QList<CCircuitElementPropertyTextBox*> addBoxes(CCircuitEditorElementItem* item)
     wanted.prepend(QStringLiteral("Caption"));
     QList<CCircuitElementPropertyTextBox*> boxes;
     for (const QString& name : qAsConst(wanted)) {
-        const bool isProperty =
-            name == QLatin1String("Caption") || indexOfProperty(properties, name) >= 0;
+        // A box without a text could not be seen.
+        const bool isProperty = name == QLatin1String("Caption")
+                                    ? !element->caption().isEmpty()
+                                    : indexOfProperty(properties, name) >= 0;
         if (isProperty && !has(*item, name)) {
             boxes.append(makeBox(item->circuitEditor(), element, name));
             // As it comes back from a file: as large as its text.

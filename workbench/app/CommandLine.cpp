@@ -13,6 +13,7 @@ constexpr char DescribeCommand[] = "describe";
 constexpr char ConvertCommand[] = "convert";
 constexpr char NetlistCommand[] = "netlist";
 constexpr char SimulateCommand[] = "simulate";
+constexpr char DiffCommand[] = "diff";
 constexpr char PluginOption[] = "--plugin";
 constexpr char AnalysisOption[] = "--analysis";
 constexpr char TimeoutOption[] = "--timeout";
@@ -168,7 +169,8 @@ std::optional<CommandLine> parseCommandLine(const QStringList& arguments, QStrin
         {QLatin1String(DescribeCommand), Command::Describe},
         {QLatin1String(ConvertCommand), Command::Convert},
         {QLatin1String(NetlistCommand), Command::Netlist},
-        {QLatin1String(SimulateCommand), Command::Simulate}};
+        {QLatin1String(SimulateCommand), Command::Simulate},
+        {QLatin1String(DiffCommand), Command::Diff}};
     const QString command = words.names.value(0);
     line.command = commands.value(command, Command::Window);
     if (words.help || words.version) {
@@ -180,7 +182,8 @@ std::optional<CommandLine> parseCommandLine(const QStringList& arguments, QStrin
     if (!isWindow) {
         words.names.removeFirst();
     }
-    const int mostNames = line.command == Command::Convert ? 2 : 1;
+    const bool hasTwo = line.command == Command::Convert || line.command == Command::Diff;
+    const int mostNames = hasTwo ? 2 : 1;
     const int leastNames = isWindow ? 0 : mostNames;
     if (words.names.size() < leastNames || words.names.contains(QString())) {
         *error = isWindow ? QStringLiteral("the file name is empty")
@@ -192,6 +195,9 @@ std::optional<CommandLine> parseCommandLine(const QStringList& arguments, QStrin
         return {};
     }
     line.file = words.names.value(0);
+    if (line.command == Command::Diff) {
+        line.otherFile = words.names.at(1);
+    }
     const bool writesOne = line.command == Command::Netlist || line.command == Command::Simulate;
     if (writesOne && !takeOutput(words, &line, error)) {
         return {};
@@ -221,7 +227,7 @@ bool isBatchCommand(int argc, const char* const* argv) {
                 return std::strcmp(word, command) == 0;
             };
             return isNamed(ExportCommand) || isNamed(DescribeCommand) || isNamed(ConvertCommand) ||
-                   isNamed(NetlistCommand) || isNamed(SimulateCommand);
+                   isNamed(NetlistCommand) || isNamed(SimulateCommand) || isNamed(DiffCommand);
         }
     }
     return false;
@@ -232,6 +238,7 @@ QString usage() {
                "usage: vortel-workbench [--plugin FILE] [FILE] | "
                "export FILE [--operating-point] -o OUT.(%1)... | "
                "describe FILE | convert FILE OUT.(vprj|ckt) | netlist FILE -o OUT.cir | "
-               "simulate FILE [--analysis NAME] [--timeout SECONDS] -o OUT.(csv|svg|raw)")
+               "simulate FILE [--analysis NAME] [--timeout SECONDS] -o OUT.(csv|svg|raw) | "
+               "diff FILE FILE")
         .arg(pictureSuffixes().join(QLatin1Char('|')).remove(QLatin1Char('.')));
 }

@@ -10,7 +10,17 @@
 
 /// What the user asked for on the command line.
 struct CommandLine {
-    enum class Command { Window, Export, Describe, Convert, Netlist, Simulate, Help, Version };
+    enum class Command {
+        Window,
+        Export,
+        Describe,
+        Convert,
+        Netlist,
+        Simulate,
+        Diff,
+        Help,
+        Version
+    };
 
     Command command = Command::Window;
     /// Of which command help is wanted.
@@ -19,6 +29,8 @@ struct CommandLine {
     QString file;
     QList<PictureOutput> pictures;
     QString convertedFile;
+    /// Of diff: what `file` has become.
+    QString otherFile;
     /// Of netlist and simulate.
     QString output;
     /// Empty for the one that the project has active.

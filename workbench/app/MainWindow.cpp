@@ -1,5 +1,6 @@
 #include "MainWindow.h"
 
+#include "AscImport.h"
 #include "Autosave.h"
 #include "DrawingSearch.h"
 #include "ElementTools.h"
@@ -43,6 +44,7 @@ namespace {
 
 constexpr char ProjectFilter[] = "VORTEL Project (*.vprj)";
 constexpr char CircuitFilter[] = "VORTEL Circuit (*.ckt)";
+constexpr char AscFilter[] = "LTspice (*.asc)";
 constexpr char BothFilter[] = "VORTEL Files (*.vprj *.ckt)";
 
 /// "&1 name", and so on; an ampersand in the name is no mark of a key.
@@ -76,6 +78,7 @@ bool MainWindow::build(QString* error) {
     const GuiBuilder::Handlers handlers = {
         {QStringLiteral("new"), [this] { newProject(); }},
         {QStringLiteral("open"), [this] { open(); }},
+        {QStringLiteral("import"), [this] { importFile(); }},
         {QStringLiteral("save"), [this] { save(); }},
         {QStringLiteral("saveAs"), [this] { saveAs(); }},
         {QStringLiteral("quit"), [this] { close(); }},
@@ -186,7 +189,7 @@ bool MainWindow::openFile(const QString& fileName, QString* message) {
     if (!recovered && !m_workbench->open(fileName, message)) {
         return false;
     }
-    if (QFileInfo::exists(fileName)) {
+    if (QFileInfo::exists(fileName) && !isForeignFile(fileName)) {
         RecentFiles::add(fileName);
     }
     if (!markAsOpen()) {
@@ -304,6 +307,31 @@ void MainWindow::open() {
                                                           filters.join(QLatin1String(";;")));
     if (!fileName.isEmpty()) {
         openAndTell(fileName);
+    }
+}
+
+void MainWindow::importFile() {
+    if (!mayDiscard()) {
+        return;
+    }
+    const QString fileName =
+        QFileDialog::getOpenFileName(this, tr("Import"), startFolder(), QLatin1String(AscFilter));
+    if (fileName.isEmpty()) {
+        return;
+    }
+    QStringList remarks;
+    QString message;
+    if (!m_workbench->import(fileName, &remarks, &message)) {
+        if (!message.isEmpty()) {
+            tellCannotOpen(message);
+        }
+        return;
+    }
+    markAsOpen();
+    showDocument();
+    fitDrawing();
+    if (!remarks.isEmpty()) {
+        tellRemarks(this, QFileInfo(fileName).fileName(), remarks);
     }
 }
 

@@ -60,6 +60,8 @@ private:
     void finishMenus();
     void newProject();
     void open();
+    /// Another program's drawing, and what of it has no counterpart.
+    void importFile();
     /// As the user asked for it: tells what goes wrong in a box.
     void openAndTell(const QString& fileName);
     void fillRecentMenu();

@@ -66,3 +66,18 @@ bool askToReplaceChanged(QWidget* parent, const QString& fileName) {
     box.exec();
     return box.clickedButton() == replace;
 }
+
+void tellRemarks(QWidget* parent, const QString& name, const QStringList& remarks) {
+    constexpr int MostShown = 10;
+    QMessageBox box(QMessageBox::Information, tr("Imported"),
+                    tr("%1 was imported. Look at these:").arg(name), QMessageBox::Ok, parent);
+    QString shown = remarks.mid(0, MostShown).join(QLatin1Char('\n'));
+    if (remarks.size() > MostShown) {
+        shown += QLatin1Char('\n') +
+                 tr("and %1 more, under the details.").arg(remarks.size() - MostShown);
+        box.setDetailedText(remarks.join(QLatin1Char('\n')));
+    }
+    box.setInformativeText(shown);
+    box.setTextFormat(Qt::PlainText);
+    box.exec();
+}

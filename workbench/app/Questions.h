@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 class Autosave;
 class QWidget;
@@ -12,6 +13,9 @@ SaveAnswer askToSave(QWidget* parent, const QString& name);
 
 enum class RecoverAnswer { Recover, Discard, Cancel };
 RecoverAnswer askToRecover(QWidget* parent, const Autosave& autosave);
+
+/// What became of those parts of an imported drawing that have no counterpart, a sentence each.
+void tellRemarks(QWidget* parent, const QString& name, const QStringList& remarks);
 
 /// True if the user wants to replace the file, which another program has changed in the meantime.
 bool askToReplaceChanged(QWidget* parent, const QString& fileName);

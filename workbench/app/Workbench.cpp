@@ -1,5 +1,6 @@
 #include "Workbench.h"
 
+#include "AscImport.h"
 #include "Autosave.h"
 #include "CanvasPalette.h"
 #include "Circuit.h"
@@ -26,6 +27,9 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QMetaObject>
 
 #include <new>
@@ -134,6 +138,7 @@ bool Workbench::start(const QString& plugin, QWidget* window, QString* error) {
         return false;
     }
     CanvasPalette::apply(canvas());
+    simulation()->setTexts([this] { return drawnTexts(); });
     if (!window) {
         // Commands tell what is in the file, and no more.
         editorObject()->setProperty(CaptionProperty, false);
@@ -209,8 +214,58 @@ void Workbench::clearTitle() {
     }
 }
 
+QStringList Workbench::drawnTexts() const {
+    QByteArray text;
+    QMetaObject::invokeMethod(editorObject(), "describe", Qt::DirectConnection,
+                              Q_RETURN_ARG(QByteArray, text));
+    QStringList texts;
+    for (const QJsonValue& box :
+         QJsonDocument::fromJson(text).object().value(QLatin1String("textBoxes")).toArray()) {
+        const QJsonObject record = box.toObject();
+        if (record.value(QLatin1String("kind")).toString() == QLatin1String("text")) {
+            texts.append(record.value(QLatin1String("text"))
+                             .toString()
+                             .replace(QLatin1String("{|?|}"), QLatin1String("\n")));
+        }
+    }
+    return texts;
+}
+
+bool Workbench::import(const QString& fileName, QStringList* remarks, QString* error) {
+    QString reason;
+    const std::optional<ImportedProject> imported = importAsc(
+        fileName, CSimulatorComponent::instance()->library(), simulation()->models(), &reason);
+    if (!imported) {
+        *error = about(fileName, reason);
+        return false;
+    }
+    // What can't be restored is told once, here, and is no loss of a project's file.
+    if (!load(imported->project, {}, fileName, error)) {
+        return false;
+    }
+    *remarks = imported->remarks;
+    if (!error->isEmpty()) {
+        remarks->append(*error);
+        error->clear();
+        projectManager()->setLosses({});
+    }
+    const QVariant captions = editorObject()->property(CaptionProperty);
+    editorObject()->setProperty(CaptionProperty, true);
+    QMetaObject::invokeMethod(editorObject(), "captionElements", Qt::DirectConnection);
+    editorObject()->setProperty(CaptionProperty, captions);
+    return true;
+}
+
 bool Workbench::open(const QString& fileName, QString* message) {
     try {
+        if (isForeignFile(fileName)) {
+            QStringList remarks;
+            const bool imported = import(fileName, &remarks, message);
+            if (!remarks.isEmpty()) {
+                *message = about(fileName, remarks.join(QLatin1String("; ")));
+            }
+            return imported;
+        }
         return documentFormatOf(fileName) == DocumentFormat::Project
                    ? openProject(fileName, fileName, message)
                    : openCircuit(fileName, fileName, message);

@@ -59,6 +59,10 @@ public:
     bool open(const QString& fileName, QString* message);
     /// As `open`, as a project that has no file yet.
     bool openCopy(const QString& fileName, QString* message);
+    /// Opens another program's drawing as a project that has no file yet. On failure as `open`; on
+    /// success the remarks tell, a sentence each, what has no counterpart. `open` does the same
+    /// with all of them in one message.
+    bool import(const QString& fileName, QStringList* remarks, QString* error);
     /// Opens what a crash has left, under the name of its project and modified. As `open`.
     bool recover(std::unique_ptr<Autosave> autosave, QString* message);
     /// Writes a project or circuit file, by the name's ending, whole or not at all.
@@ -73,6 +77,8 @@ public:
 
 private:
     QObject* editorObject() const;
+    /// The plain ones, without those that follow a value.
+    QStringList drawnTexts() const;
     ICircuitEditor* editor() const;
     void collectWidgets();
     void clearTitle();

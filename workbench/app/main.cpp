@@ -102,6 +102,11 @@ int tell(const QString& line) {
     return Succeeded;
 }
 
+/// diff keeps 1 for files that differ.
+int failureOf(const CommandLine& line) {
+    return line.command == CommandLine::Command::Diff ? BadUse : Failed;
+}
+
 int run(const CommandLine& line) {
     switch (line.command) {
         case CommandLine::Command::Help:
@@ -115,7 +120,7 @@ int run(const CommandLine& line) {
             break;
     }
     Workbench workbench;
-    return start(workbench, line, nullptr) ? runBatchCommand(line, workbench) : Failed;
+    return start(workbench, line, nullptr) ? runBatchCommand(line, workbench) : failureOf(line);
 }
 
 constexpr char NoMemory[] = "there is not enough memory for that";
@@ -146,7 +151,7 @@ int runOrTell(const CommandLine& line) {
     } catch (const std::exception& failure) {
         printError(QString::fromLocal8Bit(failure.what()));
     }
-    return Failed;
+    return failureOf(line);
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "ElementLibrary.h"
 
+#include "BoxType.h"
 #include "ElementTypeReader.h"
 #include "NetlistType.h"
 #include "SubCircuitDescription.h"
@@ -128,18 +129,20 @@ ElementDescription* ElementLibrary::description(const QString& type) const {
     if (it != m_descriptions.end()) {
         return it->second.get();
     }
-    const auto known = m_netlists.find(type);
-    if (known != m_netlists.end()) {
+    const auto known = m_named.find(type);
+    if (known != m_named.end()) {
         return known->second.get();
     }
-    const QString text = NetlistType::textOf(type);
     ElementTypeData data;
     QString reason;
-    if (text.isEmpty() || !NetlistType::describe(text, &data, &reason)) {
+    const QString text = NetlistType::textOf(type);
+    if (const std::optional<BoxType> box = BoxType::fromName(type)) {
+        data = box->data();
+    } else if (text.isEmpty() || !NetlistType::describe(text, &data, &reason)) {
         return nullptr;
     }
     data.type = type;
-    auto& added = m_netlists[type];
+    auto& added = m_named[type];
     added = std::make_unique<ElementDescription>(std::move(data));
     return added.get();
 }

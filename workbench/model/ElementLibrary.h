@@ -31,8 +31,8 @@ public:
 
     /// Complete names, sorted.
     QStringList types() const;
-    /// Null for an unknown type. One that carries a text netlist in its name is known without
-    /// having been loaded; see `NetlistType`.
+    /// Null for an unknown type. A type whose name tells all there is to know of it is made when it
+    /// is first asked for; see `NetlistType` and `BoxType`.
     ElementDescription* description(const QString& type) const;
 
 private:
@@ -45,7 +45,7 @@ private:
     void refuseCircles(QVector<NewSubCircuit>* subCircuits);
 
     std::map<QString, std::unique_ptr<ElementDescription>> m_descriptions;
-    // Made when they are first asked for.
-    mutable std::map<QString, std::unique_ptr<ElementDescription>> m_netlists;
+    // Made of their names.
+    mutable std::map<QString, std::unique_ptr<ElementDescription>> m_named;
     QStringList m_problems;
 };

@@ -422,6 +422,7 @@ Netlist writeNetlist(Circuit& circuit, const SpiceModels& models, NetlistProbes 
     netlist.lines = QStringList{title.isEmpty() ? QStringLiteral("Untitled") : title} +
                     section("Parameters", writer.parameterLines()) +
                     section("Models", writer.modelLines) +
-                    section("Elements", writer.result.lines) + subCircuits.lines;
+                    section("Elements", writer.result.lines) + subCircuits.lines +
+                    section("Texts of the drawing", models.furtherLines());
     return netlist;
 }

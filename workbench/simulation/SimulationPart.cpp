@@ -51,7 +51,7 @@ void SimulationPart::setSetup(const SimulationSetup& setup) {
 }
 
 QString SimulationPart::netlist() const {
-    const Netlist netlist = writeNetlist(m_circuit, m_models);
+    const Netlist netlist = writeNetlist(m_circuit, allModels());
     QStringList lines = netlist.lines;
     QString reason;
     // A netlist without its analysis is one still.
@@ -65,8 +65,16 @@ QString SimulationPart::netlist() const {
     return lines.join(QLatin1Char('\n'));
 }
 
+SpiceModels SimulationPart::allModels() const {
+    SpiceModels models = m_models;
+    for (const QString& text : m_texts ? m_texts() : QStringList()) {
+        models.addDirectives(text);
+    }
+    return models;
+}
+
 bool SimulationPart::run(QString* reason) {
-    return m_simulator.start(m_circuit, m_models, m_setup, reason);
+    return m_simulator.start(m_circuit, allModels(), m_setup, reason);
 }
 
 bool SimulationPart::runToEnd(QString* reason) {

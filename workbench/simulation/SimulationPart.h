@@ -8,6 +8,8 @@
 
 #include <QObject>
 
+#include <functional>
+
 class OutputVariable;
 
 /// The simulation of the application's circuit: its set-up, which is a part of the project, and its
@@ -26,7 +28,10 @@ public:
     const SimulationSetup& setup() const { return m_setup; }
     void setSetup(const SimulationSetup& setup);
 
-    QVector<CircuitProblem> check() const { return checkCircuit(m_circuit, m_models); }
+    /// Where the texts in the drawing come from; some are for the simulator, see `SpiceModels`.
+    void setTexts(std::function<QStringList()> texts) { m_texts = std::move(texts); }
+
+    QVector<CircuitProblem> check() const { return checkCircuit(m_circuit, allModels()); }
     /// As a person would write it, with the active analysis.
     QString netlist() const;
     /// Starts the active analysis; see `Simulator::start`.
@@ -61,8 +66,12 @@ signals:
     void resultsChanged();
 
 private:
+    /// With those that the drawing has.
+    SpiceModels allModels() const;
+
     Circuit& m_circuit;
     SpiceModels m_models;
+    std::function<QStringList()> m_texts;
     SimulationSetup m_setup;
     bool m_isStored = false;
     Simulator m_simulator;

@@ -3,9 +3,10 @@
 namespace {
 
 constexpr char ExportHelp[] =
-    R"(usage: vortel-workbench export FILE -o OUT...
+    R"(usage: vortel-workbench export FILE [--operating-point] -o OUT...
 
-Writes the drawing of FILE as pictures. The ending of each OUT chooses the format: %1.)";
+Writes the drawing of FILE as pictures. The ending of each OUT chooses the format: %1. With
+--operating-point the values of the circuit at rest stand beside its nets and elements.)";
 
 constexpr char DescribeHelp[] =
     R"(usage: vortel-workbench describe FILE
@@ -16,7 +17,8 @@ constexpr char ConvertHelp[] =
     R"(usage: vortel-workbench convert FILE OUT
 
 Reads FILE and writes it as OUT. The ending chooses what it becomes: .vprj a project with all that
-FILE holds, .ckt a circuit file with elements and wires only.)";
+FILE holds, .ckt a circuit file with elements and wires only. FILE may also be an LTspice schematic
+(.asc): what of it has no counterpart is told, a line each.)";
 
 constexpr char NetlistHelp[] =
     R"(usage: vortel-workbench netlist FILE -o OUT
@@ -24,11 +26,17 @@ constexpr char NetlistHelp[] =
 Writes the circuit of FILE as the simulator ngspice reads it. What is doubtful is told, a line each.)";
 
 constexpr char SimulateHelp[] =
-    R"(usage: vortel-workbench simulate FILE [--analysis NAME] -o OUT
+    R"(usage: vortel-workbench simulate FILE [--analysis NAME] [--timeout SECONDS] -o OUT
 
 Runs the analysis that FILE has active, or the one named (op, dc, ac, tran or noise), with ngspice,
 and writes the output variables, without any all nets. The ending of OUT chooses the format: .csv a
-table, .svg the curves, .raw what the simulator wrote.)";
+table, .svg the curves, .raw what the simulator wrote. Gives up after 600 seconds, or those named.)";
+
+constexpr char DiffHelp[] =
+    R"(usage: vortel-workbench diff FILE FILE
+
+Tells in words what changed from the first to the second. The status is 0 if nothing did, 1 if
+something did, 2 for trouble. /dev/null stands for an empty project.)";
 
 constexpr char WindowHelp[] =
     R"(Opens the window, with FILE: a project (.vprj) or a circuit file (.ckt). The commands open none:
@@ -38,6 +46,7 @@ constexpr char WindowHelp[] =
   convert     writes a project as a circuit file, or the other way round
   netlist     writes what ngspice reads
   simulate    runs an analysis and writes what comes of it
+  diff        tells what changed between two files
 
 "vortel-workbench COMMAND --help" tells more. Other options:
 
@@ -60,6 +69,8 @@ QString helpOn(CommandLine::Command command) {
             return QString::fromLatin1(NetlistHelp);
         case CommandLine::Command::Simulate:
             return QString::fromLatin1(SimulateHelp);
+        case CommandLine::Command::Diff:
+            return QString::fromLatin1(DiffHelp);
         default:
             return usage() + QLatin1String("\n\n") + QString::fromLatin1(WindowHelp);
     }

@@ -12,6 +12,7 @@
 #include "CUndoRedo.h"
 #include "CircuitGeometry.h"
 #include "ConnectedDrag.h"
+#include "ElementCaptions.h"
 #include "ICircuit.h"
 #include "ICircuitElement.h"
 #include "ICircuitElementDesc.h"
@@ -40,6 +41,13 @@ const QPointF DropStub(0.1, 0.1);
 
 bool differ(const QPointF& a, const QPointF& b) {
     return std::abs(a.x() - b.x()) > SamePosition || std::abs(a.y() - b.y()) > SamePosition;
+}
+
+/// Of an element that a listener may have taken away.
+void keepCaptionsClear(const QPointer<CCircuitEditorElementItem>& item) {
+    if (item) {
+        ElementCaptions::keepClear({item});
+    }
 }
 
 /// What a terminal was dropped on: a terminal, or else a wire and its net.
@@ -207,12 +215,15 @@ void CCircuitEditorElementItem::keyPressEvent(QKeyEvent* event) {
     const double step =
         (isFine ? 1 : d->circuitEditor->gridSize()) * (isFast ? ConnectedMove::FastFactor : 1);
     QObject* object = d->element->containerObject();
+    const QPointer<CCircuitEditorElementItem> self(this);
     switch (event->key()) {
         case Qt::Key_F:
             object->setProperty("Flip", (d->element->flip() + 1) % 3);
+            keepCaptionsClear(self);
             break;
         case Qt::Key_R:
             object->setProperty("Rotation", (d->element->rotation() + 1) % 4);
+            keepCaptionsClear(self);
             break;
         case Qt::Key_F1:
             showHelpFile();

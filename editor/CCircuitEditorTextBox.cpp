@@ -217,15 +217,16 @@ void CCircuitEditorTextBox::paint(QPainter* painter, const QStyleOptionGraphicsI
                                   QWidget* widget) {
     const QRect frame = option->rect;
     painter->fillRect(frame, d->fillColor);
-    if (isHovering()) {
+    const bool isPointedAt = showsHover(widget);
+    if (isPointedAt) {
         painter->fillRect(frame, veil());
     }
     QGraphicsTextItem::paint(painter, option, widget);
-    if (!isHovering()) {
+    if (!isPointedAt) {
         painter->setPen(QPen(QBrush(d->borderColor, Qt::SolidPattern), 1.0, Qt::SolidLine,
                              Qt::SquareCap, Qt::BevelJoin));
     }
-    paintFrame(painter, frame);
+    paintFrame(painter, frame, isPointedAt);
 }
 
 void CCircuitEditorTextBox::mouseDoubleClickEvent(QGraphicsSceneMouseEvent*) {

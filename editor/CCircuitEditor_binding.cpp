@@ -10,6 +10,7 @@
 #include "CSelectionRectangleItem.h"
 #include "CUndoRedo.h"
 #include "CompleteHistory.h"
+#include "ElementCaptions.h"
 #include "HistoryStep.h"
 #include "ICircuitElement.h"
 #include "ICircuitElementNode.h"
@@ -202,6 +203,10 @@ void CCircuitEditor::on_propertyValueChanged(QObject* object, QString propertyNa
         d->undoStack->push(new CElementPropertyChangeCmd(object, propertyName, oldValue, newValue));
         if (item) {
             item->updateToolTip();
+            if (propertyName == QLatin1String("Rotation") ||
+                propertyName == QLatin1String("Flip")) {
+                ElementCaptions::keepClear({item});
+            }
         } else {
             wire->updateToolTip();
         }

@@ -2,6 +2,7 @@
 
 #include "CCircuitEditorData.h"
 #include "CircuitGeometry.h"
+#include "ItemTypes.h"
 #include "SvgPicture.h"
 
 #include <QApplication>
@@ -198,10 +199,26 @@ bool writeSvg(const CCircuitEditorData& data, const QString& fileName, const QRe
     return paintScene(data, &picture, QRectF(QPointF(), source.size()), source) && file.flush();
 }
 
+bool isDrawn(int itemType) {
+    return itemType == ElementItemType || itemType == ElementNodeItemType ||
+           itemType == NodeItemType || itemType == TextBoxItemType ||
+           itemType == ElementPropertyTextBoxItemType;
+}
+
 }  // namespace
 
 QRectF CCircuitEditorData::pictureRect() const {
-    const QRectF drawing = scene->itemsBoundingRect();
+    QRectF drawing;
+    if (circuitEditor->isExtendedGestures()) {
+        // Not what is held over the drawing: a group's rectangle, or what hangs at the pointer.
+        for (const QGraphicsItem* item : scene->items()) {
+            if (isDrawn(item->type())) {
+                drawing |= item->sceneBoundingRect();
+            }
+        }
+    } else {
+        drawing = scene->itemsBoundingRect();
+    }
     const double m = pictureMargin;
     return drawing.isEmpty() ? drawing : drawing.adjusted(-m, -m, m, m);
 }

@@ -220,19 +220,22 @@ void CCircuitElementPropertyTextBox::forgetElementItem() {
 }
 
 void CCircuitElementPropertyTextBox::paint(QPainter* painter,
-                                           const QStyleOptionGraphicsItem* option, QWidget*) {
+                                           const QStyleOptionGraphicsItem* option,
+                                           QWidget* widget) {
     const QRect frame = option->rect;
-    if (isHovering()) {
+    const bool isPointedAt = showsHover(widget);
+    if (isPointedAt) {
         painter->fillRect(frame, veil());
     } else {
         // An invalid colour fills, too, as it does in text boxes.
-        painter->fillRect(frame, d->highlight.isValid() ? d->highlight : d->backgroundColor);
+        painter->fillRect(frame,
+                          widget && d->highlight.isValid() ? d->highlight : d->backgroundColor);
     }
     painter->setPen(QtSeries::hairline(TextBoxColors::propertyText()));
     painter->setFont(d->font);
     painter->drawText(localRect(), Qt::AlignCenter, d->propertyText);
-    if (isHovering()) {
-        paintFrame(painter, frame);
+    if (isPointedAt) {
+        paintFrame(painter, frame, true);
     }
 }
 

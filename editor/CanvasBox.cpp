@@ -109,9 +109,15 @@ void CanvasBox<Base>::clearPanel() const {
 }
 
 template <class Base>
-void CanvasBox<Base>::paintFrame(QPainter* painter, const QRect& frame) const {
+bool CanvasBox<Base>::showsHover(const QWidget* page) const {
+    const bool isPicture = !page && m_editor && m_editor->keepsTextStyles();
+    return m_hovering && !isPicture;
+}
+
+template <class Base>
+void CanvasBox<Base>::paintFrame(QPainter* painter, const QRect& frame, bool withCorner) const {
     painter->drawRects(&frame, 1);
-    if (m_hovering) {
+    if (withCorner) {
         painter->fillPath(cornerOf(frame), QColor(192, 192, 192, 128));
     }
 }

@@ -27,7 +27,9 @@ public:
 
 protected:
     CCircuitEditor* editor() const { return m_editor; }
-    bool isHovering() const { return m_hovering; }
+    /// Whether the box is to be painted as pointed at: not in pictures, which have no page, if the
+    /// editor keeps the looks of boxes.
+    bool showsHover(const QWidget* page) const;
     /// In item coordinates, with its top left at the origin.
     QRectF localRect() const { return m_rect; }
     /// May be smaller than a box that the user or a file makes.
@@ -42,8 +44,8 @@ protected:
     void clearPanel() const;
     /// Laid over a box, or in place of its fill, while the pointer is on it.
     static QColor veil() { return {255, 255, 255, 200}; }
-    /// The frame in the painter's pen, and the corner while the pointer is on the box.
-    void paintFrame(QPainter* painter, const QRect& frame) const;
+    /// The frame in the painter's pen, and the corner by which the box is resized.
+    void paintFrame(QPainter* painter, const QRect& frame, bool withCorner) const;
 
     virtual void removeLater() = 0;
     /// Called after each change of the size by the user or by `setRect`.

@@ -70,6 +70,9 @@ public:
     /// Puts back one side of a step.
     void apply(const HistoryRecords::Entry& entry, bool isAfter, int stateNumber);
 
+    /// Whether it is putting something back.
+    bool isApplying() const { return m_applying; }
+
     /// Where the mirror differs from the drawing, a sentence each, for checkers. Looks at all.
     QStringList differences();
 

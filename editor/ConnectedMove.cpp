@@ -6,6 +6,7 @@
 #include "CCircuitEditorNodeItem.h"
 #include "CCircuitEditorTextBox.h"
 #include "CCircuitElementPropertyTextBox.h"
+#include "CompleteHistory.h"
 #include "ICircuitElement.h"
 #include "ICircuitElementNode.h"
 #include "ICircuitNode.h"
@@ -88,6 +89,10 @@ bool ConnectedMove::moveBy(CCircuitEditor* editor, const QList<QGraphicsItem*>& 
 
 QMap<QString, QPointF> ConnectedMove::terminalPlaces(const CCircuitEditorElementItem* item) {
     QMap<QString, QPointF> places;
+    const CompleteHistory* history = CompleteHistory::of(item->circuitEditor());
+    if (history && history->isApplying()) {
+        return places;  // which has the paths, too
+    }
     if (item->element() && item->circuitEditor()->movesConnectedElements() &&
         item->circuitNodeItemCount() > 0) {
         for (const QString& name : item->element()->elementNodeNames()) {

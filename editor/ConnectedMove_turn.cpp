@@ -7,6 +7,7 @@
 #include "CCircuitEditorTextBox.h"
 #include "CCircuitElementPropertyTextBox.h"
 #include "ConnectedMove.h"
+#include "ElementCaptions.h"
 #include "ICircuitElement.h"
 
 namespace {
@@ -34,13 +35,6 @@ void change(ICircuitElement* element, bool isMirror) {
     object->setProperty("Rotation", (QuarterTurns + half - turns) % QuarterTurns);
 }
 
-/// The box stays upright, and its middle goes the way.
-template <class Box>
-void carry(Box* box, const QPointF& start, const QTransform& way) {
-    const QPointF half = QRectF(QPointF(), box->rect().size()).center();
-    box->setPos(way.map(start + half) - half);
-}
-
 QPointF anchorOf(const CCircuitEditorElementItem* item) {
     const QStringList names = item->element()->elementNodeNames();
     const auto* terminal = names.isEmpty() ? nullptr : item->nodeItem(names.first());
@@ -56,7 +50,9 @@ QTransform ConnectedMove::turn(const QPointF& center, bool isMirror) {
     const auto members = m_members;
     for (const Member& member : members) {
         if (member.textBox) {
-            carry(member.textBox.data(), member.start, way);
+            // Upright still, and its middle goes the way.
+            const QPointF half = QRectF(QPointF(), member.textBox->rect().size()).center();
+            member.textBox->setPos(way.map(member.start + half) - half);
         } else if (member.element) {
             turnElement(member, way, isMirror);
         }
@@ -69,6 +65,13 @@ QTransform ConnectedMove::turn(const QPointF& center, bool isMirror) {
             follow(m_editor, trail);
         }
     }
+    QList<CCircuitEditorElementItem*> turned;
+    for (const Member& member : members) {
+        if (member.element) {
+            turned.append(member.element);
+        }
+    }
+    ElementCaptions::keepClear(turned);
     return way;
 }
 
@@ -85,9 +88,17 @@ void ConnectedMove::turnElement(const Member& member, const QTransform& way, boo
         return;
     }
     item->setInternalMoveMode(false);
+    // The boxes stay together.
+    QRectF block;
+    for (const auto& [object, start] : member.boxes) {
+        if (const auto* box = qobject_cast<CCircuitElementPropertyTextBox*>(object.data())) {
+            block |= QRectF(start, box->rect().size());
+        }
+    }
+    const QPointF step = way.map(block.center()) - block.center();
     for (const auto& [object, start] : member.boxes) {
         if (auto* box = qobject_cast<CCircuitElementPropertyTextBox*>(object.data())) {
-            carry(box, start, way);
+            box->setPos(start + step);
         }
     }
 }

@@ -16,6 +16,8 @@
 
 #include <QGraphicsScene>
 #include <QHash>
+#include <QMap>
+#include <QSet>
 
 #include <algorithm>
 #include <cmath>
@@ -44,9 +46,19 @@ QRectF segmentRect(const QPointF& a, const QPointF& b) {
 /// What boxes should keep off, in squares, so that asking doesn't look at the whole drawing.
 class Obstacles {
 public:
-    explicit Obstacles(const CCircuitEditor* editor) {
+    /// Of all that is drawn, but for the boxes of those items.
+    explicit Obstacles(const CCircuitEditor* editor,
+                       const QList<CCircuitEditorElementItem*>& without = {}) {
+        QSet<const QGraphicsItem*> others;
+        for (const CCircuitEditorElementItem* item : without) {
+            for (const CCircuitElementPropertyTextBox* box : item->propertyTextBoxes()) {
+                others.insert(box);
+            }
+        }
         for (const QGraphicsItem* item : editor->scene()->items()) {
-            add(item);
+            if (!others.contains(item)) {
+                add(item);
+            }
         }
     }
     void add(const QRectF& rect) {
@@ -82,12 +94,12 @@ private:
     void add(const QGraphicsItem* item) {
         switch (item->type()) {
             case ElementItemType:
+                add(outlineOf(item));
+                addExits(static_cast<const CCircuitEditorElementItem*>(item));
+                break;
             case TextBoxItemType:
             case ElementPropertyTextBoxItemType:
                 add(outlineOf(item));
-                break;
-            case ElementNodeItemType:
-                addExit(item);
                 break;
             case NodeItemType:
                 addWire(*static_cast<const CCircuitEditorNodeItem*>(item));
@@ -96,27 +108,38 @@ private:
                 break;
         }
     }
-    /// Where a wire will leave the terminal, if none does yet.
-    void addExit(const QGraphicsItem* terminal) {
-        const QPointF from = terminal->mapToScene(QPointF(0, 0));
-        QPointF to = from;
-        switch (CircuitGeometry::exitDirection(from, outlineOf(terminal->parentItem()))) {
-            case CircuitGeometry::ExitRight:
-                to.rx() += ExitLength;
-                break;
-            case CircuitGeometry::ExitLeft:
-                to.rx() -= ExitLength;
-                break;
-            case CircuitGeometry::ExitUp:
-                to.ry() -= ExitLength;
-                break;
-            case CircuitGeometry::ExitDown:
-                to.ry() += ExitLength;
-                break;
-            default:
-                break;
+    /// Where wires will leave the element, if they don't yet: a strip for each side that has some,
+    /// for what lies between two of them is soon run through.
+    void addExits(const CCircuitEditorElementItem* item) {
+        const QRectF outline = outlineOf(item);
+        QMap<int, QRectF> strips;
+        for (const QString& name :
+             item->element() ? item->element()->elementNodeNames() : QStringList()) {
+            const CCircuitEditorElementNodeItem* terminal = item->nodeItem(name);
+            if (!terminal) {
+                continue;
+            }
+            const QPointF from = terminal->mapToScene(QPointF(0, 0));
+            const int exit = CircuitGeometry::exitDirection(from, outline);
+            strips[exit] = strips.value(exit) | segmentRect(from, from + wayOut(exit));
         }
-        add(segmentRect(from, to));
+        for (const QRectF& strip : qAsConst(strips)) {
+            add(strip);
+        }
+    }
+    static QPointF wayOut(int exit) {
+        switch (exit) {
+            case CircuitGeometry::ExitRight:
+                return {ExitLength, 0};
+            case CircuitGeometry::ExitLeft:
+                return {-ExitLength, 0};
+            case CircuitGeometry::ExitUp:
+                return {0, -ExitLength};
+            case CircuitGeometry::ExitDown:
+                return {0, ExitLength};
+            default:
+                return {};
+        }
     }
     void addWire(const CCircuitEditorNodeItem& wire) {
         const QPainterPath path = wire.mapToScene(wire.internalShape());
@@ -156,11 +179,18 @@ QList<CCircuitElementPropertyTextBox*> addBoxes(CCircuitEditorElementItem* item)
     return boxes;
 }
 
-void add(CCircuitEditorElementItem* item, Obstacles& obstacles) {
-    if (!item->element()) {
-        return;
+double coveredBy(const QRectF& rect, const QVector<QRectF>& obstacles) {
+    double covered = 0;
+    for (const QRectF& obstacle : obstacles) {
+        const QRectF common = rect.adjusted(-Touch, -Touch, Touch, Touch) & obstacle;
+        covered += common.width() * common.height();
     }
-    const QList<CCircuitElementPropertyTextBox*> boxes = addBoxes(item);
+    return covered;
+}
+
+/// Puts the boxes in a column where there is room.
+void place(const CCircuitEditorElementItem* item,
+           const QList<CCircuitElementPropertyTextBox*>& boxes, Obstacles& obstacles) {
     QSizeF size(0, 0);
     for (const CCircuitElementPropertyTextBox* box : boxes) {
         const QSizeF one = box->boundingRect().size();
@@ -183,6 +213,12 @@ void add(CCircuitEditorElementItem* item, Obstacles& obstacles) {
         box->setPos(CircuitGeometry::roundedPoint(QPointF(x, y)));
         obstacles.add(outlineOf(box));
         y += one.height();
+    }
+}
+
+void add(CCircuitEditorElementItem* item, Obstacles& obstacles) {
+    if (item->element()) {
+        place(item, addBoxes(item), obstacles);
     }
 }
 
@@ -220,6 +256,28 @@ void addToAll(CCircuitEditor* editor) {
     }
 }
 
+void keepClear(const QList<CCircuitEditorElementItem*>& items) {
+    if (items.isEmpty() || !items.first()->circuitEditor()->captionsNewElements()) {
+        return;
+    }
+    Obstacles obstacles(items.first()->circuitEditor(), items);
+    for (const CCircuitEditorElementItem* item : items) {
+        const QList<CCircuitElementPropertyTextBox*> boxes = item->propertyTextBoxes();
+        bool isClear = true;
+        for (const CCircuitElementPropertyTextBox* box : boxes) {
+            const QRectF rect = outlineOf(box);
+            isClear = isClear && coveredBy(rect, obstacles.near(rect)) == 0;
+        }
+        if (!isClear) {
+            place(item, boxes, obstacles);
+            continue;
+        }
+        for (const CCircuitElementPropertyTextBox* box : boxes) {
+            obstacles.add(outlineOf(box));
+        }
+    }
+}
+
 QRectF bestPlace(const QRectF& outline, const QSizeF& size, const QVector<QRectF>& obstacles) {
     const double right = outline.right() + Gap;
     const double left = outline.left() - Gap - size.width();
@@ -248,11 +306,7 @@ QRectF bestPlace(const QRectF& outline, const QSizeF& size, const QVector<QRectF
     double least = -1;
     for (const QPointF& place : qAsConst(places)) {
         const QRectF rect(place, size);
-        double covered = 0;
-        for (const QRectF& obstacle : obstacles) {
-            const QRectF common = rect.adjusted(-Touch, -Touch, Touch, Touch) & obstacle;
-            covered += common.width() * common.height();
-        }
+        const double covered = coveredBy(rect, obstacles);
         if (least < 0 || covered < least) {
             least = covered;
             best = rect;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QList>
 #include <QRectF>
 #include <QSizeF>
 #include <QString>
@@ -26,6 +27,10 @@ bool has(const CCircuitEditorElementItem& item, const QString& property);
 void add(CCircuitEditorElementItem* item);
 /// The same for every element of the drawing.
 void addToAll(CCircuitEditor* editor);
+
+/// For elements that were turned: where boxes of one now lie on anything, its boxes are put in such
+/// a column. Nothing for an editor that doesn't caption by itself.
+void keepClear(const QList<CCircuitEditorElementItem*>& items);
 
 /// Where a column of that size lies best beside the outline: the first of the usual places that
 /// covers nothing, or else the one that covers least. All in scene units.

@@ -69,9 +69,11 @@ TEST_F(MainWindowTest, ShowsWhatTheDescriptionLists) {
     for (const char* id : {"showElements", "showProperties", "showOutputVariables"}) {
         auto* dock = window->findChild<QDockWidget*>(QLatin1String(id));
         ASSERT_NE(dock, nullptr) << id;
-        EXPECT_TRUE(dock->isVisible());
+        // The screen is small, and those on the right wait.
+        const bool isOpen = dock->isVisible();
+        EXPECT_EQ(isOpen, id == QLatin1String("showElements")) << id;
         dock->toggleViewAction()->trigger();
-        EXPECT_FALSE(dock->isVisible());
+        EXPECT_EQ(dock->isVisible(), !isOpen);
     }
     auto* clipboard = window->findChild<QDockWidget*>("showClipboard");
     ASSERT_NE(clipboard, nullptr);

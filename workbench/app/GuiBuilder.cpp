@@ -4,6 +4,7 @@
 #include "CanvasSelection.h"
 #include "ICanvas.h"
 #include "Places.h"
+#include "ThemedIcon.h"
 #include "Workbench.h"
 
 #include <Plexa/MethodCall.h>
@@ -15,7 +16,12 @@
 #include <QStatusBar>
 #include <QToolBar>
 
+#include <algorithm>
+
 namespace {
+
+// Of the window's width; the rest is the canvas's.
+constexpr double LargestShareOfDocks = 0.6;
 
 QString text(const QVariantMap& map, const char* key) {
     return map.value(QLatin1String(key)).toString();
@@ -80,6 +86,7 @@ bool GuiBuilder::build(QString* error) {
     if (!built) {
         *error = QStringLiteral("the GUI description is wrong: %1").arg(m_mistake);
     }
+    leaveRoom();
     return built;
 }
 
@@ -98,7 +105,8 @@ bool GuiBuilder::makeAction(const QString& id, const QVariantMap& description) {
     if (!icon.isEmpty()) {
         // A resource of a component, or one of the application's own.
         const bool isResource = icon.startsWith(QLatin1Char(':'));
-        action->setIcon(QIcon(isResource ? icon : Places::data(QStringLiteral("icons/") + icon)));
+        action->setIcon(
+            themedIcon(isResource ? icon : Places::data(QStringLiteral("icons/") + icon)));
     }
     QList<QKeySequence> shortcuts;
     for (const QString& keys : description.value(QStringLiteral("shortcut")).toStringList()) {
@@ -261,9 +269,29 @@ bool GuiBuilder::makeDock(const QVariantMap& description) {
                                   direction);
         }
     }
-    dock->setVisible(!description.value(QStringLiteral("closed")).toBool());
+    const bool isOpen = !description.value(QStringLiteral("closed")).toBool();
+    dock->setVisible(isOpen);
+    if (isOpen) {
+        int& side = m_sideWidths[m_window->dockWidgetArea(dock)];
+        side = std::max(side, description.value(QStringLiteral("width")).toInt());
+    }
     m_actions.insert(dock->objectName(), dock->toggleViewAction());
     return true;
+}
+
+void GuiBuilder::leaveRoom() {
+    int taken = 0;
+    for (const int side : qAsConst(m_sideWidths)) {
+        taken += side;
+    }
+    if (taken <= LargestShareOfDocks * m_window->width()) {
+        return;
+    }
+    for (QDockWidget* dock : m_window->findChildren<QDockWidget*>()) {
+        if (m_window->dockWidgetArea(dock) == Qt::RightDockWidgetArea) {
+            dock->hide();
+        }
+    }
 }
 
 bool GuiBuilder::fillMenu(QMenu* menu, const QVariantList& items) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QHash>
+#include <QMap>
 #include <QString>
 #include <QVariant>
 
@@ -36,6 +37,8 @@ private:
     /// An action that switches something: a component's own, or one for the method that it names.
     QAction* toggleAction(const QVariantMap& description);
     bool makeDock(const QVariantMap& description);
+    /// In a small window the canvas comes first: the docks on its right wait in the menu.
+    void leaveRoom();
     bool fillMenu(QMenu* menu, const QVariantList& items);
     bool makeToolBar(const QVariantMap& description);
     /// The widget with that complete name; null, with the mistake noted, if there is none.
@@ -48,5 +51,7 @@ private:
     Handlers m_handlers;
     CanvasSelection* m_selection = nullptr;
     QHash<QString, QAction*> m_actions;
+    // Of the docks that are open, in pixels.
+    QMap<Qt::DockWidgetArea, int> m_sideWidths;
     QString m_mistake;
 };

@@ -203,7 +203,7 @@ void CircuitElement::setPropertyValue(int index, QVariant value) {
     }
     if (isParameter(index)) {
         const ParameterData& parameter = m_description->data().parameters.at(index);
-        const QString text = value.toString().trimmed();
+        const QString text = parameter.withoutUnit(value.toString().trimmed());
         if (parameter.accepts(text) && text != m_values.at(index)) {
             m_values[index] = text;
             emit propertyChanged(parameter.name);

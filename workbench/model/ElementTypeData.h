@@ -34,6 +34,8 @@ struct ParameterData {
     /// Whether the parameter takes the text: an engineering number or an expression on global
     /// parameters in braces; one of the choices; any text.
     bool accepts(const QString& text) const;
+    /// Of "47 kΩ" or "47 kOhm" the "47k" that `accepts` takes; any other text as it is.
+    QString withoutUnit(const QString& text) const;
     /// The value with its unit, as a person writes it: "4.7 kΩ".
     QString display(const QString& text) const;
 };

@@ -22,10 +22,13 @@ const QString PartId = QStringLiteral("ID");
 const QString FormatAttribute = QStringLiteral("Format");
 
 /// What the parts of this program write. Their own attributes first, then their records with what
-/// these may hold; records of elements and nodes tell of themselves.
+/// these may hold; records of elements and nodes tell of themselves. Some have children of one
+/// kind.
 struct KnownRecord {
     const char* tag;
     QStringList attributes;
+    QString child = {};
+    QStringList childAttributes = {};
 };
 struct KnownPart {
     const char* id;
@@ -37,6 +40,8 @@ const QVector<KnownPart>& knownParts() {
     const auto words = [](const char* text) {
         return QString::fromLatin1(text).split(QLatin1Char(' '));
     };
+    const QString run = QStringLiteral("Run");
+    const QStringList ofRun = words("Start Length Script Bold Italic Underline Color");
     static const QVector<KnownPart> parts = {
         {ProjectFile::CircuitPart,
          words("ID Title"),
@@ -44,11 +49,14 @@ const QVector<KnownPart>& knownParts() {
           {"CircuitNode", {}},
           {"GlobalVar", words("Name Value IsReal IsString")},
           {"TextBox",
-           words("FontFamily FontSize PixelSize X Y Width Height BorderColor FillColor TextColor")},
+           words("FontFamily FontSize PixelSize X Y Width Height BorderColor FillColor TextColor"),
+           run, ofRun},
           {"EPTextBox",
-           words("FontFamily FontSize PixelSize FillColor X Y Width Height ElementIndex Property")},
+           words(
+               "FontFamily FontSize PixelSize FillColor SizedByHand X Y Width Height ElementIndex "
+               "Property")},
           {"GlobalParamTextBox",
-           words("GlobalParamName FontFamily FontSize PixelSize X Y Width Height")}}},
+           words("GlobalParamName FontFamily FontSize PixelSize X Y Width Height"), run, ofRun}}},
         {"OutputVariables",
          words("ID"),
          {{"OutputVar", words("Type Name ACType Element ElementNode Node ElementVarName")}}}};
@@ -60,6 +68,16 @@ const KnownRecord* knownRecord(const KnownPart& part, const QString& tag) {
         part.records.begin(), part.records.end(),
         [&tag](const KnownRecord& record) { return tag == QLatin1String(record.tag); });
     return found == part.records.end() ? nullptr : &*found;
+}
+
+bool hasOnly(const QDomElement& record, const QStringList& known) {
+    const QDomNamedNodeMap attributes = record.attributes();
+    for (int i = 0; i < attributes.count(); ++i) {
+        if (!known.contains(attributes.item(i).nodeName())) {
+            return false;
+        }
+    }
+    return true;
 }
 
 bool isBlank(const QDomNode& node) {
@@ -325,10 +343,12 @@ int ProjectFile::strangersThatGo() const {
             if (!kind || kind->attributes.isEmpty()) {
                 continue;
             }
-            const QDomNamedNodeMap attributes = record.attributes();
-            bool isStrange = !record.firstChildElement().isNull();
-            for (int i = 0; i < attributes.count(); ++i) {
-                isStrange |= !kind->attributes.contains(attributes.item(i).nodeName());
+            bool isStrange = !hasOnly(record, kind->attributes);
+            for (QDomElement child = record.firstChildElement(); !child.isNull();
+                 child = child.nextSiblingElement()) {
+                isStrange |= child.tagName() != kind->child ||
+                             !hasOnly(child, kind->childAttributes) ||
+                             !child.firstChildElement().isNull();
             }
             count += isStrange ? 1 : 0;
         }

@@ -5,7 +5,9 @@
 #include "DrawingTest.h"
 #include "HistoryUser.h"
 
+#include <QApplication>
 #include <QDomDocument>
+#include <QKeyEvent>
 
 namespace {
 
@@ -45,6 +47,24 @@ TEST_F(WholeHistory, BringsBackWhatAnErasedGroupWas) {
         editor->redo();
     }
     EXPECT_EQ(before, snapshot());
+}
+
+TEST_F(WholeHistory, AHeldKeyIsOneStep) {
+    create("Resistor.Basic", {0, 0});
+    itemOf("R1")->setSelected(true);
+    const int count = entries();
+    const QPointF start = itemOf("R1")->pos();
+    for (int i = 0; i < 6; ++i) {
+        // Held, let go of, and held again.
+        QKeyEvent press(QEvent::KeyPress, Qt::Key_Right, Qt::NoModifier, QString(), i % 3 != 0);
+        QApplication::sendEvent(editor, &press);
+        turnEventLoop();
+    }
+    EXPECT_EQ(entries(), count + 2);
+    editor->undo();
+    EXPECT_EQ(itemOf("R1")->pos(), start + QPointF(30, 0));
+    editor->redo();
+    EXPECT_EQ(itemOf("R1")->pos(), start + QPointF(60, 0));
 }
 
 namespace {

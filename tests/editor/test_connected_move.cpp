@@ -164,6 +164,21 @@ TEST_F(ConnectedMoves, GroupsMoveWholeWithTheirInnerWires) {
     expectWired();
 }
 
+TEST_F(ConnectedMoves, GroupsTurnAsOne) {
+    drawThree();
+    QMetaObject::invokeMethod(itemOf("R1"), "createElementPropertyTextBoxesForDisplayProperties");
+    const QByteArray before = snapshot();
+    editor->selectAll();
+    for (const Qt::Key turn : {Qt::Key_R, Qt::Key_R, Qt::Key_R, Qt::Key_R, Qt::Key_F, Qt::Key_F}) {
+        key(turn);
+        EXPECT_NE(snapshot() == before,
+                  circuit.element(0)->rotation() || circuit.element(0)->flip());
+        EXPECT_TRUE(isReached("R1.n") && isReached("R2.p") && isReached("R3.p"));
+        EXPECT_TRUE(isOrthogonal(wireAt("R1.n")->internalShape()));
+    }
+    EXPECT_EQ(before, snapshot());
+}
+
 TEST_F(ConnectedMoves, DropsJoinAndAskBeforeNamedNetsMeet) {
     create("Resistor.Basic", {-200, 0});
     create("Resistor.Basic", {0, 0});

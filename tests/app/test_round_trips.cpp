@@ -1,5 +1,7 @@
 // What a file holds, through loading and saving: nothing is lost, and saving again changes nothing.
 
+#include "ElementLibrary.h"
+#include "NetlistType.h"
 #include "ProjectFile.h"
 #include "WorkbenchProcess.h"
 
@@ -187,4 +189,39 @@ TEST_F(RoundTrips, KeepEveryKindOfRecord) {
     EXPECT_EQ(lines(drawing, "outputVariables", {"type", "text", "ac"}),
               QStringList({"2 cur=i_of_R1 false", "0 sum=nodev_ac_of_sum true",
                            "1 pin=nodev_of_sum false", "2 Ω=vout_ac_of_X1 true"}));
+}
+
+/// Each type of the library, turned and flipped, and one of a text netlist.
+TEST_F(RoundTrips, EveryTypeIsDrawnKeptAndWrittenForTheSimulator) {
+    ElementLibrary library;
+    ASSERT_TRUE(library.load(QStringLiteral(VORTEL_SOURCE_DIR "/workbench/library")));
+    const QStringList types = library.types()
+                              << NetlistType::nameFor(".subckt Own a b c\nR1 a b 1k\n.ends");
+    QByteArray circuit = "<!DOCTYPE VortelCircuit><VortelCircuit>";
+    for (int i = 0; i < types.size(); ++i) {
+        circuit += QStringLiteral(
+                       "<CircuitElement ID=\"%1\" X=\"%2\" Y=\"%3\" ElementType=\"%4\"><Property "
+                       "Name=\"Rotation\" Value=\"%5\"/><Property Name=\"Flip\" Value=\"%6\"/>"
+                       "</CircuitElement>")
+                       .arg(i)
+                       .arg(i % 10 * 200)
+                       .arg(i / 10 * 200)
+                       .arg(types.at(i))
+                       .arg(i % 4)
+                       .arg(i % 3)
+                       .toUtf8();
+    }
+    const QString file = write("all.ckt", circuit + "</VortelCircuit>");
+    EXPECT_EQ(run({"convert", file, path("all.vprj")}).status, 0);
+    EXPECT_EQ(run({"convert", path("all.vprj"), path("again.vprj")}).status, 0);
+    EXPECT_TRUE(contentOf(path("all.vprj")) == contentOf(path("again.vprj")));
+    const QByteArray before = run({"describe", file}).output;
+    EXPECT_TRUE(before == run({"describe", path("again.vprj")}).output);
+    EXPECT_EQ(lines(QJsonDocument::fromJson(before).object(), "elements", {"type"}), types);
+    EXPECT_EQ(run({"netlist", file, "-o", path("a.cir")}).status, 0);
+    EXPECT_EQ(run({"netlist", path("again.vprj"), "-o", path("b.cir")}).status, 0);
+    EXPECT_TRUE(contentOf(path("a.cir")) == contentOf(path("b.cir")));
+    const Outcome drawn = run({"export", file, "-o", path("all.svg")});
+    EXPECT_EQ(drawn.status, 0);
+    EXPECT_EQ(drawn.errorLines, QStringList());
 }

@@ -72,8 +72,11 @@ protected:
         QSignalSpy succeeded(panel, &SimulationPanel::succeeded);
         QSignalSpy failed(panel, &SimulationPanel::failed);
         QTest::keyClick(window.get(), Qt::Key_F5);
-        return QTest::qWaitFor([&] { return succeeded.count() + failed.count() > 0; }, RunMs) &&
-               failed.isEmpty();
+        const bool ended =
+            QTest::qWaitFor([&] { return succeeded.count() + failed.count() > 0; }, RunMs);
+        // The plots find their places.
+        QApplication::processEvents();
+        return ended && failed.isEmpty();
     }
     QTreeWidgetItem* row(const char* curve) {
         const auto rows =
@@ -163,6 +166,7 @@ TEST_F(SimulationPanelTest, ThePointerZoomsHidesAndShowsInTheDrawing) {
 
     // Cursors: dragging one changes what the list tells.
     plot->findChild<QAction*>("plotCursors")->trigger();
+    QApplication::processEvents();
     const double before = magnitude.invTransform(QwtPlot::xBottom, canvas->width() / 3);
     QTest::mousePress(canvas, Qt::LeftButton, {}, {canvas->width() / 3, 20});
     QTest::mouseMove(canvas, {canvas->width() / 2, 20});
@@ -172,6 +176,19 @@ TEST_F(SimulationPanelTest, ThePointerZoomsHidesAndShowsInTheDrawing) {
     EXPECT_EQ(row("output")->text(1), shortNumber(magnitude.valueAt(1, at), "dB") + ", " +
                                           shortNumber(page(1).valueAt(1, at), "°"));
     EXPECT_FALSE(row("output")->text(3).isEmpty());
+}
+
+TEST_F(SimulationPanelTest, OrdinatesAreLogarithmicWhereTheyCanBe) {
+    choose("Transient");
+    ASSERT_TRUE(run());
+    plot->findChild<QAction*>("plotLogY")->trigger();
+    EXPECT_GT(page(0).view().top(), 0);
+    plot->findChild<QAction*>("plotLogY")->trigger();
+    EXPECT_LT(page(0).view().top(), 0);
+    choose("AC");
+    ASSERT_TRUE(run());
+    plot->findChild<QAction*>("plotLogY")->trigger();
+    EXPECT_LT(page(0).view().top(), 0);  // decibels are logarithms already
 }
 
 TEST_F(SimulationPanelTest, SavesWhatItShows) {

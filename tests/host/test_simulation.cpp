@@ -321,6 +321,17 @@ TEST_F(Simulation, SaysWhatIsWrongAndWhere) {
     EXPECT_FALSE(run().isEmpty());
 }
 
+TEST_F(Simulation, NamesTheElementThatTheSimulatorStumblesOver) {
+    build(
+        QStringLiteral("BehavioralVoltage.Sources B1 a 0 expression=v(x)*foo\n"
+                       "Resistor.Basic R1 a 0\nGround.Basic GND1 0"));
+    setUp("op", {});
+    EXPECT_EQ(run(), QStringLiteral("The simulator complains about B1: Undefined parameter [foo]"));
+    EXPECT_EQ(element, QStringLiteral("B1"));
+    build(QStringLiteral("DCVoltage.Sources V1 a 0"));
+    EXPECT_EQ(run(), QStringLiteral("V1 closes a loop of voltage sources."));
+}
+
 TEST_F(Simulation, SurvivesASimulatorThatFails) {
     build(
         QStringLiteral("DCVoltage.Sources V1 a 0 V=1\nResistor.Basic R1 a 0\nGround.Basic GND1 0"));

@@ -2,7 +2,10 @@
 
 #include "ICircuitEditor.h"
 #include "ICircuitEditorExt.h"
+#include "ICircuitElement.h"
+#include "ICircuitElementDesc.h"
 #include "MainWindow.h"
+#include "NetlistType.h"
 #include "Workbench.h"
 
 #include <QDockWidget>
@@ -13,6 +16,17 @@
 namespace {
 
 constexpr char PanelName[] = "CPropertyEditorComponent.propertyEditor";
+
+/// The canvas offers the help of a type by its name, which may carry a text that fills the screen
+/// and has no help of its own.
+void hideEntriesOfTexts(ICircuitElement* element, QMenu* menu) {
+    const QString type = element->desc()->elementType();
+    for (QAction* action : menu->actions()) {
+        if (!NetlistType::textOf(type).isEmpty() && action->text().contains(type)) {
+            action->setVisible(false);
+        }
+    }
+}
 
 }  // namespace
 
@@ -39,6 +53,7 @@ void ElementTools::addEntries(ICircuitElement* element, QMenu* menu) {
         qobject_cast<ICircuitEditor*>(m_workbench.editorWidget())->unhighlight();
         item->setSelected(true);
     }
+    hideEntriesOfTexts(element, menu);
     for (QAction* action : qAsConst(m_actions)) {
         if (action) {
             menu->addAction(action);

@@ -68,6 +68,8 @@ MainWindow::MainWindow(Workbench* workbench) : m_workbench(workbench) {
     const QSize screen = QGuiApplication::primaryScreen()->availableSize();
     resize(QSize(1200, 800).boundedTo(screen * LargestPartOfScreen));
     setUnifiedTitleAndToolBarOnMac(true);
+    // The panels on the right need all the height that there is.
+    setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea);
 }
 
 bool MainWindow::build(QString* error) {

@@ -40,6 +40,8 @@ NetlistDialog::NetlistDialog(const QString& text, QWidget* parent)
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     m_text->setPlainText(text);
+    // What is pasted takes its place.
+    m_text->selectAll();
     check();
 }
 

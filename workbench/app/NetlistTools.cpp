@@ -16,11 +16,15 @@
 #include "SimulationPart.h"
 #include "Workbench.h"
 
-#include <QFile>
+#include <QDesktopServices>
 #include <QGraphicsItem>
 #include <QGraphicsScene>
+#include <QGraphicsView>
+#include <QKeyEvent>
 #include <QMainWindow>
+#include <QPointer>
 #include <QStatusBar>
+#include <QUrl>
 
 namespace {
 
@@ -48,7 +52,32 @@ void keepOutputVariables(Circuit& circuit, CircuitElement* from, CircuitElement*
 }  // namespace
 
 NetlistTools::NetlistTools(const Workbench& workbench, QWidget* window)
-    : QObject(window), m_workbench(workbench), m_window(window) {}
+    : QObject(window), m_workbench(workbench), m_window(window) {
+    workbench.canvas()->graphicsView()->installEventFilter(this);
+}
+
+bool NetlistTools::eventFilter(QObject* watched, QEvent* event) {
+    const bool isHelp = event->type() == QEvent::KeyPress &&
+                        static_cast<QKeyEvent*>(event)->key() == Qt::Key_F1 &&
+                        static_cast<QKeyEvent*>(event)->modifiers() == Qt::NoModifier;
+    if (!isHelp || !selected()) {
+        return QObject::eventFilter(watched, event);
+    }
+    QDesktopServices::openUrl(QUrl::fromLocalFile(
+        QStringLiteral(VORTEL_HELP_DIR "/Subcircuits/Subcircuits_Netlist.pdf")));
+    return true;
+}
+
+CircuitElement* NetlistTools::selected() const {
+    auto* items = qobject_cast<ICircuitEditorExt*>(m_workbench.editorWidget());
+    for (QGraphicsItem* item : m_workbench.canvas()->graphicsScene()->selectedItems()) {
+        CircuitElement* element = CircuitElement::from(items->elementFromItem(item));
+        if (element && !element->description()->data().netlist.isEmpty()) {
+            return element;
+        }
+    }
+    return nullptr;
+}
 
 ElementDescription* NetlistTools::description(const QString& type) const {
     return CSimulatorComponent::instance()->library().description(type);
@@ -71,12 +100,8 @@ QString NetlistTools::chosenType(const QString& type) {
 }
 
 void NetlistTools::editSelected() {
-    auto* items = qobject_cast<ICircuitEditorExt*>(m_workbench.editorWidget());
-    CircuitElement* element = nullptr;
-    for (QGraphicsItem* item : m_workbench.canvas()->graphicsScene()->selectedItems()) {
-        element = element ? element : CircuitElement::from(items->elementFromItem(item));
-    }
-    if (!element || element->description()->data().netlist.isEmpty()) {
+    CircuitElement* element = selected();
+    if (!element) {
         if (auto* window = qobject_cast<QMainWindow*>(m_window)) {
             window->statusBar()->showMessage(tr("Select an element that is made of a netlist"));
         }

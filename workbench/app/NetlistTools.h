@@ -25,7 +25,13 @@ public:
     /// Asks for another text for the selected element.
     void editSelected();
 
+protected:
+    /// F1 on the canvas: elements of a user's own text share the help of their kind.
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
+    /// Null unless an element that is made of a text netlist is selected.
+    CircuitElement* selected() const;
     /// Empty if the user doesn't want any.
     QString askFor(const QString& text);
     ElementDescription* description(const QString& type) const;

@@ -1,6 +1,7 @@
 #include "NetlistType.h"
 
 #include "CircuitElement.h"
+#include "StrokeText.h"
 
 #include <QCoreApplication>
 #include <QRegularExpression>
@@ -15,7 +16,8 @@ constexpr int PinDistance = 20;
 /// From the first pin to the upper edge: below the frame stands the name.
 constexpr int Head = 30;
 constexpr int LeadLength = 10;
-constexpr int LetterWidth = 7;
+/// From the upper edge to the middle of the name.
+constexpr int Title = 13;
 constexpr int Grid = 10;
 /// More isn't drawn by anybody, and what a file claims may be anything.
 constexpr int MostPins = 200;
@@ -99,7 +101,8 @@ QSize place(QVector<TerminalData>* pins, const QString& name) {
         longest[i < left ? 0 : 1] = std::max(longest[i < left ? 0 : 1], pins->at(i).name.size());
     }
     const int letters = std::max(longest[0] + longest[1] + 2, name.size());
-    const int halfWidth = (letters * LetterWidth / 2 + LeadLength) / Grid * Grid + 2 * Grid;
+    const int halfWidth =
+        (static_cast<int>(letters * StrokeText::Advance) / 2 + LeadLength) / Grid * Grid + 2 * Grid;
     const QSize half(halfWidth, (left - 1) * PinDistance / 2 / Grid * Grid + Head);
     for (int i = 0; i < pins->size(); ++i) {
         const int row = i < left ? i : i - left;
@@ -110,14 +113,9 @@ QSize place(QVector<TerminalData>* pins, const QString& name) {
 }
 
 QByteArray picture(const QVector<TerminalData>& pins, const QString& name, const QSize& half) {
-    const auto text = [](double x, double y, const char* anchor, const QString& letters) {
-        return QStringLiteral("  <text x=\"%1\" y=\"%2\" text-anchor=\"%3\">%4</text>\n")
-            .arg(x)
-            .arg(y)
-            .arg(QLatin1String(anchor), letters.toHtmlEscaped());
-    };
+    using StrokeText::Anchor;
     QString lines;
-    QString texts = text(0, 16 - half.height(), "middle", name);
+    QString texts = StrokeText::path(name, QPointF(0, Title - half.height()), Anchor::Middle);
     for (const TerminalData& pin : pins) {
         const double x = pin.position.x();
         const bool isLeft = x < 0;
@@ -125,8 +123,9 @@ QByteArray picture(const QVector<TerminalData>& pins, const QString& name, const
                      .arg(x)
                      .arg(pin.position.y())
                      .arg(x + (isLeft ? LeadLength : -LeadLength));
-        texts += text(x + (isLeft ? 1 : -1) * (LeadLength + 4), pin.position.y() + 4,
-                      isLeft ? "start" : "end", pin.name);
+        const QPointF beside(x + (isLeft ? 1 : -1) * (LeadLength + 4), pin.position.y());
+        texts += QLatin1Char(' ') +
+                 StrokeText::path(pin.name, beside, isLeft ? Anchor::Left : Anchor::Right);
     }
     return QStringLiteral(
                "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
@@ -145,8 +144,9 @@ QByteArray picture(const QVector<TerminalData>& pins, const QString& name, const
                .arg(2 * half.height() - 4)
                .arg(lines)
                .toUtf8() +
-           "  <g fill=\"#000000\" font-family=\"DejaVu Sans\" font-size=\"10\">\n" +
-           texts.toUtf8() + "  </g>\n</svg>\n";
+           "  <path fill=\"none\" stroke=\"#000000\" stroke-width=\"1\" "
+           "stroke-linecap=\"round\" stroke-linejoin=\"round\" d=\"" +
+           texts.toUtf8() + "\"/>\n</svg>\n";
 }
 
 /// The line of the element, and around the text a sub-circuit of its own: whatever names the text

@@ -57,16 +57,14 @@ public:
 }  // namespace
 
 CurvePlot::CurvePlot(const QString& quantity, bool xLog, bool yLog, QWidget* parent)
-    : QwtPlot(parent), m_grid(new QwtPlotGrid), m_xLog(!xLog), m_yLog(yLog) {
+    : QwtPlot(parent), m_grid(new QwtPlotGrid), m_xLog(!xLog), m_yLog(!yLog) {
     setAutoReplot(false);
     for (const int axis : {xBottom, yLeft}) {
         setAxisScaleDraw(axis, new EngineeringScale);
     }
     setAxisTitle(yLeft, QwtText(quantity, QwtText::PlainText));
     setXLog(xLog);
-    if (yLog) {
-        setAxisScaleEngine(yLeft, new QwtLogScaleEngine);
-    }
+    setYLog(yLog);
     plotLayout()->setAlignCanvasToScales(true);
     m_grid->enableXMin(true);
     m_grid->attach(this);
@@ -181,14 +179,31 @@ void CurvePlot::setCursors(bool shown, double first, double second) {
 }
 
 void CurvePlot::setXLog(bool log) {
-    if (log != m_xLog) {
-        m_xLog = log;
+    setLog(xBottom, log, &m_xLog);
+}
+
+void CurvePlot::setYLog(bool log) {
+    setLog(yLeft, log, &m_yLog);
+}
+
+void CurvePlot::setLog(int axis, bool log, bool* isLog) {
+    if (log != *isLog) {
+        *isLog = log;
         if (log) {
-            setAxisScaleEngine(xBottom, new QwtLogScaleEngine);
+            setAxisScaleEngine(axis, new QwtLogScaleEngine);
         } else {
-            setAxisScaleEngine(xBottom, new QwtLinearScaleEngine);
+            setAxisScaleEngine(axis, new QwtLinearScaleEngine);
         }
     }
+}
+
+bool CurvePlot::canBeLog() const {
+    for (const CurveItem* curve : m_curves) {
+        if (!curve->data().bounds(false, true).isNull()) {
+            return true;
+        }
+    }
+    return false;
 }
 
 bool CurvePlot::eventFilter(QObject* watched, QEvent* event) {

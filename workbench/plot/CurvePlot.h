@@ -42,6 +42,9 @@ public:
     /// Two upright lines.
     void setCursors(bool shown, double first, double second);
     void setXLog(bool log);
+    void setYLog(bool log);
+    /// Whether any ordinate is positive.
+    bool canBeLog() const;
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -59,6 +62,7 @@ protected:
 private:
     enum class Drag { None, Frame, Pan, Cursor };
 
+    void setLog(int axis, bool log, bool* isLog);
     void followPalette();
     bool press(const QPoint& place, Qt::MouseButton button);
     void move(const QPoint& place);

@@ -19,6 +19,7 @@
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -26,6 +27,8 @@ namespace {
 enum Column { Name, ValueA, ValueB, Difference };
 
 constexpr int IconSize = 12;
+/// Of the width, for the list with its values.
+constexpr double LargestShare = 0.5;
 
 QIcon colorIcon(const QColor& color) {
     QPixmap icon(IconSize, IconSize);
@@ -38,6 +41,7 @@ QIcon colorIcon(const QColor& color) {
 PlotPanel::PlotPanel(SimulationPart* simulation, QWidget* parent)
     : QWidget(parent),
       m_simulation(simulation),
+      m_halves(new QSplitter(Qt::Horizontal)),
       m_stack(new QSplitter(Qt::Vertical)),
       m_list(new QTreeWidget),
       m_reading(new QLabel),
@@ -59,6 +63,10 @@ PlotPanel::PlotPanel(SimulationPart* simulation, QWidget* parent)
     m_logAction = add(tr("Log X"), QStringLiteral("plotLogX"), tr("Logarithmic abscissa"));
     m_logAction->setCheckable(true);
     connect(m_logAction, &QAction::triggered, this, &PlotPanel::setXLog);
+    m_logYAction =
+        add(tr("Log Y"), QStringLiteral("plotLogY"), tr("Logarithmic ordinates, where any are"));
+    m_logYAction->setCheckable(true);
+    connect(m_logYAction, &QAction::triggered, this, &PlotPanel::setYLog);
     connect(add(tr("CSV..."), QStringLiteral("plotCsv"), tr("Save the values of all curves")),
             &QAction::triggered, this, &PlotPanel::exportCsv);
     connect(add(tr("SVG..."), QStringLiteral("plotSvg"), tr("Save what is seen as a picture")),
@@ -70,22 +78,22 @@ PlotPanel::PlotPanel(SimulationPart* simulation, QWidget* parent)
     m_list->setRootIsDecorated(false);
     m_list->setToolTip(tr("A tick shows the curve, a double click its net in the drawing"));
     m_list->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    m_list->header()->setStretchLastSection(false);
     connect(m_list, &QTreeWidget::itemChanged, this, &PlotPanel::listItemChanged);
     connect(m_list, &QTreeWidget::itemDoubleClicked, this,
             [this](QTreeWidgetItem* item) { pick(m_list->indexOfTopLevelItem(item)); });
     m_message->setWordWrap(true);
     m_message->setTextFormat(Qt::PlainText);
 
-    auto* halves = new QSplitter(Qt::Horizontal);
-    halves->addWidget(m_stack);
-    halves->addWidget(m_list);
-    halves->setStretchFactor(0, 4);
-    halves->setStretchFactor(1, 1);
+    m_halves->addWidget(m_stack);
+    m_halves->addWidget(m_list);
+    m_halves->setStretchFactor(0, 4);
+    m_halves->setStretchFactor(1, 1);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(bar);
-    layout->addWidget(halves, 1);
+    layout->addWidget(m_halves, 1);
     layout->addWidget(m_message);
 
     connect(simulation, &SimulationPart::resultsChanged, this, &PlotPanel::showResults);
@@ -123,6 +131,7 @@ void PlotPanel::setContent(PlotContent content, bool keepsView) {
     const QStringList quantities = m_content.quantities();
     if (keepsView) {
         content.xLog = m_logAction->isChecked();
+        content.yLog = m_logYAction->isChecked();
     } else {
         m_history.clear();
     }
@@ -138,6 +147,7 @@ void PlotPanel::setContent(PlotContent content, bool keepsView) {
     }
     m_stack->setVisible(!m_plots.isEmpty());
     m_logAction->setChecked(m_content.xLog);
+    m_logYAction->setChecked(m_content.yLog);
     fillList();
     setViews(keepsView && quantities == m_content.quantities() ? before : fittingViews(m_plots));
     if (!keepsView) {
@@ -268,6 +278,18 @@ void PlotPanel::showCursors(bool shown) {
         m_list->setColumnHidden(column, !isValue && (!shown || m_content.isPoint));
     }
     readCursors();
+    if (shown) {
+        makeRoomForValues();
+    }
+}
+
+void PlotPanel::makeRoomForValues() {
+    const int wanted = std::min(m_list->header()->length() + 2 * m_list->frameWidth(),
+                                static_cast<int>(LargestShare * m_halves->width()));
+    const QList<int> sizes = m_halves->sizes();
+    if (sizes.at(1) < wanted) {
+        m_halves->setSizes({sizes.at(0) + sizes.at(1) - wanted, wanted});
+    }
 }
 
 QString PlotPanel::valuesAt(const PlotCurve& curve, int number, double x) const {
@@ -324,6 +346,14 @@ void PlotPanel::setXLog(bool log) {
     fit();
     placeCursors();
     readCursors();
+}
+
+void PlotPanel::setYLog(bool log) {
+    m_content.yLog = log;
+    for (CurvePlot* plot : qAsConst(m_plots)) {
+        plot->setYLog(isYLog(m_content, *plot));
+    }
+    fit();
 }
 
 QByteArray PlotPanel::svg() const {

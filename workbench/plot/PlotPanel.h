@@ -56,10 +56,12 @@ private:
     void pick(int number);
     void showCursors(bool shown);
     void placeCursors();
+    void makeRoomForValues();
     /// "-3.01dB, -45°" of one curve.
     QString valuesAt(const PlotCurve& curve, int number, double x) const;
     void readCursors();
     void setXLog(bool log);
+    void setYLog(bool log);
     void save(const QString& suffix, const QByteArray& bytes);
     void changeEvent(QEvent* event) override;
 
@@ -70,10 +72,12 @@ private:
     QSet<QString> m_hidden;
     double m_cursors[2] = {0, 0};
     bool m_scheduled = false;
+    QSplitter* m_halves;
     QSplitter* m_stack;
     QTreeWidget* m_list;
     QLabel* m_reading;
     QLabel* m_message;
     QAction* m_cursorAction;
     QAction* m_logAction;
+    QAction* m_logYAction;
 };

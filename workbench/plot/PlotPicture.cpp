@@ -22,13 +22,19 @@ constexpr int PlotHeight = 320;
 
 }  // namespace
 
+bool isYLog(const PlotContent& content, const CurvePlot& plot) {
+    const QString quantity = plot.axisTitle(QwtPlot::yLeft).text();
+    const bool isLogAlready = quantity == QLatin1String("dB") || quantity == QLatin1String("°");
+    return content.yLog && !isLogAlready && plot.canBeLog();
+}
+
 QVector<CurvePlot*> makePlots(const PlotContent& content, QWidget* parent) {
     QVector<CurvePlot*> plots;
     if (content.isPoint) {
         return plots;
     }
     for (const QString& quantity : content.quantities()) {
-        auto* plot = new CurvePlot(quantity, content.xLog, content.yLog, parent);
+        auto* plot = new CurvePlot(quantity, content.xLog, false, parent);
         for (int i = 0; i < content.curves.size(); ++i) {
             const PlotCurve& curve = content.curves.at(i);
             for (const PlotTrace& trace : curve.traces) {
@@ -37,6 +43,7 @@ QVector<CurvePlot*> makePlots(const PlotContent& content, QWidget* parent) {
                 }
             }
         }
+        plot->setYLog(isYLog(content, *plot));
         plots.append(plot);
     }
     return plots;

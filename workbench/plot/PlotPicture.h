@@ -10,6 +10,8 @@
 class CurvePlot;
 class QWidget;
 
+/// Whether the plot's ordinate is to be logarithmic: where the content asks for it and it can be.
+bool isYLog(const PlotContent& content, const CurvePlot& plot);
 /// A plot for each quantity, with all curves.
 QVector<CurvePlot*> makePlots(const PlotContent& content, QWidget* parent);
 /// One beneath the other, with the abscissas aligned and named on the last.

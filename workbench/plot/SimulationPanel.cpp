@@ -100,7 +100,11 @@ SimulationPanel::SimulationPanel(SimulationPart* simulation, QWidget* parent)
     connect(m_cancel, &QPushButton::clicked, this, &SimulationPanel::cancel);
     connect(m_problems, &QListWidget::itemClicked, this, &SimulationPanel::pick);
     connect(simulation, &SimulationPart::setupChanged, this, &SimulationPanel::showSetup);
-    connect(&simulation->simulator(), &Simulator::progressed, m_progress, &QProgressBar::setValue);
+    connect(&simulation->simulator(), &Simulator::progressed, m_progress, [this](int percent) {
+        // Not every analysis tells how far it is: until it does the bar just moves.
+        m_progress->setRange(0, percent > 0 ? 100 : 0);
+        m_progress->setValue(percent);
+    });
     connect(&simulation->simulator(), &Simulator::finished, this, &SimulationPanel::ended);
     showSetup();
     setRunning(false);

@@ -222,8 +222,8 @@ private:
 
     /// The terminals of the voltage sources that the element is written with.
     void checkSource(CircuitElement* element) {
-        static const QRegularExpression source(
-            QStringLiteral("\\A[VEH]\\$\\{name\\}\\S* \\$\\{(\\w+)\\} \\$\\{(\\w+)\\}"));
+        static const QRegularExpression source(QStringLiteral(
+            "\\A(?:[VEH]|B(?=.* V=))\\$\\{name\\}\\S* \\$\\{(\\w+)\\} \\$\\{(\\w+)\\}"));
         for (const QString& line : element->description()->data().spice.lines) {
             const QRegularExpressionMatch match = source.match(line);
             CircuitNode* ends[] = {nodeOf(element, match.captured(1)),

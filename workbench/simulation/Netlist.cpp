@@ -187,6 +187,7 @@ QString CircuitWriter::connect(CircuitElementNode* terminal, bool measured) {
     const QString source = ammeter(stem, terminal->name());
     const QString behind = m_netNames.unique(QStringLiteral("%1_%2").arg(stem, terminal->name()));
     result.lines.append(QStringLiteral("%1 %2 %3 0").arg(source, net, behind));
+    result.ammeters.insert(source.toLower(), element->name());
     result.currents.insert(key, QStringLiteral("i(%1)").arg(source.toLower()));
     return behind;
 }

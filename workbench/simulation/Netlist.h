@@ -22,6 +22,8 @@ struct Netlist {
     QHash<QString, QString> nets;
     /// The drawing's element by the name of its device.
     QHash<QString, QString> elements;
+    /// The same by the name of an ammeter at it.
+    QHash<QString, QString> ammeters;
     QStringList lines;
 };
 

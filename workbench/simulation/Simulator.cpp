@@ -281,26 +281,37 @@ void Simulator::stopProcess() {
     }
 }
 
+QString Simulator::elementOf(const QString& word) const {
+    const QString device = word.section(QLatin1Char('#'), 0, 0);
+    return m_netlist.elements.value(device, m_netlist.ammeters.value(device));
+}
+
 QString Simulator::complaint(QString* element) const {
     static const QRegularExpression trouble(
         QStringLiteral("error|singular|too small|can't find|could not find|no such|unknown|"
-                       "no dc path|aborted"),
+                       "undefined|no dc path|aborted"),
         QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression place(QStringLiteral("\\bline no\\. (\\d+)"));
     static const QRegularExpression blanks(QStringLiteral("[\\s,:()]+"));
     QString first;
+    QString known;
     for (const QString& line : m_output.split(QLatin1Char('\n'))) {
+        // Of some faults it tells the line of what it has read.
+        const QRegularExpressionMatch number = place.match(line);
+        if (number.hasMatch() && known.isEmpty()) {
+            const QString read = m_netlist.lines.value(number.captured(1).toInt() - 1);
+            known = elementOf(read.section(QLatin1Char(' '), 0, 0).toLower());
+            continue;
+        }
         if (first.isEmpty() && trouble.match(line).hasMatch()) {
             first = line.simplified();
         }
-        if (first.isEmpty()) {
-            continue;
-        }
         for (const QString& word : line.toLower().split(blanks, Qt::SkipEmptyParts)) {
-            const QString known = m_netlist.elements.value(word);
-            if (!known.isEmpty()) {
-                *element = known;
-                return tr("The simulator complains about %1: %2").arg(known, first);
-            }
+            known = known.isEmpty() && !first.isEmpty() ? elementOf(word) : known;
+        }
+        if (!first.isEmpty() && !known.isEmpty()) {
+            *element = known;
+            return tr("The simulator complains about %1: %2").arg(known, first);
         }
     }
     return first.isEmpty() ? first : tr("The simulator complains: %1").arg(first);

@@ -69,6 +69,8 @@ private:
     void end(const QString& error, const QString& element = {});
     /// The first complaint in what was printed.
     QString complaint(QString* element) const;
+    /// The drawing's element behind what the simulator names; empty for any other word.
+    QString elementOf(const QString& word) const;
     QString writeInput() const;
 
     QString m_program;

@@ -1,7 +1,6 @@
 #pragma once
 
-// The least that the editor draws: resistors, and nets of two terminals. The solver refuses all
-// changes; a model that can be edited emits the signals that the interfaces' headers tell of.
+// The least that the editor draws. A model that can be edited emits the signals when it changes.
 
 #include <ICircuit.h>
 #include <ICircuitElement.h>
@@ -12,7 +11,6 @@
 #include <ICircuitSolver.h>
 #include <Plexa/AbstractComponent.h>
 #include <Plexa/DataStore.h>
-
 #include <QPixmap>
 
 struct Terminal : QObject, ICircuitElementNode {
@@ -29,10 +27,11 @@ struct Terminal : QObject, ICircuitElementNode {
     QPointF m_position;
 };
 
-/// Its own type and picture, too: a model with more than one type would share these.
+/// Its own type and picture, too, which others of the type would share.
 struct Resistor : QObject, ICircuitElement, ICircuitElementDesc, ICircuitElementVisual {
     Q_OBJECT
     Q_INTERFACES(ICircuitElement ICircuitElementDesc ICircuitElementVisual)
+public:
     Resistor(ICircuit* circuit, QString name) : m_circuit(circuit), m_name(name) {
         m_picture.fill(Qt::lightGray);
     }
@@ -66,11 +65,13 @@ struct Resistor : QObject, ICircuitElement, ICircuitElementDesc, ICircuitElement
     Terminal m_p{this, "p", {-30, 0}}, m_n{this, "n", {30, 0}};
 signals:
     void elementChanged();
+    void assignedModelChanged();
 };
 
 struct Net : QObject, ICircuitNode {
     Q_OBJECT
     Q_INTERFACES(ICircuitNode)
+public:
     Net(ICircuit* circuit, ICircuitElementNode* a, ICircuitElementNode* b)
         : m_circuit(circuit), m_ends{a, b} {}
     QObject* containerObject() override { return this; }
@@ -93,6 +94,7 @@ signals:
 struct TinyCircuit : Plexa::AbstractComponent, ICircuit, ICircuitSolver {
     Q_OBJECT
     Q_INTERFACES(ICircuit ICircuitSolver)
+public:
     QObject* containerObject() override { return this; }
     QObject* fetchObject(const QString& name) const override {
         return name == "TinyCircuit.solver" ? const_cast<TinyCircuit*>(this) : nullptr;
@@ -102,11 +104,11 @@ struct TinyCircuit : Plexa::AbstractComponent, ICircuit, ICircuitSolver {
     QString circuitSolverName() override { return "none"; }
     int elementCount() override { return 2; }
     ICircuitElement* element(int index) override { return index == 0 ? &m_r1 : &m_r2; }
-    int nodeCount() override { return 1; }
+    int nodeCount() override { return m_nets; }
     ICircuitNode* node(int) override { return &m_net; }
     QList<ICircuitNode*> nodes(QString) override { return {}; }
-
     // clang-format off
+    void join() { m_nets = 1; emit nodeAdded(&m_net); }
     // Nothing can be changed, and there are no parameters, output variables nor device models.
     void addElement(ICircuitElement*) override {}  void removeElement(ICircuitElement*) override {}
     void removeNode(ICircuitNode*) override {}  void clear() override {}
@@ -128,8 +130,8 @@ struct TinyCircuit : Plexa::AbstractComponent, ICircuit, ICircuitSolver {
     void removeOutputVariable(ICircuitOutputVariable*) override {}
     int modelCount() override { return 0; }
     QString modelName(int) override { return {}; }  QString modelFile(int) override { return {}; }
-
     Resistor m_r1{this, "R1"}, m_r2{this, "R2"};
+    int m_nets = 0;
     Net m_net{this, m_r1.elementNode("n"), m_r2.elementNode("p")};
 signals:
     void elementAdded(ICircuitElement* element);  void elementRemoved(ICircuitElement* element);

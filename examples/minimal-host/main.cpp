@@ -12,8 +12,6 @@
 #include <QGraphicsItem>
 #include <QMainWindow>
 
-#include <memory>
-
 constexpr char Description[] = R"({"components": [
     {"name": "TinyCircuit", "objects": ["solver"]},
     {"name": "CCircuitEditorComponent", "objects": ["circuitEditor"],
@@ -21,7 +19,7 @@ constexpr char Description[] = R"({"components": [
 
 int main(int argc, char** argv) {
     QApplication application(argc, argv);
-    auto window = std::make_unique<QMainWindow>();
+    auto* window = new QMainWindow;
     auto* manager = Plexa::ComponentManager::instance();
     Plexa::ComponentFactory::instance()->registerComponentInfo(
         "TinyCircuit", []() -> Plexa::AbstractComponent* { return new TinyCircuit; },
@@ -30,7 +28,6 @@ int main(int argc, char** argv) {
     QString error;
     bool ok = description.parse(Description, &error);
     manager->setGuiDescription(description);
-    manager->setMainWindow(window.get());
     ok = ok && !Plexa::loadPlugin(PLUGIN, &error).isEmpty() && manager->createComponents(&error) &&
          manager->configureObjects(&error);
     if (!ok) {
@@ -43,15 +40,16 @@ int main(int argc, char** argv) {
     auto* circuit = static_cast<TinyCircuit*>(manager->component("TinyCircuit"));
     QObject* editor =
         manager->object(manager->component("CCircuitEditorComponent"), "circuitEditor");
-    // The model knows no places: all elements are at the origin at first.
+    // The model knows no places, and the editor moves no element that is wired.
     auto* items = qobject_cast<ICircuitEditorExt*>(editor);
     items->itemFor(circuit->element(0))->setPos(-100, -40);
     items->itemFor(circuit->element(1))->setPos(100, 40);
+    circuit->join();
     window->setCentralWidget(qobject_cast<QWidget*>(editor));
     window->show();
     qobject_cast<ICanvas*>(editor)->zoomFit();
     const int result = QApplication::exec();
-    window.reset();  // the canvas goes first, then the components
+    delete window;  // the canvas goes first, then the components
     manager->shutdown();
     return result;
 }

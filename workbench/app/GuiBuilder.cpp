@@ -9,7 +9,9 @@
 
 #include <Plexa/MethodCall.h>
 
+#include <QAbstractItemView>
 #include <QAction>
+#include <QCoreApplication>
 #include <QDockWidget>
 #include <QMainWindow>
 #include <QMenuBar>
@@ -22,6 +24,13 @@ namespace {
 
 // Of the window's width; the rest is the canvas's.
 constexpr double LargestShareOfDocks = 0.6;
+
+QString text(const QVariantMap& map, const char* key);
+
+/// What people read, in their language.
+QString shown(const QVariantMap& map, const char* key) {
+    return QCoreApplication::translate("gui", text(map, key).toUtf8());
+}
 
 QString text(const QVariantMap& map, const char* key) {
     return map.value(QLatin1String(key)).toString();
@@ -58,7 +67,7 @@ bool GuiBuilder::build(QString* error) {
         return true;
     };
     const auto makeMenu = [this](const QVariantMap& description) {
-        QMenu* menu = m_window->menuBar()->addMenu(text(description, "title"));
+        QMenu* menu = m_window->menuBar()->addMenu(shown(description, "title"));
         menu->setObjectName(text(description, "name"));
         return fillMenu(menu, list(description, "items"));
     };
@@ -100,7 +109,7 @@ bool GuiBuilder::makeAction(const QString& id, const QVariantMap& description) {
     if (!isComponents) {
         action->setObjectName(id);
     }
-    action->setText(text(description, "text"));
+    action->setText(shown(description, "text"));
     const QString icon = text(description, "icon");
     if (!icon.isEmpty()) {
         // A resource of a component, or one of the application's own.
@@ -113,7 +122,7 @@ bool GuiBuilder::makeAction(const QString& id, const QVariantMap& description) {
         shortcuts.append(QKeySequence(keys));
     }
     action->setShortcuts(shortcuts);
-    const QString tip = text(description, "tip");
+    const QString tip = shown(description, "tip");
     const QString keys = action->shortcut().toString(QKeySequence::NativeText);
     action->setToolTip(keys.isEmpty() ? tip : QStringLiteral("%1 (%2)").arg(tip, keys));
     action->setStatusTip(tip);
@@ -255,9 +264,15 @@ bool GuiBuilder::makeDock(const QVariantMap& description) {
     if (!content) {
         return false;
     }
-    auto* dock = new QDockWidget(text(description, "title"), m_window);
+    auto* dock = new QDockWidget(shown(description, "title"), m_window);
     dock->setObjectName(text(description, "action"));
     dock->setWidget(content);
+    // The components' own views say nothing of themselves to a screen reader.
+    for (QWidget* view : content->findChildren<QAbstractItemView*>()) {
+        if (view->accessibleName().isEmpty()) {
+            view->setAccessibleName(dock->windowTitle());
+        }
+    }
     static const QHash<QString, Qt::DockWidgetArea> areas = {
         {QStringLiteral("left"), Qt::LeftDockWidgetArea},
         {QStringLiteral("bottom"), Qt::BottomDockWidgetArea}};
@@ -298,7 +313,7 @@ bool GuiBuilder::fillMenu(QMenu* menu, const QVariantList& items) {
     for (const QVariant& item : items) {
         if (item.type() == QVariant::Map) {
             const QVariantMap description = item.toMap();
-            QMenu* submenu = menu->addMenu(text(description, "title"));
+            QMenu* submenu = menu->addMenu(shown(description, "title"));
             // By its name the window finds a menu that it fills itself.
             submenu->setObjectName(text(description, "name"));
             if (!fillMenu(submenu, list(description, "items"))) {
@@ -316,7 +331,7 @@ bool GuiBuilder::fillMenu(QMenu* menu, const QVariantList& items) {
 }
 
 bool GuiBuilder::makeToolBar(const QVariantMap& description) {
-    QToolBar* bar = m_window->addToolBar(text(description, "title"));
+    QToolBar* bar = m_window->addToolBar(shown(description, "title"));
     bar->setObjectName(text(description, "title"));
     for (const QVariant& item : list(description, "items")) {
         QAction* named = action(item.toString());

@@ -1,6 +1,7 @@
 #include "KeysPage.h"
 
 #include <QAction>
+#include <QCoreApplication>
 #include <QKeySequence>
 #include <QMenu>
 #include <QMenuBar>
@@ -66,9 +67,11 @@ QString keysPage(const QMenuBar& menus, const QVariantList& gestures) {
     QString rows;
     for (const QVariant& entry : gestures) {
         const QVariantMap gesture = entry.toMap();
-        rows += row({gesture.value(QStringLiteral("on")).toString(),
-                     gesture.value(QStringLiteral("do")).toString(),
-                     gesture.value(QStringLiteral("effect")).toString()});
+        const auto shown = [&gesture](const char* key) {
+            return QCoreApplication::translate("gui",
+                                               gesture.value(QLatin1String(key)).toByteArray());
+        };
+        rows += row({shown("on"), shown("do"), shown("effect")});
     }
-    return html + table(QStringLiteral("On the canvas"), rows);
+    return html + table(QCoreApplication::translate("KeysPage", "On the canvas"), rows);
 }

@@ -2,6 +2,7 @@
 
 #include "AscImport.h"
 #include "Autosave.h"
+#include "CanvasAccessible.h"
 #include "DrawingSearch.h"
 #include "ElementTools.h"
 #include "FileState.h"
@@ -12,8 +13,10 @@
 #include "ICircuitEditorExt.h"
 #include "NetlistTools.h"
 #include "OperatingPoint.h"
+#include "KeyboardPointer.h"
 #include "PictureExport.h"
 #include "PlacingTools.h"
+#include "Printing.h"
 #include "ProjectManager.h"
 #include "Questions.h"
 #include "RecentFiles.h"
@@ -45,6 +48,7 @@ namespace {
 constexpr char ProjectFilter[] = "VORTEL Project (*.vprj)";
 constexpr char CircuitFilter[] = "VORTEL Circuit (*.ckt)";
 constexpr char AscFilter[] = "LTspice (*.asc)";
+constexpr char WireTool[] = "CCircuitEditorComponent.manualCtorMode";
 constexpr char BothFilter[] = "VORTEL Files (*.vprj *.ckt)";
 
 /// "&1 name", and so on; an ampersand in the name is no mark of a key.
@@ -95,6 +99,9 @@ bool MainWindow::build(QString* error) {
         {QStringLiteral("exportValues"), [] {}},
         {QStringLiteral("showValues"), [] {}},
         {QStringLiteral("editNetlist"), [this] { m_netlists->editSelected(); }},
+        {QStringLiteral("pageSetup"), [this] { m_printing->setUpPage(); }},
+        {QStringLiteral("printPreview"), [this] { m_printing->preview(); }},
+        {QStringLiteral("print"), [this] { m_printing->print(); }},
         {QStringLiteral("find"), [this] { m_search->open(); }},
         {QStringLiteral("placeAny"), [this] { m_placing->choose(); }},
         {QStringLiteral("properties"), [this] { m_elements->editProperties(); }},
@@ -115,6 +122,11 @@ bool MainWindow::build(QString* error) {
             [this](const QString& message) { statusBar()->showMessage(message); });
     new WorkSign(statusBar(), m_workbench->editorWidget());
     new WireMenu(m_workbench->editorWidget(), this);
+    auto* accessible = new CanvasAccessible(*m_workbench, this);
+    if (auto* wireTool = qobject_cast<QAction*>(m_workbench->object(QLatin1String(WireTool)))) {
+        auto* pointer = new KeyboardPointer(*m_workbench, wireTool, this);
+        connect(pointer, &KeyboardPointer::reached, accessible, &CanvasAccessible::announce);
+    }
     new SimulationTools(*m_workbench, this);
     m_workbench->editorWidget()->setFocus();
     showDocument();
@@ -128,6 +140,7 @@ void MainWindow::makeTools() {
     m_elements = new ElementTools(*m_workbench, this);
     m_pictures = new PictureExport(m_workbench, this);
     m_help = new HelpMenu(*m_workbench, this);
+    m_printing = new Printing(m_workbench, this);
 }
 
 void MainWindow::finishMenus() {

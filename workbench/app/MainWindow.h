@@ -12,6 +12,7 @@ class ElementTools;
 class GuiBuilder;
 class HelpMenu;
 class NetlistTools;
+class Printing;
 class PictureExport;
 class PlacingTools;
 class DrawingSearch;
@@ -99,4 +100,5 @@ private:
     ElementTools* m_elements = nullptr;
     PictureExport* m_pictures = nullptr;
     HelpMenu* m_help = nullptr;
+    Printing* m_printing = nullptr;
 };

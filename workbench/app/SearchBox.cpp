@@ -23,6 +23,8 @@ SearchBox::SearchBox(const QString& prompt, Search search, QWidget* parent)
       m_nothing(new QLabel(this)),
       m_list(new QListWidget(this)) {
     m_field->setPlaceholderText(prompt);
+    m_field->setAccessibleName(prompt);
+    m_list->setAccessibleName(tr("What fits"));
     m_field->installEventFilter(this);
     m_nothing->setTextFormat(Qt::PlainText);
     m_nothing->setWordWrap(true);

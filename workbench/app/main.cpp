@@ -12,8 +12,11 @@
 #include <QFile>
 #include <QHash>
 #include <QIcon>
+#include <QLibraryInfo>
+#include <QLocale>
 #include <QMessageBox>
 #include <QTimer>
+#include <QTranslator>
 
 namespace {
 
@@ -57,7 +60,27 @@ bool start(Workbench& workbench, const CommandLine& line, QWidget* window) {
     return true;
 }
 
+/// The window's language, if it is one of those that the program speaks. Commands keep to English.
+void installTranslations(QTranslator* own, QTranslator* ofQt) {
+    if (!own->load(QLocale(), QStringLiteral("workbench"), QStringLiteral("_"),
+                   QStringLiteral(":/translations"))) {
+        return;
+    }
+    QCoreApplication::installTranslator(own);
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    const QString folder = QLibraryInfo::path(QLibraryInfo::TranslationsPath);
+#else
+    const QString folder = QLibraryInfo::location(QLibraryInfo::TranslationsPath);
+#endif
+    if (ofQt->load(QLocale(), QStringLiteral("qtbase"), QStringLiteral("_"), folder)) {
+        QCoreApplication::installTranslator(ofQt);
+    }
+}
+
 int runWindow(const CommandLine& line) {
+    QTranslator translator;
+    QTranslator translatorOfQt;
+    installTranslations(&translator, &translatorOfQt);
     Workbench workbench;
     MainWindow window(&workbench);
     QString message;

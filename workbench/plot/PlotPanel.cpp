@@ -74,6 +74,7 @@ PlotPanel::PlotPanel(SimulationPart* simulation, QWidget* parent)
     bar->addSeparator();
     bar->addWidget(m_reading);
 
+    m_list->setAccessibleName(tr("Curves"));
     m_list->setHeaderLabels({tr("Curve"), tr("A"), tr("B"), tr("B − A")});
     m_list->setRootIsDecorated(false);
     m_list->setToolTip(tr("A tick shows the curve, a double click its net in the drawing"));

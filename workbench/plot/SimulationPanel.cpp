@@ -53,6 +53,7 @@ SimulationPanel::SimulationPanel(SimulationPart* simulation, QWidget* parent)
     }
     m_analysis->setObjectName(QStringLiteral("analysis"));
     m_problems->setObjectName(QStringLiteral("problems"));
+    m_problems->setAccessibleName(tr("Problems"));
     m_problems->setWordWrap(true);
     m_problems->setMinimumHeight(LeastProblems);
     m_hint->setObjectName(QStringLiteral("hint"));

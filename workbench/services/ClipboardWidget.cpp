@@ -34,6 +34,7 @@ ClipboardWidget::ClipboardWidget(QWidget* parent)
       m_hint(new QLabel(this)),
       m_list(new QListWidget(this)),
       m_clear(new QAction(tr("Clear History"), this)) {
+    m_list->setAccessibleName(tr("Clipboard"));
     setWindowTitle(tr("Clipboard"));
     m_hint->setWordWrap(true);
     m_list->setIconSize(IconSize);

@@ -75,6 +75,8 @@ ElementExplorer::ElementExplorer(QWidget* parent)
       m_tree(new PaletteTree(this)) {
     setWindowTitle(tr("Elements"));
     m_filter->setPlaceholderText(tr("Filter"));
+    m_filter->setAccessibleName(tr("Filter"));
+    m_tree->setAccessibleName(tr("Elements"));
     m_filter->setClearButtonEnabled(true);
     m_filter->installEventFilter(this);
     m_nothing->setTextFormat(Qt::PlainText);

@@ -110,6 +110,7 @@ PropertyEditor::PropertyEditor(QWidget* parent)
     m_title->setText(propertyTitleOf(nullptr));
     m_tree->setColumnCount(2);
     m_tree->setHeaderLabels({tr("Property"), tr("Value")});
+    m_tree->setAccessibleName(tr("Properties"));
     m_tree->header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
     m_tree->setAlternatingRowColors(true);
     m_tree->setIndentation(12);

@@ -13,6 +13,7 @@
 #include "NetlistDialog.h"
 #include "NetlistType.h"
 #include "OutputVariable.h"
+#include "Places.h"
 #include "SimulationPart.h"
 #include "Workbench.h"
 
@@ -64,7 +65,7 @@ bool NetlistTools::eventFilter(QObject* watched, QEvent* event) {
         return QObject::eventFilter(watched, event);
     }
     QDesktopServices::openUrl(QUrl::fromLocalFile(
-        QStringLiteral(VORTEL_HELP_DIR "/Subcircuits/Subcircuits_Netlist.pdf")));
+        Places::data(QStringLiteral("help/Subcircuits/Subcircuits_Netlist.pdf"))));
     return true;
 }
 

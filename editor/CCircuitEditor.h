@@ -6,6 +6,7 @@
 #include "ICircuitEditorExt.h"
 #include "ICircuitEditorExt2.h"
 #include "IProjectPart.h"
+#include "IProjectPieces.h"
 #include "IProjectSavedState.h"
 
 #include <QColor>
@@ -34,10 +35,11 @@ class CCircuitEditor : public QGraphicsView,
                        public virtual IProjectPart,
                        public virtual ICircuitEditorExt,
                        public virtual ICircuitEditorExt2,
-                       public virtual IProjectSavedState {
+                       public virtual IProjectSavedState,
+                       public virtual IProjectPieces {
     Q_OBJECT
-    Q_INTERFACES(
-        ICanvas ICircuitEditor IProjectPart ICircuitEditorExt ICircuitEditorExt2 IProjectSavedState)
+    Q_INTERFACES(ICanvas ICircuitEditor IProjectPart ICircuitEditorExt ICircuitEditorExt2
+                     IProjectSavedState IProjectPieces)
     Q_PROPERTY(int GridSize READ gridSize WRITE setGridSize)
     Q_PROPERTY(QColor GridColor READ gridColor WRITE setGridColor)
     Q_PROPERTY(int DarkGridColorPercent READ darkGridColorPercent WRITE setDarkGridColorPercent)
@@ -180,6 +182,8 @@ public:
     bool hasTurnInPicture();
     /// The drawing as one JSON object in UTF-8 with stable order, for comparing drawings.
     Q_INVOKABLE QByteArray describe() const;
+    /// Writes the same as it comes; false if the target doesn't take it.
+    Q_INVOKABLE bool describeTo(QIODevice* target) const;
     /// What the next undo or redo is about; empty for a command without a text.
     Q_INVOKABLE QString undoText() const;
     Q_INVOKABLE QString redoText() const;
@@ -257,6 +261,10 @@ public:
     bool initializeProjectPart() override;
     bool saveProjectPart(QDomDocument document, QDomElement element) override;
     bool closeProjectPart() override;
+
+    // IProjectPieces
+    bool saveProjectPieces(QDomDocument document, QDomElement element,
+                           const std::function<void()>& written) override;
 
     // IProjectSavedState: false without a complete history
     void markSaved() override;

@@ -141,7 +141,10 @@ void CCircuitEditorElementItem::reloadElement() {
             size.height());
     QTransform rotation;
     rotation.rotate(Angles[d->element->rotation()], Qt::ZAxis);
-    setTransform(rotation, false);
+    // Most are not rotated, and need no room for a transform then.
+    if (rotation != transform()) {
+        setTransform(rotation, false);
+    }
     updateToolTip();
     for (CCircuitEditorElementNodeItem* terminal : qAsConst(d->elementNodeItemMap)) {
         terminal->reloadNode();

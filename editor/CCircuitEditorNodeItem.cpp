@@ -33,6 +33,17 @@ bool coincide(const QPointF& a, const QPointF& b) {
     return std::abs(a.x() - b.x()) <= SamePoint && std::abs(a.y() - b.y()) <= SamePoint;
 }
 
+/// The same path without the room that one keeps for further points.
+QPainterPath squeezed(const QPainterPath& path) {
+    if (path.isEmpty()) {
+        return path;
+    }
+    QPainterPath exact(path.elementAt(0));
+    exact.reserve(path.elementCount());
+    exact.addPath(path);
+    return exact;
+}
+
 }  // namespace
 
 /// What a net looks like to the router.
@@ -139,7 +150,7 @@ QPainterPath CCircuitEditorNodeItemData::route(const NetOutline& net) const {
         CircuitGeometry::routeBranch(terminal.point, meeting, terminal.direction, wireClearance,
                                      path);
     }
-    return path;
+    return squeezed(path);
 }
 
 CCircuitEditorNodeItem::CCircuitEditorNodeItem(CCircuitEditor* editor)

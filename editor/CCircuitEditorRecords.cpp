@@ -154,12 +154,13 @@ void CCircuitEditorData::loadNode(const QDomElement& record, const ElementsById&
     }
     ICircuitElementNode* first = storedTerminal(terminals.at(0), elements);
     ICircuitElementNode* second = first ? storedTerminal(terminals.at(1), elements) : nullptr;
-    // Each terminal that joins would route the whole net anew.
-    const RoutingHold hold(this);
+    // Routed as it is told: whoever hears of a new net may look at its wire.
     ICircuitNode* node = second ? circuitSolver->makeConnection(first, second) : nullptr;
     if (!node) {
         return;
     }
+    // Each further terminal that joins would route the whole net anew.
+    std::optional<RoutingHold> hold(this);
     // A solver may merge the other way, and free the node.
     const QPointer<QObject> guard(node->containerObject());
     node->setName(record.attribute(QStringLiteral("Name")));
@@ -179,7 +180,8 @@ void CCircuitEditorData::loadNode(const QDomElement& record, const ElementsById&
         // An automatic wire is held in item coordinates, too: the move is to change nothing.
         item->updateNode();
     }
-    if (qobjectLoadSave) {
+    hold.reset();
+    if (qobjectLoadSave && guard) {
         qobjectLoadSave->load(node->containerObject(), record.ownerDocument(), record);
     }
 }

@@ -7,6 +7,8 @@
 #include <QFile>
 #include <QTextStream>
 
+#include <algorithm>
+
 namespace {
 
 const QString CircuitRoot = QStringLiteral("VortelCircuit");
@@ -36,6 +38,19 @@ public:
     QDomDocument document;
     QDomElement root;
 };
+
+/// The text of a file in Latin-1, up to its first NUL, in UTF-8. Empty if it can't be read.
+QByteArray readCircuitFile(const QString& fileName) {
+    QFile file(fileName);
+    QByteArray bytes = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    const int end = bytes.indexOf('\0');
+    if (end >= 0) {
+        bytes.truncate(end);
+    }
+    const bool isAscii = std::all_of(bytes.cbegin(), bytes.cend(),
+                                     [](char c) { return static_cast<uchar>(c) < 0x80; });
+    return isAscii ? bytes : QString::fromLatin1(bytes).toUtf8();
+}
 
 }  // namespace
 
@@ -72,13 +87,7 @@ void CCircuitEditor::load(QString fileName) {
     if (!d->xmlUtils || !circuit()) {
         return;
     }
-    QFile file(fileName);
-    QByteArray bytes = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    file.close();
-    // Up to the first NUL byte.
-    const QString text = QString::fromLatin1(bytes.constData());
-    bytes.clear();
-    const CircuitFileText records(text);
+    const CircuitFileText records(readCircuitFile(fileName));
     if (records.isPlain()) {
         clearEditor();
         d->loadRecords(records);
@@ -86,7 +95,8 @@ void CCircuitEditor::load(QString fileName) {
         return;
     }
     QDomDocument document;
-    if (!document.setContent(text) || document.documentElement().isNull()) {
+    if (!document.setContent(QString::fromUtf8(records.text())) ||
+        document.documentElement().isNull()) {
         return;
     }
     clearEditor();

@@ -18,6 +18,7 @@
 #include "IEditableProperties.h"
 #include "JsonWriter.h"
 
+#include <QBuffer>
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QMap>
@@ -201,9 +202,17 @@ QJsonArray describeOutputVariables(const CCircuitEditor* editor) {
 }  // namespace
 
 QByteArray CCircuitEditor::describe() const {
+    QByteArray text;
+    QBuffer buffer(&text);
+    buffer.open(QIODevice::WriteOnly);
+    describeTo(&buffer);
+    return text;
+}
+
+bool CCircuitEditor::describeTo(QIODevice* target) const {
     ICircuit* bound = circuit();
     auto* titled = bound ? qobject_cast<ICircuitTitle*>(bound->containerObject()) : nullptr;
-    JsonWriter json;
+    JsonWriter json(target);
     json.beginObject();
     json.key("elements");
     json.beginArray();
@@ -229,5 +238,5 @@ QByteArray CCircuitEditor::describe() const {
     describeTextBoxes(json, this);
     json.member("title", titled ? titled->title() : QString());
     json.endObject();
-    return json.take();
+    return json.finish();
 }

@@ -53,6 +53,11 @@ bool CCircuitEditor::initializeProjectPart() {
 }
 
 bool CCircuitEditor::saveProjectPart(QDomDocument document, QDomElement element) {
+    return saveProjectPieces(document, element, [] {});
+}
+
+bool CCircuitEditor::saveProjectPieces(QDomDocument document, QDomElement element,
+                                       const std::function<void()>& written) {
     ICircuit* bound = circuit();
     if (!bound) {
         return false;
@@ -65,10 +70,12 @@ bool CCircuitEditor::saveProjectPart(QDomDocument document, QDomElement element)
     appendComment(document, element, QStringLiteral("Circuit Element Information"));
     for (int i = 0; i < bound->elementCount(); ++i) {
         d->saveElement(document, element, bound->element(i));
+        written();
     }
     appendComment(document, element, QStringLiteral("Circuit Node Information"));
     for (int i = 0; i < bound->nodeCount(); ++i) {
         d->saveNode(document, element, bound->node(i));
+        written();
     }
     appendComment(document, element, QStringLiteral("Global Variables Information"));
     for (int i = 0; i < bound->globalVariableCount(); ++i) {
@@ -82,6 +89,7 @@ bool CCircuitEditor::saveProjectPart(QDomDocument document, QDomElement element)
         element.appendChild(record);
     }
     d->saveAnnotations(document, element);
+    written();
     return true;
 }
 

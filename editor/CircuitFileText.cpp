@@ -1,7 +1,10 @@
 #include "CircuitFileText.h"
 
+#include <QBuffer>
 #include <QDomDocument>
 #include <QXmlStreamReader>
+
+#include <utility>
 
 namespace {
 
@@ -12,43 +15,51 @@ const QLatin1String ElementTag("CircuitElement");
 const QLatin1String NodeTag("CircuitNode");
 
 /// Whether the text has nothing that streams and documents might take differently, faults aside.
-bool hasPlainMarkup(const QString& text) {
-    QChar quote;
+bool hasPlainMarkup(const QByteArray& text) {
+    uchar quote = 0;
     bool isInTag = false;
-    for (int i = 0; i < text.size(); ++i) {
-        const QChar c = text.at(i);
+    // It ends with a NUL.
+    for (const char* at = text.constData(); *at != 0; ++at) {
+        const auto c = static_cast<uchar>(*at);
         if (!isInTag) {
-            if (c == QLatin1Char('<')) {
+            if (c == '<') {
                 isInTag = true;
-                const QChar next = i + 1 < text.size() ? text.at(i + 1) : QChar();
-                const bool isDeclaration =
-                    next == QLatin1Char('!') &&
-                    !QStringView(text).mid(i).startsWith(QLatin1String("<!DOCTYPE "));
-                if (next == QLatin1Char('?') || isDeclaration) {
+                const bool isDeclaration = at[1] == '!' && qstrncmp(at, "<!DOCTYPE ", 10) != 0;
+                if (at[1] == '?' || isDeclaration) {
                     return false;
                 }
             }
-        } else if (!quote.isNull()) {
+        } else if (quote != 0) {
             if (c == quote) {
-                quote = QChar();
-            } else if (c.unicode() < 0x20) {
+                quote = 0;
+            } else if (c < 0x20) {
                 return false;
             }
-        } else if (c == QLatin1Char('"') || c == QLatin1Char('\'')) {
+        } else if (c == '"' || c == '\'') {
             quote = c;
-        } else if (c == QLatin1Char('>')) {
+        } else if (c == '>') {
             isInTag = false;
-        } else if (c == QLatin1Char('[') || c.unicode() >= 0x80) {
+        } else if (c == '[' || c >= 0x80) {
             return false;
         }
     }
     return true;
 }
 
-void prepare(QXmlStreamReader* reader) {
-    // As the documents do it: a prefix is a part of the name.
-    reader->setNamespaceProcessing(false);
-}
+/// Reads piece by piece: of a text that it is given as a whole a reader makes three copies.
+class TextReader : public QXmlStreamReader {
+public:
+    explicit TextReader(const QByteArray& text) {
+        m_text.setData(text);
+        m_text.open(QIODevice::ReadOnly);
+        setDevice(&m_text);
+        // As the documents do it: a prefix is a part of the name.
+        setNamespaceProcessing(false);
+    }
+
+private:
+    QBuffer m_text;
+};
 
 /// The element that the reader has come to, read to its end.
 QDomElement readElement(QXmlStreamReader* reader, QDomDocument document) {
@@ -68,13 +79,12 @@ QDomElement readElement(QXmlStreamReader* reader, QDomDocument document) {
 
 }  // namespace
 
-CircuitFileText::CircuitFileText(const QString& text) : m_text(text) {
-    m_isPlain = hasPlainMarkup(text) && isWellFormed();
+CircuitFileText::CircuitFileText(QByteArray text) : m_text(std::move(text)) {
+    m_isPlain = hasPlainMarkup(m_text) && isWellFormed();
 }
 
 bool CircuitFileText::isWellFormed() {
-    QXmlStreamReader reader(m_text);
-    prepare(&reader);
+    TextReader reader(m_text);
     int depth = 0;
     bool hasNode = false;
     while (!reader.atEnd() && depth <= DeepestNesting) {
@@ -99,8 +109,7 @@ void CircuitFileText::forEachRecord(const Use& useElement, const Use& useNode) c
 }
 
 void CircuitFileText::readRecords(const Use& useElement, const Use& useNode) const {
-    QXmlStreamReader reader(m_text);
-    prepare(&reader);
+    TextReader reader(m_text);
     reader.readNextStartElement();
     QDomDocument document;
     QDomElement root = document.createElement(reader.qualifiedName().toString());

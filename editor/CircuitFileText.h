@@ -1,7 +1,7 @@
 #pragma once
 
+#include <QByteArray>
 #include <QDomElement>
-#include <QString>
 
 #include <functional>
 
@@ -11,9 +11,11 @@
 /// of what they mean.
 class CircuitFileText {
 public:
-    explicit CircuitFileText(const QString& text);
+    /// In UTF-8, without NULs.
+    explicit CircuitFileText(QByteArray text);
 
     bool isPlain() const { return m_isPlain; }
+    const QByteArray& text() const { return m_text; }
     /// Calls with every element record and then every node record among the root's children, each
     /// kind in its order. The record lives as long as somebody holds it; its document holds no
     /// other.
@@ -27,7 +29,7 @@ private:
     /// Calls only what isn't null.
     void readRecords(const Use& useElement, const Use& useNode) const;
 
-    const QString m_text;
+    const QByteArray m_text;
     bool m_isPlain = false;
     // As programs write it: no element comes after a node.
     bool m_elementsComeFirst = true;

@@ -8,6 +8,7 @@
 #include "CCircuitEditorNodeItem.h"
 #include "CCircuitElementPropertyTextBox.h"
 #include "CUndoRedo.h"
+#include "HistoryEar.h"
 #include "ICircuitElement.h"
 #include "ICircuitGlobalVariableModifiedSignalSupport.h"
 #include "ICircuitNode.h"
@@ -75,13 +76,9 @@ CompleteHistory* CompleteHistory::of(const CCircuitEditor* editor) {
 void CompleteHistory::bind() {
     if (m_boundCircuit) {
         QObject::disconnect(m_boundCircuit, nullptr, this, nullptr);
-        for (auto it = m_elements.ids().begin(); it != m_elements.ids().end(); ++it) {
-            QObject::disconnect(it.key()->containerObject(), nullptr, this, nullptr);
-        }
-        for (auto it = m_nets.ids().begin(); it != m_nets.ids().end(); ++it) {
-            QObject::disconnect(it.key()->containerObject(), nullptr, this, nullptr);
-        }
     }
+    qDeleteAll(m_ears);
+    m_ears.clear();
     m_elements.clear();
     m_nets.clear();
     m_resolving.clear();
@@ -141,9 +138,8 @@ void CompleteHistory::on_elementAdded(ICircuitElement* element) {
     const Id id = m_reborn != NoId ? m_reborn : ++m_lastId;
     m_elements.add(element, id);
     const QObject* object = element->containerObject();
-    connect(object, SIGNAL(elementChanged()), SLOT(on_elementTouched()));
-    connect(object, SIGNAL(assignedModelChanged()), SLOT(on_elementTouched()));
-    connect(object, SIGNAL(propertyChanged(QString)), SLOT(on_elementTouched()));
+    earOf(id)->hear(object, {SIGNAL(elementChanged()), SIGNAL(assignedModelChanged()),
+                             SIGNAL(propertyChanged(QString))});
     if (object->metaObject()->indexOfMethod("resolveControlNodesAndBranches()") >= 0) {
         m_resolving.insert(id);
     }
@@ -151,8 +147,8 @@ void CompleteHistory::on_elementAdded(ICircuitElement* element) {
 }
 
 void CompleteHistory::on_elementRemoved(ICircuitElement* element) {
-    if (m_elements.idOf(element) != NoId) {
-        QObject::disconnect(element->containerObject(), nullptr, this, nullptr);
+    if (const Id id = m_elements.idOf(element)) {
+        forgetEar(id, element->containerObject());
         m_elements.remove(element);
         changed();
     }
@@ -162,30 +158,42 @@ void CompleteHistory::on_nodeAdded(ICircuitNode* node) {
     if (!node || m_nets.idOf(node) != NoId) {
         return;
     }
-    m_nets.add(node, m_reborn != NoId ? m_reborn : ++m_lastId);
-    const QObject* object = node->containerObject();
-    connect(object, SIGNAL(nodeChanged()), SLOT(on_nodeTouched()));
-    connect(object, SIGNAL(elementNodeAdded(ICircuitElementNode*)), SLOT(on_nodeTouched()));
-    connect(object, SIGNAL(elementNodeRemoved(ICircuitElementNode*)), SLOT(on_nodeTouched()));
+    const Id id = m_reborn != NoId ? m_reborn : ++m_lastId;
+    m_nets.add(node, id);
+    earOf(id)->hear(node->containerObject(),
+                    {SIGNAL(nodeChanged()), SIGNAL(elementNodeAdded(ICircuitElementNode*)),
+                     SIGNAL(elementNodeRemoved(ICircuitElementNode*))});
     changed();
 }
 
 void CompleteHistory::on_nodeRemoved(ICircuitNode* node) {
-    if (m_nets.idOf(node) != NoId) {
-        QObject::disconnect(node->containerObject(), nullptr, this, nullptr);
+    if (const Id id = m_nets.idOf(node)) {
+        forgetEar(id, node->containerObject());
         m_nets.remove(node);
         changed();
     }
 }
 
-void CompleteHistory::on_elementTouched() {
-    if (m_elements.touch(qobject_cast<ICircuitElement*>(sender()))) {
-        changed();
+HistoryEar* CompleteHistory::earOf(Id id) {
+    HistoryEar*& ear = m_ears[id / HistoryEar::Most];
+    if (!ear) {
+        ear = new HistoryEar(this);
+    }
+    return ear;
+}
+
+void CompleteHistory::forgetEar(Id id, const QObject* object) {
+    HistoryEar* ear = earOf(id);
+    ear->forget(object);
+    if (ear->isIdle()) {
+        m_ears.remove(id / HistoryEar::Most);
+        ear->deleteLater();
     }
 }
 
-void CompleteHistory::on_nodeTouched() {
-    if (m_nets.touch(qobject_cast<ICircuitNode*>(sender()))) {
+void CompleteHistory::touchObject(QObject* object) {
+    if (m_elements.touch(qobject_cast<ICircuitElement*>(object)) ||
+        m_nets.touch(qobject_cast<ICircuitNode*>(object))) {
         changed();
     }
 }

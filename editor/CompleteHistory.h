@@ -11,6 +11,7 @@ class CCircuitEditor;
 class CCircuitEditorData;
 class CCircuitEditorElementItem;
 class COutputVariablesWidget;
+class HistoryEar;
 class ICircuit;
 class ICircuitElement;
 class ICircuitNode;
@@ -90,14 +91,16 @@ private slots:
     void on_elementRemoved(ICircuitElement* element);
     void on_nodeAdded(ICircuitNode* node);
     void on_nodeRemoved(ICircuitNode* node);
-    void on_elementTouched();
-    void on_nodeTouched();
 
 private:
+    friend class HistoryEar;
     using Id = HistoryRecords::Id;
     enum Run { NoRun, FirstOfRun, RepeatInRun };
 
     void listenToCircuit();
+    HistoryEar* earOf(Id id);
+    void forgetEar(Id id, const QObject* object);
+    void touchObject(QObject* object);
     bool isPending() const;
     void changed();
     void commit(const QString& text);
@@ -138,6 +141,8 @@ private:
 
     CCircuitEditorData* d;
     QPointer<QObject> m_boundCircuit;
+    // By groups of numbers. They are children.
+    QHash<Id, HistoryEar*> m_ears;
     HistoryRecords::Mirror<HistoryRecords::ElementState, ICircuitElement> m_elements;
     HistoryRecords::Mirror<HistoryRecords::NetState, ICircuitNode> m_nets;
     HistoryRecords::Mirror<HistoryRecords::BoxState, QGraphicsItem>

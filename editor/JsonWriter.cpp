@@ -1,5 +1,6 @@
 #include "JsonWriter.h"
 
+#include <QIODevice>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -14,9 +15,26 @@ namespace {
 constexpr double LargestExact = 9007199254740992.0;
 constexpr double BeyondIntegers = 18446744073709551616.0;
 
+constexpr int PieceSize = 1 << 16;
+
 }  // namespace
 
+bool JsonWriter::finish() {
+    m_text += '\n';
+    flush();
+    return m_isWhole;
+}
+
+void JsonWriter::flush() {
+    m_isWhole = m_isWhole && m_target->write(m_text) == m_text.size();
+    m_text.resize(0);
+    m_text.reserve(2 * PieceSize);
+}
+
 void JsonWriter::separate() {
+    if (m_text.size() > PieceSize) {
+        flush();
+    }
     if (m_afterKey) {
         m_afterKey = false;
         return;

@@ -4,12 +4,14 @@
 #include <QJsonValue>
 #include <QString>
 
-#include <utility>
+class QIODevice;
 
 /// Writes JSON as it comes, in the very format of `QJsonDocument`, which needs a tree of it all
 /// first. Keys must be given in the order of their code units, as the tree sorts them.
 class JsonWriter {
 public:
+    explicit JsonWriter(QIODevice* target) : m_target(target) {}
+
     void beginObject() { begin('{'); }
     void endObject() { end('}'); }
     void beginArray() { begin('['); }
@@ -31,8 +33,8 @@ public:
         value(content);
     }
 
-    /// What has been written, with the line's end that a document has.
-    QByteArray take() { return std::move(m_text.append('\n')); }
+    /// Writes the line's end that a document has. Whether the target has taken everything.
+    bool finish();
 
 private:
     void begin(char bracket);
@@ -40,7 +42,11 @@ private:
     void separate();
     void indent() { m_text.append(4 * m_depth, ' '); }
     void append(const QString& text);
+    void flush();
 
+    QIODevice* m_target;
+    bool m_isWhole = true;
+    // What is still to be given to the target.
     QByteArray m_text;
     int m_depth = 0;
     bool m_isFirst = true;

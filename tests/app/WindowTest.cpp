@@ -53,8 +53,9 @@ void WindowTest::open(const QString& file) {
 }
 
 QByteArray WindowTest::drawing() {
-    QString error;
-    return workbench.describe(&error);
+    QByteArray text;
+    QMetaObject::invokeMethod(view(), "describe", Q_RETURN_ARG(QByteArray, text));
+    return text;
 }
 
 CircuitElement* WindowTest::element(const char* name) {

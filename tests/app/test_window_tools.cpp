@@ -141,13 +141,12 @@ TEST_F(WindowTools, ADayOnTheAmplifierIsTakenBackAndRedone) {
         window->openFile(QStringLiteral(VORTEL_SOURCE_DIR "/examples/opamp-741.vprj"), &message));
     view()->setTransform(QTransform::fromScale(0.25, 0.25));
     view()->centerOn(0, 0);
-    const auto drawing = [this] {
+    const auto settledDrawing = [this] {
         QApplication::processEvents();
-        QString error;
-        return workbench.describe(&error);
+        return drawing();
     };
     auto* undo = window->findChild<QAction*>("undo");
-    const QByteArray first = drawing();
+    const QByteArray first = settledDrawing();
     const QString bottom = undo->text();
     QStringList steps;
     const auto done = [&] {
@@ -209,19 +208,19 @@ TEST_F(WindowTools, ADayOnTheAmplifierIsTakenBackAndRedone) {
               "Move Q16|Move Q16|Rotate Q16|Move 10 elements|Move 10 elements|Rotate group|Delete|"
               "Paste|Edit text|Rename Rlast|Delete output variable output|Delete");
 
-    const QByteArray last = drawing();
+    const QByteArray last = settledDrawing();
     const QTransform seen = view()->transform();
     for (int i = 0; i < steps.size(); ++i) {
         trigger("undo");
     }
-    EXPECT_EQ(drawing(), first);
+    EXPECT_EQ(settledDrawing(), first);
     EXPECT_EQ(undo->text().toStdString(), bottom.toStdString())
         << "a gesture made no step, or more than one";
     EXPECT_EQ(view()->transform(), seen);
     for (int i = 0; i < steps.size(); ++i) {
         trigger("redo");
     }
-    EXPECT_EQ(drawing(), last);
+    EXPECT_EQ(settledDrawing(), last);
 }
 
 TEST_F(WindowTools, FindShowsElementsNetsAndTexts) {

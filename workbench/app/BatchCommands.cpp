@@ -5,11 +5,11 @@
 #include "Console.h"
 #include "OperatingPoint.h"
 #include "ProjectDiff.h"
-#include "ProjectManager.h"
 #include "SimulationCommands.h"
 #include "SimulationPart.h"
 #include "Workbench.h"
 
+#include <QBuffer>
 #include <QJsonDocument>
 #include <QJsonObject>
 
@@ -39,10 +39,9 @@ bool run(const CommandLine& line, Workbench& workbench, QString* error) {
             }
             return true;
         }
-        case CommandLine::Command::Describe: {
-            const QByteArray text = workbench.describe(error);
-            return !text.isEmpty() && printOutput(text, error);
-        }
+        case CommandLine::Command::Describe:
+            return printOutput([&](QIODevice* output) { return workbench.describe(output, error); },
+                               error);
         case CommandLine::Command::Netlist:
             return writeNetlistFile(workbench.simulation(), line.output, error);
         case CommandLine::Command::Simulate:
@@ -89,7 +88,10 @@ bool describeFile(const QString& fileName, Workbench& workbench, QJsonObject* dr
     if (!message.isEmpty()) {
         printError(message);
     }
-    *drawing = QJsonDocument::fromJson(workbench.describe(&message)).object();
+    QBuffer text;
+    text.open(QIODevice::WriteOnly);
+    workbench.describe(&text, &message);
+    *drawing = QJsonDocument::fromJson(text.data()).object();
     drawing->insert(QStringLiteral("simulation"),
                     describeSimulation(workbench.simulation()->setup()));
     return true;
@@ -118,8 +120,7 @@ int runDiff(const CommandLine& line, Workbench& workbench) {
 }  // namespace
 
 int runBatchCommand(const CommandLine& line, Workbench& workbench) {
-    // Nobody asks a command that ends by itself whether the project has changed.
-    workbench.projectManager()->setComparesContent(false);
+    workbench.serveCommand();
     if (line.command == CommandLine::Command::Diff) {
         return runDiff(line, workbench);
     }

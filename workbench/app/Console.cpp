@@ -1,11 +1,10 @@
 #include "Console.h"
 
 #include <QByteArray>
+#include <QFile>
 #include <QString>
 
-#include <cerrno>
 #include <cstdio>
-#include <cstring>
 
 void printError(const QString& message) {
     // Names of files may hold line breaks; the message stays one line.
@@ -15,11 +14,19 @@ void printError(const QString& message) {
 }
 
 bool printOutput(const QByteArray& text, QString* error) {
-    const auto size = static_cast<size_t>(text.size());
-    if (std::fwrite(text.constData(), 1, size, stdout) == size && std::fflush(stdout) == 0) {
+    return printOutput([&text](QIODevice* output) { return output->write(text) == text.size(); },
+                       error);
+}
+
+bool printOutput(const std::function<bool(QIODevice* output)>& write, QString* error) {
+    QFile output;
+    output.open(stdout, QIODevice::WriteOnly);
+    if (write(&output) && output.flush()) {
         return true;
     }
-    *error = QStringLiteral("cannot write to the standard output: %1")
-                 .arg(QString::fromLocal8Bit(std::strerror(errno)));
+    if (error->isEmpty()) {
+        *error =
+            QStringLiteral("cannot write to the standard output: %1").arg(output.errorString());
+    }
     return false;
 }

@@ -39,6 +39,8 @@ using Plexa::ComponentManager;
 namespace {
 
 constexpr char CaptionProperty[] = "CaptionNewElements";
+constexpr char HistoryProperty[] = "CompleteHistory";
+constexpr char IndexProperty[] = "SpatialIndex";
 constexpr char EditorName[] = "CCircuitEditorComponent.circuitEditor";
 constexpr char TooLarge[] = "does not fit into the memory";
 constexpr char SimulationName[] = "CSimulationComponent.simulation";
@@ -460,12 +462,17 @@ bool Workbench::savePicture(const PictureOutput& picture, QString* error) {
     return false;
 }
 
-QByteArray Workbench::describe(QString* error) {
-    QByteArray text;
-    if (!QMetaObject::invokeMethod(editorObject(), "describe", Qt::DirectConnection,
-                                   Q_RETURN_ARG(QByteArray, text)) ||
-        text.isEmpty()) {
+void Workbench::serveCommand() {
+    projectManager()->setComparesContent(false);
+    editorObject()->setProperty(HistoryProperty, false);
+    editorObject()->setProperty(IndexProperty, false);
+}
+
+bool Workbench::describe(QIODevice* target, QString* error) {
+    bool isWhole = false;
+    if (!QMetaObject::invokeMethod(editorObject(), "describeTo", Qt::DirectConnection,
+                                   Q_RETURN_ARG(bool, isWhole), Q_ARG(QIODevice*, target))) {
         *error = QStringLiteral("the plug-in describes no drawings");
     }
-    return text;
+    return isWhole;
 }

@@ -72,8 +72,11 @@ public:
     QString lossesOnSaving(const QString& fileName) const;
     /// Writes a picture, whole or not at all; `*error` is empty if the user has cancelled it.
     bool savePicture(const PictureOutput& picture, QString* error);
-    /// The drawing as JSON text; empty on failure.
-    QByteArray describe(QString* error);
+    /// Writes the drawing as JSON text. False without a reason if the target hasn't taken it.
+    bool describe(QIODevice* target, QString* error);
+    /// Goes without what only a user needs: nobody asks a command that ends by itself what has
+    /// changed, takes anything back, or points at the drawing.
+    void serveCommand();
 
 private:
     QObject* editorObject() const;

@@ -1,5 +1,6 @@
 #include "ProjectFile.h"
 
+#include "ProjectWriter.h"
 #include "XmlFile.h"
 #include "XmlUtils.h"
 
@@ -7,11 +8,9 @@
 #include <QSet>
 #include <QTextCodec>
 #include <QXmlStreamReader>
-#include <QXmlStreamWriter>
 
 #include <algorithm>
 #include <utility>
-#include <vector>
 
 namespace {
 
@@ -149,86 +148,11 @@ bool isKnownFormat(const QString& number, QString* reason) {
     return true;
 }
 
-void numberFromZero(const QDomElement& circuit) {
-    const QString elementTag = QStringLiteral("CircuitElement");
-    const QString nodeTag = QStringLiteral("CircuitNode");
-    const QString terminalTag = QStringLiteral("ElementNode");
-    const QString reference = QStringLiteral("ElementID");
-    QHash<QString, int> numbers;
-    int next = 0;
-    for (QDomElement e = circuit.firstChildElement(elementTag); !e.isNull();
-         e = e.nextSiblingElement(elementTag)) {
-        numbers.insert(e.attribute(PartId), next);
-        e.setAttribute(PartId, next++);
-    }
-    for (QDomElement node = circuit.firstChildElement(nodeTag); !node.isNull();
-         node = node.nextSiblingElement(nodeTag)) {
-        for (QDomElement e = node.firstChildElement(terminalTag); !e.isNull();
-             e = e.nextSiblingElement(terminalTag)) {
-            const auto number = numbers.constFind(e.attribute(reference));
-            if (number != numbers.constEnd()) {
-                e.setAttribute(reference, *number);
-            }
-        }
-    }
-}
-
-using Attributes = std::vector<std::pair<QString, QString>>;
-
-/// Sorted: the document itself keeps attributes in the order of a hash.
-Attributes attributesOf(const QDomNode& element) {
-    Attributes sorted;
-    const QDomNamedNodeMap attributes = element.attributes();
-    const int count = attributes.count();
-    sorted.reserve(static_cast<size_t>(count));
-    for (int i = 0; i < count; ++i) {
-        const QDomNode attribute = attributes.item(i);
-        sorted.emplace_back(attribute.nodeName(), attribute.nodeValue());
-    }
-    std::sort(sorted.begin(), sorted.end());
-    return sorted;
-}
-
 void keepAttributes(const QDomElement& from, QDomElement to, const QStringList& known) {
-    for (const auto& attribute : attributesOf(from)) {
+    for (const auto& attribute : ProjectWriter::attributesOf(from)) {
         if (!to.hasAttribute(attribute.first) && !known.contains(attribute.first)) {
             to.setAttribute(attribute.first, attribute.second);
         }
-    }
-}
-
-QString textOf(const QDomNode& node) {
-    return XmlUtils::withoutForbidden(node.nodeValue());
-}
-
-void writeNode(QXmlStreamWriter& out, const QDomNode& node) {
-    switch (node.nodeType()) {
-        case QDomNode::ElementNode: {
-            out.writeStartElement(node.nodeName());
-            for (const auto& attribute : attributesOf(node)) {
-                out.writeAttribute(attribute.first, XmlUtils::withoutForbidden(attribute.second));
-            }
-            for (QDomNode child = node.firstChild(); !child.isNull(); child = child.nextSibling()) {
-                writeNode(out, child);
-            }
-            out.writeEndElement();
-            break;
-        }
-        case QDomNode::TextNode:
-            out.writeCharacters(textOf(node));
-            break;
-        case QDomNode::CDATASectionNode:
-            // Splits what holds the section's own end.
-            out.writeCDATA(textOf(node));
-            break;
-        case QDomNode::CommentNode:
-            out.writeComment(textOf(node));
-            break;
-        case QDomNode::ProcessingInstructionNode:
-            out.writeProcessingInstruction(node.nodeName(), textOf(node));
-            break;
-        default:
-            break;
     }
 }
 
@@ -259,17 +183,13 @@ std::optional<ProjectFile> ProjectFile::fromBytes(const QByteArray& bytes, QStri
 }
 
 bool ProjectFile::isReadable(const QByteArray& bytes, QString* reason) {
-    const std::optional<QString> text = decoded(bytes, reason);
-    if (!text) {
-        return false;
-    }
     QString format;
     const auto visit = [&format](const QXmlStreamReader& reader, int depth) {
         if (depth == 0) {
             format = reader.attributes().value(FormatAttribute).toString();
         }
     };
-    return skimXmlFile(*text, ProjectKind, visit) ? isKnownFormat(format, reason)
+    return skimXmlFile(bytes, ProjectKind, visit) ? isKnownFormat(format, reason)
                                                   : fromBytes(bytes, reason).has_value();
 }
 
@@ -294,8 +214,18 @@ ProjectFile ProjectFile::clone() const {
     return copy;
 }
 
-void ProjectFile::keepStrangers(const ProjectFile& earlier) {
+void ProjectFile::keepStrangeAttributes(const ProjectFile& earlier) {
     keepAttributes(earlier.root(), root(), {});
+    for (const KnownPart& known : knownParts()) {
+        const QDomElement now = part(QLatin1String(known.id));
+        if (!now.isNull()) {
+            keepAttributes(earlier.part(QLatin1String(known.id)), now, known.attributes);
+        }
+    }
+}
+
+void ProjectFile::keepStrangers(const ProjectFile& earlier) {
+    keepStrangeAttributes(earlier);
     for (const KnownPart& known : knownParts()) {
         const QString id = QLatin1String(known.id);
         QDomElement now = part(id);
@@ -303,7 +233,6 @@ void ProjectFile::keepStrangers(const ProjectFile& earlier) {
         if (now.isNull() || before.isNull()) {
             continue;
         }
-        keepAttributes(before, now, known.attributes);
         for (QDomElement record = before.firstChildElement(); !record.isNull();
              record = record.nextSiblingElement()) {
             if (!knownRecord(known, record.tagName())) {
@@ -357,13 +286,5 @@ int ProjectFile::strangersThatGo() const {
 }
 
 QByteArray ProjectFile::toBytes() const {
-    numberFromZero(part(QLatin1String(CircuitPart)));
-    QByteArray bytes;
-    QXmlStreamWriter out(&bytes);
-    out.setAutoFormatting(true);
-    out.setAutoFormattingIndent(2);
-    out.writeStartDocument();
-    writeNode(out, root());
-    out.writeEndDocument();
-    return bytes;
+    return ProjectWriter(*this).finish();
 }

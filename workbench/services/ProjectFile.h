@@ -37,6 +37,8 @@ public:
     /// Takes over copies of what `earlier` holds and this doesn't: parts, and attributes and
     /// records of parts, of programs that know more than this one.
     void keepStrangers(const ProjectFile& earlier);
+    /// Of that the attributes only.
+    void keepStrangeAttributes(const ProjectFile& earlier);
     /// How many of the records hold what is not known and nobody keeps. Records of elements and
     /// nodes are their objects' to keep, other parts are kept as a whole.
     int strangersThatGo() const;

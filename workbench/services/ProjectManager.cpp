@@ -1,9 +1,11 @@
 #include "ProjectManager.h"
 
 #include "Autosave.h"
+#include "IProjectPieces.h"
 #include "IProjectSavedState.h"
 #include "LongWork.h"
 #include "PendingFile.h"
+#include "ProjectWriter.h"
 #include "Settings.h"
 
 #include <Plexa/ObjectIterator.h>
@@ -114,7 +116,7 @@ void ProjectManager::setModified(bool modified) {
 }
 
 QByteArray ProjectManager::contentDigest() {
-    return m_comparesContent ? digestOf(content().toBytes()) : QByteArray();
+    return m_comparesContent ? digestOf(contentBytes()) : QByteArray();
 }
 
 void ProjectManager::settle(const QByteArray& digest) {
@@ -250,21 +252,43 @@ void ProjectManager::closeParts() {
 
 ProjectFile ProjectManager::content() {
     ProjectFile file;
-    for (const Part& part : qAsConst(m_parts)) {
-        if (!part.object) {
-            continue;
-        }
-        const QDomElement element = file.addPart(part.part->projectPartID());
-        if (!part.part->saveProjectPart(file.document(), element)) {
-            file.root().removeChild(element);
-        }
-    }
-    file.keepStrangers(m_origin);
+    saveParts(&file, 0);
     return file;
 }
 
+void ProjectManager::saveParts(ProjectFile* file, int first) {
+    for (const Part& part : m_parts.mid(first)) {
+        if (!part.object) {
+            continue;
+        }
+        const QDomElement element = file->addPart(part.part->projectPartID());
+        if (!part.part->saveProjectPart(file->document(), element)) {
+            file->root().removeChild(element);
+        }
+    }
+    file->keepStrangers(m_origin);
+}
+
+QByteArray ProjectManager::contentBytes() {
+    QObject* first = m_parts.isEmpty() ? nullptr : m_parts.first().object.data();
+    auto* pieces = qobject_cast<IProjectPieces*>(first);
+    const QString circuitId = QLatin1String(ProjectFile::CircuitPart);
+    if (!pieces || m_parts.first().part->projectPartID() != circuitId) {
+        return content().toBytes();
+    }
+    ProjectFile file;
+    const QDomElement circuit = file.addPart(circuitId);
+    file.keepStrangeAttributes(m_origin);
+    ProjectWriter writer(file);
+    if (!pieces->saveProjectPieces(file.document(), circuit, [&writer] { writer.takePiece(); })) {
+        return content().toBytes();
+    }
+    saveParts(&file, 1);
+    return writer.finish();
+}
+
 bool ProjectManager::save(const QString& fileName, QString* reason) {
-    const QByteArray bytes = content().toBytes();
+    const QByteArray bytes = contentBytes();
     QString mistake;
     // Whatever a part wrote: a file that can't be opened again must not replace one that can.
     if (!ProjectFile::isReadable(bytes, &mistake)) {

@@ -113,6 +113,10 @@ private:
     void settle(const QByteArray& digest);
     /// Of the project as it is; empty if contents aren't compared.
     QByteArray contentDigest();
+    /// The bytes of `content()`, without all of its document.
+    QByteArray contentBytes();
+    /// Adds the parts from that one on, and what strangers have left.
+    void saveParts(ProjectFile* file, int first);
     void discardAutosave();
     void closeParts();
     /// A part that the file lacks starts empty. False, with the reason, if a part refuses.

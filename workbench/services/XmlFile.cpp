@@ -1,8 +1,11 @@
 #include "XmlFile.h"
 
+#include <QBuffer>
 #include <QFile>
 #include <QFileInfo>
 #include <QXmlStreamReader>
+
+#include <algorithm>
 
 namespace {
 
@@ -70,6 +73,52 @@ QString dangerIn(const QString& text) {
     return {};
 }
 
+constexpr auto NeedsMore = QXmlStreamReader::PrematureEndOfDocumentError;
+
+/// The next piece of the text: of one that it is given as a whole a reader makes three copies.
+/// Where the following one begins.
+int giveNext(QXmlStreamReader* reader, const QString& text, int from) {
+    constexpr int PieceSize = 1 << 16;
+    int size = qMin(PieceSize, text.size() - from);
+    if (from + size < text.size() && text.at(from + size - 1).isHighSurrogate()) {
+        ++size;
+    }
+    reader->addData(text.mid(from, size));
+    return from + size;
+}
+
+using Visit = std::function<void(const QXmlStreamReader& reader, int depth)>;
+
+/// `giveMore` is called at the end of what the reader has got; false means that there is no more.
+bool skim(QXmlStreamReader* reader, const XmlKind& kind, const Visit& visit,
+          const std::function<bool()>& giveMore) {
+    // As the documents do it: a prefix is a part of the name.
+    reader->setNamespaceProcessing(false);
+    int depth = 0;
+    while (!reader->atEnd() || (reader->error() == NeedsMore && giveMore())) {
+        switch (reader->readNext()) {
+            case QXmlStreamReader::StartElement:
+                if (depth > DeepestNesting ||
+                    (depth == 0 && reader->qualifiedName() != QLatin1String(kind.rootTag))) {
+                    return false;
+                }
+                visit(*reader, depth++);
+                break;
+            case QXmlStreamReader::EndElement:
+                --depth;
+                break;
+            case QXmlStreamReader::DTD:
+                if (reader->text().contains(QLatin1Char('['))) {
+                    return false;
+                }
+                break;
+            default:
+                break;
+        }
+    }
+    return !reader->hasError();
+}
+
 }  // namespace
 
 std::optional<QByteArray> readRegularFile(const QString& fileName, QString* reason) {
@@ -129,29 +178,26 @@ std::optional<QDomDocument> parseXmlFile(const QString& text, const XmlKind& kin
     return document;
 }
 
-bool skimXmlFile(const QString& text, const XmlKind& kind,
-                 const std::function<void(const QXmlStreamReader& reader, int depth)>& visit) {
+bool skimXmlFile(const QString& text, const XmlKind& kind, const Visit& visit) {
     if (!dangerIn(text).isEmpty()) {
         return false;
     }
-    QXmlStreamReader reader(text);
-    // As the documents do it: a prefix is a part of the name.
-    reader.setNamespaceProcessing(false);
-    int depth = 0;
-    while (!reader.atEnd()) {
-        switch (reader.readNext()) {
-            case QXmlStreamReader::StartElement:
-                if (depth == 0 && reader.qualifiedName() != QLatin1String(kind.rootTag)) {
-                    return false;
-                }
-                visit(reader, depth++);
-                break;
-            case QXmlStreamReader::EndElement:
-                --depth;
-                break;
-            default:
-                break;
-        }
-    }
-    return !reader.hasError();
+    QXmlStreamReader reader;
+    int given = giveNext(&reader, text, 0);
+    return skim(&reader, kind, visit, [&] {
+        const bool isLeft = given < text.size();
+        given = isLeft ? giveNext(&reader, text, given) : given;
+        return isLeft;
+    });
+}
+
+bool skimXmlFile(const QByteArray& bytes, const XmlKind& kind, const Visit& visit) {
+    const bool isPlain = std::all_of(bytes.begin(), bytes.end(), [](char c) {
+        return (c >= 0x20 && c < 0x7F) || c == '\t' || c == '\n' || c == '\r';
+    });
+    QBuffer buffer;
+    buffer.setData(bytes);
+    buffer.open(QIODevice::ReadOnly);
+    QXmlStreamReader reader(&buffer);
+    return isPlain && skim(&reader, kind, visit, [] { return false; });
 }

@@ -32,3 +32,7 @@ std::optional<QDomDocument> parseXmlFile(const QString& text, const XmlKind& kin
 /// judge, which tells the reason; some elements may then have been visited.
 bool skimXmlFile(const QString& text, const XmlKind& kind,
                  const std::function<void(const QXmlStreamReader& reader, int depth)>& visit);
+
+/// The same for bytes as they are in a file. False as well for any that aren't plain ASCII.
+bool skimXmlFile(const QByteArray& bytes, const XmlKind& kind,
+                 const std::function<void(const QXmlStreamReader& reader, int depth)>& visit);

@@ -302,10 +302,20 @@ void GuiBuilder::leaveRoom() {
     if (taken <= LargestShareOfDocks * m_window->width()) {
         return;
     }
-    for (QDockWidget* dock : m_window->findChildren<QDockWidget*>()) {
-        if (m_window->dockWidgetArea(dock) == Qt::RightDockWidgetArea) {
-            dock->hide();
+    QDockWidget* left = nullptr;
+    const QList<QDockWidget*> docks = m_window->findChildren<QDockWidget*>();
+    for (QDockWidget* dock : docks) {
+        left = m_window->dockWidgetArea(dock) == Qt::LeftDockWidgetArea && !left ? dock : left;
+    }
+    for (QDockWidget* dock : docks) {
+        if (left && m_window->dockWidgetArea(dock) == Qt::RightDockWidgetArea) {
+            const bool isClosed = dock->isHidden();
+            m_window->tabifyDockWidget(left, dock);
+            dock->setHidden(isClosed);
         }
+    }
+    if (left) {
+        left->raise();
     }
 }
 

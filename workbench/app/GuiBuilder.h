@@ -37,7 +37,7 @@ private:
     /// An action that switches something: a component's own, or one for the method that it names.
     QAction* toggleAction(const QVariantMap& description);
     bool makeDock(const QVariantMap& description);
-    /// In a small window the canvas comes first: the docks on its right wait in the menu.
+    /// In a small window the canvas comes first: all docks share the left side, as tabs.
     void leaveRoom();
     bool fillMenu(QMenu* menu, const QVariantList& items);
     bool makeToolBar(const QVariantMap& description);

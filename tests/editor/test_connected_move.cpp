@@ -177,6 +177,16 @@ TEST_F(ConnectedMoves, GroupsTurnAsOne) {
         EXPECT_TRUE(isOrthogonal(wireAt("R1.n")->internalShape()));
     }
     EXPECT_EQ(before, snapshot());
+    // Off the grid by a unit, and back on it; then all of it to the middle.
+    click({0, -300});
+    itemOf("R1")->setSelected(true);
+    key(Qt::Key_Right, Qt::ControlModifier);
+    EXPECT_NE(before, snapshot());
+    editor->snapToGrid();
+    EXPECT_EQ(before, snapshot());
+    editor->bringToCenter();
+    EXPECT_LT(QLineF({}, editor->scene()->itemsBoundingRect().center()).length(), 20);
+    EXPECT_TRUE(isReached("R1.n") && isReached("R2.p") && isReached("R3.p"));
 }
 
 TEST_F(ConnectedMoves, DropsJoinAndAskBeforeNamedNetsMeet) {

@@ -33,6 +33,8 @@ constexpr int LetterHeight = 10;
 constexpr double BesideTerminal = 20;
 constexpr double AboveWire = 9;
 constexpr double BesideElement = 28;
+constexpr double BesideUpright = 2;
+constexpr double LetterWidth = 6.4;
 /// Smaller letters nobody reads.
 constexpr double SmallestScale = 0.5;
 /// What is left of nothing by computing.
@@ -92,11 +94,13 @@ QString currentOf(CircuitElement* element) {
 }
 
 /// Captions stand above and below what lies, and on the right of what stands.
-QPointF elementPlace(CircuitElement* element, const QGraphicsItem* item, ICircuitEditorExt* items) {
+QPointF elementPlace(CircuitElement* element, const QGraphicsItem* item, int letters,
+                     ICircuitEditorExt* items) {
     const QRectF frame = sceneFrame(item);
     if (element->terminals().size() == 2) {
+        const double half = letters * LetterWidth / 2;
         return frame.height() > frame.width()
-                   ? QPointF(frame.left() - BesideElement / 2, frame.center().y())
+                   ? QPointF(frame.left() - BesideUpright - half, frame.center().y())
                    : QPointF(frame.center().x(), frame.bottom() + BesideElement);
     }
     // Below, away from a wire that leaves there.
@@ -140,8 +144,8 @@ QVector<ValueLabel> labelsOf(Circuit& circuit, const Results& results, ICircuitE
             !results.elementCurve(element, current, &curve, &reason) || curve.values.isEmpty()) {
             continue;
         }
-        labels.append({elementPlace(element, item, items),
-                       valueText(curve.values.last().real(), curve.unit), ElementColor});
+        const QString text = valueText(curve.values.last().real(), curve.unit);
+        labels.append({elementPlace(element, item, text.size(), items), text, ElementColor});
     }
     return labels;
 }

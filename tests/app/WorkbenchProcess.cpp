@@ -45,11 +45,11 @@ QStringList WorkbenchTest::files() const {
                    QDir::Name);
 }
 
-Outcome WorkbenchTest::start(const QString& program, const QStringList& arguments) const {
+Outcome WorkbenchTest::run(const QStringList& arguments) const {
     QProcess process;
     process.setProcessEnvironment(environment);
     process.setWorkingDirectory(m_folder.path());
-    process.start(program, arguments, QIODevice::ReadOnly);
+    process.start(builtFile("vortel-workbench"), arguments, QIODevice::ReadOnly);
     Outcome outcome;
     if (!process.waitForFinished(Timeout)) {
         ADD_FAILURE() << "the program did not end: " << qPrintable(arguments.join(' '));
@@ -63,18 +63,4 @@ Outcome WorkbenchTest::start(const QString& program, const QStringList& argument
     outcome.errorLines = QString::fromLocal8Bit(process.readAllStandardError())
                              .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
     return outcome;
-}
-
-Outcome WorkbenchTest::run(const QStringList& arguments) const {
-    return start(builtFile(QStringLiteral("vortel-workbench")), arguments);
-}
-
-Outcome WorkbenchTest::runOnFullDisk(const QStringList& arguments, int bytes) const {
-    // Without the trap the signal would end the program at the limit.
-    const QString script =
-        QStringLiteral("trap '' XFSZ; ulimit -f %1; exec \"$@\"").arg(bytes / 1024);
-    return start(QStringLiteral("bash"),
-                 QStringList{QStringLiteral("-c"), script, QStringLiteral("bash"),
-                             builtFile(QStringLiteral("vortel-workbench"))} +
-                     arguments);
 }

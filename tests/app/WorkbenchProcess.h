@@ -44,14 +44,10 @@ protected:
 
     /// The status is that of a shell: 128 and the signal if one ended the program.
     Outcome run(const QStringList& arguments) const;
-    /// The same where no file may grow beyond so many bytes, as on a disk that is full.
-    Outcome runOnFullDisk(const QStringList& arguments, int bytes) const;
 
     QProcessEnvironment environment;
 
 private:
-    Outcome start(const QString& program, const QStringList& arguments) const;
-
     QTemporaryDir m_folder;
     QTemporaryDir m_home;
 };

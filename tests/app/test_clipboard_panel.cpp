@@ -137,37 +137,4 @@ private:
     bool hasGroup = false;
 };
 
-TEST(CanvasSelection, TellsWhatCanBeCopiedAndDeleted) {
-    auto canvas = std::make_unique<SelectionStub>();
-    QStringList log;
-    CanvasSelection selection(&canvas->scene, canvas.get(), nullptr);
-    QObject::connect(&selection, &CanvasSelection::selectedChanged,
-                     [&](bool on) { log << (on ? "selected" : "nothing"); });
-    QObject::connect(&selection, &CanvasSelection::copyableChanged,
-                     [&](bool on) { log << (on ? "copyable" : "not copyable"); });
-    const auto told = [&] {
-        QApplication::processEvents();
-        const QString result = log.join(", ");
-        log.clear();
-        return result;
-    };
-    EXPECT_EQ(told(), "nothing, not copyable");
-    // A wire, say: it can be deleted.
-    QGraphicsItem* item = canvas->add();
-    item->setSelected(true);
-    EXPECT_EQ(told(), "selected, not copyable");
-    delete item;
-    EXPECT_EQ(told(), "nothing, not copyable");
-    // A group is no item's selection; a swarm of changes is told of once.
-    canvas->add()->setSelected(true);
-    canvas->setGroup(true);
-    EXPECT_EQ(told(), "selected, copyable");
-    canvas->setGroup(false);
-    EXPECT_EQ(told(), "selected, not copyable");
-    // The canvas may go with a change still untold.
-    canvas->setGroup(true);
-    canvas.reset();
-    EXPECT_EQ(told(), "");
-}
-
 #include "test_clipboard_panel.moc"

@@ -272,27 +272,6 @@ TEST_F(CommandLineTest, TargetThatCannotBeWritten) {
     EXPECT_TRUE(QFileInfo::exists(path("x.svg")));
 }
 
-TEST_F(CommandLineTest, FullDiskLeavesTheOldFile) {
-    QStringList expected;
-    for (const QString& suffix : Suffixes + QStringList({"ckt", "vprj"})) {
-        SCOPED_TRACE(qPrintable(suffix));
-        const QString target = write("x." + suffix, "old");
-        expected.append("x." + suffix);
-        const Outcome outcome =
-            runOnFullDisk(Suffixes.contains(suffix) ? QStringList{"export", Divider, "-o", target}
-                                                    : QStringList{"convert", Divider, target},
-                          1024);
-        EXPECT_EQ(outcome.status, 1);
-        ASSERT_EQ(outcome.errorLines.size(), 1) << testing::PrintToString(outcome.errorLines);
-        EXPECT_TRUE(outcome.errorLines.last().startsWith("cannot write " + target + ": "));
-        EXPECT_TRUE(outcome.errorLines.last().endsWith("File too large"))
-            << qPrintable(outcome.errorLines.last());
-        EXPECT_EQ(contentOf(target), "old");
-    }
-    expected.sort();
-    EXPECT_EQ(files(), expected);
-}
-
 TEST_F(CommandLineTest, ReplacesWhatALinkLeadsTo) {
     write("real.svg", "old");
     write(".real.svg.99999999-0.part", "of a program that was killed");

@@ -1,5 +1,6 @@
 // The program really killed: while it writes a file, and while its user works.
 
+#include "ProjectFile.h"
 #include "WorkbenchProcess.h"
 
 #include <QDir>
@@ -17,7 +18,6 @@
 namespace {
 
 const QString Divider = QStringLiteral(VORTEL_SOURCE_DIR "/tests/data/divider.ckt");
-const QString Large = QStringLiteral(VORTEL_SOURCE_DIR "/examples/opamp-741.vprj");
 constexpr int Timeout = 60000;
 
 }  // namespace
@@ -78,42 +78,91 @@ protected:
         return window;
     }
 
+    /// From now on steps of writing in the folder count.
+    void breakAt(const QString& folder, bool isFull) {
+        environment.insert("LD_PRELOAD", builtFile("libcrash_shim.so"));
+        environment.insert("ASAN_OPTIONS", environment.value("ASAN_OPTIONS") +
+                                               ":verify_asan_link_order=0:detect_leaks=0");
+        environment.insert("CRASH_FOLDER", folder);
+        isFull ? environment.insert("CRASH_FULL", "1") : environment.remove("CRASH_FULL");
+    }
+
     QStringList autosavesAtHome() const {
         return QDir(homePath("vortel-workbench/autosave")).entryList(QDir::Files);
     }
 };
 
-TEST_F(Crashes, WhileSavingLeaveTheOldOrTheNewFile) {
-    environment.insert("LD_PRELOAD", builtFile("libcrash_shim.so"));
-    environment.insert("ASAN_OPTIONS", environment.value("ASAN_OPTIONS") +
-                                           ":verify_asan_link_order=0:detect_leaks=0");
-    for (const char* name : {"x.vprj", "x.ckt"}) {
-        SCOPED_TRACE(name);
-        const QString target = path(name);
-        environment.remove("CRASH_FOLDER");
-        ASSERT_EQ(run({"convert", Large, target}).status, 0);
-        const QByteArray whole = contentOf(target);
-        ASSERT_EQ(run({"convert", Divider, target}).status, 0);
-        const QByteArray old = contentOf(target);
-        environment.insert("CRASH_FOLDER", QFileInfo(target).absolutePath());
-        int step = 0;
-        int replaced = 0;
-        for (int status = 0; ++step < 100;) {
-            environment.insert("CRASH_AT", QString::number(step));
-            status = run({"convert", Large, target}).status;
-            const QByteArray found = contentOf(target);
-            EXPECT_TRUE(found == old || found == whole) << "step " << step;
-            replaced += found == whole ? 1 : 0;
-            if (status == 0) {
-                break;
+TEST_F(Crashes, AndFullDisksLeaveTheOldOrTheNewFile) {
+    for (const QString suffix : {"vprj", "ckt", "svg", "png", "pdf"}) {
+        const QString target = path("x." + suffix);
+        const QStringList arguments = suffix == "vprj" || suffix == "ckt"
+                                          ? QStringList{"convert", Divider, target}
+                                          : QStringList{"export", Divider, "-o", target};
+        for (const bool isFull : {false, true}) {
+            environment.remove("CRASH_AT");
+            ASSERT_EQ(run(arguments).status, 0);
+            const qint64 wholeSize = QFileInfo(target).size();
+            breakAt(QFileInfo(target).absolutePath(), isFull);
+            int step = 0;
+            for (int status = 1; status != 0; ++step) {
+                ASSERT_LT(step, 100);
+                SCOPED_TRACE(qPrintable(QString("%1 %2 %3").arg(suffix).arg(isFull).arg(step)));
+                write("x." + suffix, "old");
+                environment.insert("CRASH_AT", QString::number(step + 1));
+                const Outcome outcome = run(arguments);
+                status = outcome.status;
+                // Pictures hold the time of their making, but always as much of it.
+                EXPECT_TRUE(contentOf(target) == "old" || QFileInfo(target).size() == wholeSize);
+                ASSERT_EQ(status, status == 0 ? 0 : isFull ? 1 : 128 + SIGKILL);
+                if (isFull && status != 0) {
+                    EXPECT_EQ(files(), QStringList("x." + suffix));
+                    ASSERT_EQ(outcome.errorLines.size(), 1);
+                    EXPECT_TRUE(outcome.errorLines.first().startsWith("cannot write " + target));
+                }
             }
-            ASSERT_EQ(status, 128 + SIGKILL);
-            write(name, old);
+            // The file, its content, that to the disk, and the name.
+            EXPECT_GE(step, 4);
         }
-        // The content, the content to the disk, the name, and the name to the disk.
-        EXPECT_GE(step, 5);
-        EXPECT_EQ(replaced, 2);
+        QFile::remove(target);
     }
+}
+
+TEST_F(Crashes, OfTheWindowLeaveSettingsAndAutosavesWhole) {
+    const QString file = path("x.vprj");
+    ASSERT_EQ(run({"convert", Divider, file}).status, 0);
+    QDir homeAutosaves(homePath("vortel-workbench/autosave"));
+    // Beside the file, or at home while what a lock left behind isn't old enough.
+    const auto autosaves = [&] {
+        QStringList found;
+        for (const QDir& folder : {QFileInfo(file).absoluteDir(), homeAutosaves}) {
+            for (const QString& name :
+                 folder.entryList({"*.autosave"}, QDir::Files | QDir::Hidden)) {
+                found.append(folder.filePath(name));
+            }
+        }
+        return found;
+    };
+    // What both folders' names begin with.
+    breakAt(QDir::tempPath() + '/', false);
+    bool hasEnded = false;
+    for (int step = 1; step < 100 && !hasEnded; ++step) {
+        SCOPED_TRACE(step);
+        environment.insert("CRASH_AT", QString::number(step));
+        auto window = open({file}, "Discard", true);
+        // Closed in order, unless it ends before.
+        const auto isOver = [&] { return window->process.state() == QProcess::NotRunning; };
+        EXPECT_TRUE(QTest::qWaitFor([&] { return isOver() || !autosaves().isEmpty(); }, Timeout));
+        window->process.terminate();
+        EXPECT_TRUE(QTest::qWaitFor(isOver, Timeout));
+        hasEnded = window->process.exitStatus() == QProcess::NormalExit;
+        EXPECT_TRUE(contentOf(homePath("vortel-workbench/settings.ini")).contains("Autosave"));
+        for (const QString& name : autosaves()) {
+            QString reason;
+            EXPECT_TRUE(ProjectFile::read(name, &reason)) << qPrintable(name + ' ' + reason);
+            QFile::remove(name);
+        }
+    }
+    EXPECT_TRUE(hasEnded);
 }
 
 TEST_F(Crashes, LeaveTheChangesOfAFileToBeRecovered) {

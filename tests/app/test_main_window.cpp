@@ -12,7 +12,6 @@
 #include <QAbstractButton>
 #include <QDateTime>
 #include <QDir>
-#include <QDockWidget>
 #include <QFile>
 #include <QFileInfo>
 #include <QLabel>
@@ -23,7 +22,6 @@
 #include <QStandardPaths>
 #include <QStatusBar>
 #include <QTimer>
-#include <QToolBar>
 #include <QTreeWidget>
 
 namespace {
@@ -38,48 +36,6 @@ class MainWindowTest : public WindowTest {
 protected:
     double scale() { return view()->transform().m11(); }
 };
-
-TEST_F(MainWindowTest, ShowsWhatTheDescriptionLists) {
-    EXPECT_EQ(window->centralWidget(), workbench.editorWidget());
-    EXPECT_EQ(workbench.libraryProblems(), QStringList());
-    QStringList menus;
-    for (QAction* menu : window->menuBar()->actions()) {
-        menus.append(menu->text());
-        EXPECT_FALSE(menu->menu()->isEmpty());
-    }
-    EXPECT_EQ(menus, QStringList({"&File", "&Edit", "&Place", "&View", "&Simulate", "&Help"}));
-
-    QStringList shortcuts;
-    for (QToolBar* bar : window->findChildren<QToolBar*>(QString(), Qt::FindDirectChildrenOnly)) {
-        for (QAction* button : bar->actions()) {
-            EXPECT_FALSE(button->icon().pixmap(32).isNull()) << qPrintable(button->objectName());
-            EXPECT_FALSE(button->statusTip().isEmpty()) << qPrintable(button->objectName());
-        }
-    }
-    for (const QAction* item : window->actions()) {
-        if (!item->shortcut().isEmpty()) {
-            shortcuts.append(item->shortcut().toString());
-        }
-    }
-    EXPECT_EQ(shortcuts.removeDuplicates(), 0);
-
-    auto* label = qobject_cast<QLabel*>(workbench.object("CCircuitEditorComponent.statusLabel"));
-    ASSERT_NE(label, nullptr);
-    EXPECT_TRUE(window->statusBar()->isAncestorOf(label));
-    for (const char* id : {"showElements", "showProperties", "showOutputVariables"}) {
-        auto* dock = window->findChild<QDockWidget*>(QLatin1String(id));
-        ASSERT_NE(dock, nullptr) << id;
-        // On a small screen they are tabs of one another.
-        EXPECT_TRUE(dock->toggleViewAction()->isChecked());
-        dock->toggleViewAction()->trigger();
-        EXPECT_FALSE(dock->isVisible());
-    }
-    auto* clipboard = window->findChild<QDockWidget*>("showClipboard");
-    ASSERT_NE(clipboard, nullptr);
-    EXPECT_FALSE(clipboard->isVisible());
-    clipboard->toggleViewAction()->trigger();
-    EXPECT_TRUE(clipboard->isVisible());
-}
 
 TEST_F(MainWindowTest, TheClipboardServesTheCanvas) {
     auto* editor = qobject_cast<ICircuitEditorExt2*>(workbench.editorWidget());
@@ -110,35 +66,6 @@ TEST_F(MainWindowTest, TheClipboardServesTheCanvas) {
             EXPECT_EQ(action(id)->isEnabled(), selected) << id;
         }
     }
-}
-
-TEST_F(MainWindowTest, ActionsCallTheEditor) {
-    open(Divider);
-    EXPECT_EQ(scale(), 1.0);  // a small drawing isn't blown up
-    trigger("zoomIn");
-    EXPECT_DOUBLE_EQ(scale(), 1.1);
-    trigger("zoomOne");
-    trigger("zoomOut");
-    EXPECT_DOUBLE_EQ(scale(), 0.9);
-    trigger("zoomFit");
-    EXPECT_GT(scale(), 2.0);
-
-    // What can be undone decides what can be chosen.
-    const char* const undoAndRedo[][2] = {{"undo", "canUndoChanged"}, {"redo", "canRedoChanged"}};
-    for (const auto& [id, signal] : undoAndRedo) {
-        EXPECT_FALSE(action(id)->isEnabled());
-        QMetaObject::invokeMethod(workbench.editorWidget(), signal, Q_ARG(bool, true));
-        EXPECT_TRUE(action(id)->isEnabled());
-        QMetaObject::invokeMethod(workbench.editorWidget(), signal, Q_ARG(bool, false));
-        EXPECT_FALSE(action(id)->isEnabled());
-    }
-
-    trigger("showTexts");
-    EXPECT_FALSE(action("showTexts")->isChecked());
-    trigger("showTexts");
-    // Both keys redo, and the entry tells what.
-    EXPECT_EQ(action("redo")->shortcuts(),
-              (QList<QKeySequence>{QKeySequence("Ctrl+Y"), QKeySequence("Ctrl+Shift+Z")}));
 }
 
 TEST_F(MainWindowTest, LaysWiresAndOpensHelpFromTheMenu) {

@@ -73,21 +73,6 @@ protected:
     ElementExplorer explorer;
 };
 
-TEST_F(ElementExplorerTest, ShowsTypesByLibrary) {
-    EXPECT_EQ(visibleTexts(explorer),
-              QStringList({"Semi", "Diode", "Zener diode", "Basic", "Resistor"}));
-    QTreeWidgetItem* item = itemWithText(explorer, "Resistor");
-    EXPECT_FALSE(item->icon(0).isNull());
-    EXPECT_TRUE(item->toolTip(0).contains("Resists."));
-    EXPECT_TRUE(item->toolTip(0).contains("Resistor.Basic"));
-    EXPECT_EQ(explorer.selectedElementName(), "");
-    QTest::mouseClick(tree()->viewport(), Qt::LeftButton, {}, centreOf("Zener diode"));
-    EXPECT_EQ(explorer.selectedElementName(), "Zener.Semi");
-    // A library is no type.
-    QTest::mouseClick(tree()->viewport(), Qt::LeftButton, {}, centreOf("Basic"));
-    EXPECT_EQ(explorer.selectedElementName().count("Basic"), 0);
-}
-
 TEST_F(ElementExplorerTest, FilterChoosesTheFirstMatch) {
     QTest::keyClicks(filter(), "DIO");
     EXPECT_EQ(visibleTexts(explorer), QStringList({"Semi", "Diode", "Zener diode"}));
@@ -357,21 +342,6 @@ TEST_F(PropertyEditorTest, TellsOfParametersThatAreNotThere) {
     EXPECT_EQ(shown("Caption"), "{Rload}");
     EXPECT_EQ(itemWithText(panel, "Caption")->toolTip(1), "{Rload}");
     EXPECT_FALSE(itemWithText(panel, "Caption")->data(1, Qt::ForegroundRole).isValid());
-}
-
-TEST_F(PropertyEditorTest, FurtherPanelsAreIndependent) {
-    CPropertyEditorComponent component;
-    const std::unique_ptr<QWidget> first(component.createWidget("any.propertyEditor"));
-    const std::unique_ptr<QWidget> second(component.createWidget("propertyEditor"));
-    EXPECT_EQ(component.createWidget("other"), nullptr);
-    auto* one = qobject_cast<IPropertyEditor*>(first.get());
-    auto* other = qobject_cast<IPropertyEditor*>(second.get());
-    ASSERT_TRUE(one && other && one != other);
-    one->setObject(r1->containerObject(), false);
-    EXPECT_EQ(other->object(), nullptr);
-    EXPECT_TRUE(one->containerObject()->setProperty("ReadOnly", true));
-    EXPECT_FALSE(second->property("ReadOnly").toBool());
-    EXPECT_FALSE(itemWithText(*first, "Name")->flags() & Qt::ItemIsEditable);
 }
 
 TEST_F(PropertyEditorTest, FollowsTheModel) {

@@ -13,7 +13,6 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QRegularExpression>
 #include <QSignalSpy>
 
 namespace {
@@ -61,26 +60,6 @@ protected:
 };
 
 }  // namespace
-
-TEST_F(Binding, DrawsTheModelAndForgetsIt) {
-    QSignalSpy modified(editor.get(), &CCircuitEditor::projectPartModified);
-    ICircuitElement* r1 = factory.createElement(QStringLiteral("Resistor.Basic"));
-    circuit.addElement(r1);
-    ASSERT_NE(itemOf(r1), nullptr);
-    EXPECT_EQ(modified.size(), 1);  // already on the grid
-    emit circuit.elementAdded(r1);
-    EXPECT_EQ(editor->scene()->items().size(), 3);
-    emit circuit.elementAdded(nullptr);
-
-    Circuit elsewhere;
-    ICircuitElement* foreign = factory.createElement(QStringLiteral("Resistor.Basic"));
-    elsewhere.addElement(foreign);
-    emit circuit.elementAdded(foreign);
-    EXPECT_EQ(itemOf(foreign), nullptr);
-
-    circuit.removeElement(r1);
-    EXPECT_TRUE(editor->scene()->items().isEmpty());
-}
 
 TEST_F(Binding, DrawsAPreloadedCircuitSilentlyAndLetsGoOfTheOld) {
     addDivider();

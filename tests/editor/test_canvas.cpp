@@ -219,40 +219,6 @@ TEST_F(Canvas, MarksTheHighlightFiveUnitsAround) {
     EXPECT_EQ(image.pixelColor(100 + 36, 100 + 24), QColor(Qt::white));
 }
 
-TEST_F(Canvas, LooksUpItemsWithoutLeavingEntries) {
-    add("Resistor.Basic", {0, 0});
-    add("Resistor.Basic", {200, 0});
-    ICircuitNode* node = join("R1.n", "R2.p");
-    ICircuitElement* r1 = element(QStringLiteral("R1"));
-    ICircuitElementNode* p = terminal(QStringLiteral("R1.p"));
-    auto* rectangle = editor->scene()->addRect(QRectF());
-    const struct {
-        QGraphicsItem* item;
-        int type;
-        ICircuitElement* element;
-        ICircuitElementNode* terminal;
-        ICircuitNode* node;
-    } rows[] = {{nullptr, 0, nullptr, nullptr, nullptr},
-                {rectangle, 0, nullptr, nullptr, nullptr},
-                {itemOf(r1), 1, r1, nullptr, nullptr},
-                {itemOf(p), 2, nullptr, p, nullptr},
-                {itemOf(node), 3, nullptr, nullptr, node}};
-    for (const auto& row : rows) {
-        EXPECT_EQ(editor->typeOfItem(row.item), row.type);
-        EXPECT_EQ(editor->elementFromItem(row.item), row.element);
-        EXPECT_EQ(editor->elementNodeFromItem(row.item), row.terminal);
-        EXPECT_EQ(editor->circuitNodeFromItem(row.item), row.node);
-    }
-    ICircuitElement* stranger = factory.createElement(QStringLiteral("Resistor.Basic"));
-    const std::unique_ptr<QObject> owner(stranger->containerObject());
-    EXPECT_EQ(editor->itemFor(stranger), nullptr);
-    EXPECT_EQ(editor->itemFor(stranger->elementNode(QStringLiteral("p"))), nullptr);
-    EXPECT_EQ(editor->itemFor(static_cast<ICircuitElementNode*>(nullptr)), nullptr);
-    // A look-up that left an entry would keep the element from ever being drawn.
-    circuit.addElement(factory.createElement(QStringLiteral("Capacitor.Basic")));
-    EXPECT_NE(itemOf(element(QStringLiteral("C1"))), nullptr);
-}
-
 TEST_F(Canvas, OutlivesItsSceneAndItsSceneOutlivesIt) {
     add("Resistor.Basic", {0, 0});
     add("Resistor.Basic", {200, 0});
@@ -288,18 +254,4 @@ TEST_F(Canvas, OutlivesItsSceneAndItsSceneOutlivesIt) {
     EXPECT_TRUE(scene.isNull());
     EXPECT_TRUE(label.isNull());
     EXPECT_EQ(circuit.elementCount(), 3);
-}
-
-TEST_F(Canvas, ModeIsKeptShownAndTold) {
-    QList<CCircuitEditor::Mode> changed;
-    QObject::connect(editor.get(), &CCircuitEditor::editorModeChanged,
-                     [&changed](CCircuitEditor::Mode mode) { changed.append(mode); });
-    editor->setMode(CCircuitEditor::EditMode);
-    EXPECT_TRUE(changed.isEmpty());
-    editor->setMode(CCircuitEditor::OutVarSelectionMode);
-    EXPECT_EQ(editor->viewport()->cursor().shape(), Qt::CrossCursor);
-    editor->setMode(CCircuitEditor::ManualConnectionMode);
-    EXPECT_FALSE(editor->viewport()->testAttribute(Qt::WA_SetCursor));
-    EXPECT_EQ(changed, (QList<CCircuitEditor::Mode>{CCircuitEditor::OutVarSelectionMode,
-                                                    CCircuitEditor::ManualConnectionMode}));
 }

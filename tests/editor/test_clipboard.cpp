@@ -379,18 +379,6 @@ TEST_F(ClipboardTest, ForeignAndHostileTextsPasteWhatTheyCan) {
     EXPECT_LT(timer.elapsed(), 20000);
 }
 
-TEST_F(ClipboardTest, WithoutAServiceNothingHappens) {
-    create("Resistor.Basic", {0, 0});
-    click({0, 0});
-    editor->copy();
-    editor->setClipboard(nullptr);
-    QApplication::clipboard()->setText("untouched");
-    editor->copy();
-    EXPECT_EQ(QApplication::clipboard()->text(), "untouched");
-    editor->pasteFromClipboard();
-    EXPECT_EQ(circuit.elementCount(), 1);
-}
-
 TEST_F(ClipboardTest, AnAnnotatedAmplifierSurvivesItsCopy) {
     QFile file(QStringLiteral(VORTEL_SOURCE_DIR "/examples/opamp-741.vprj"));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));

@@ -156,34 +156,3 @@ TEST_F(Drawing, ASallenKeyFilterByHandEqualsTheExample) {
             << qPrintable(it.key());
     }
 }
-
-TEST_F(Drawing, EveryStepOfASmallDrawingIsUndoneExactly) {
-    place("Resistor.Basic", {-100, 0});
-    place("Capacitor.Basic", {100, 0});
-    setValue("R1", "R", "4.7k");
-    setValue("C1", "Rotation", "1");
-    step([&] { drag({100, 5}, {160, 45}); });
-    wire({placeOf("R1.n"), {0, 0}, placeOf("C1.p")});
-    place("Ground.Basic", {160, 150});
-    wire({placeOf("C1.n"), placeOf("GND1.gnd")});
-    step([&] {
-        itemOf("GND1")->setSelected(true);
-        key(Qt::Key_Delete);
-    });
-    ASSERT_EQ(history.size(), editor->undoStack()->count());
-    // The deletion brings the ground back without its wire.
-    editor->undo();
-    EXPECT_EQ(circuit.elementCount(), 3);
-    EXPECT_EQ(circuit.nodeCount(), 1);
-    // The wire and the ground of old are dead to their commands.
-    editor->undo();
-    editor->undo();
-    EXPECT_EQ(circuit.elementCount(), 3);
-    itemOf("GND1")->setSelected(true);
-    circuit.removeElement(element("GND1"));
-    for (int i = 5; i >= 0; --i) {
-        editor->undo();
-        EXPECT_EQ(snapshot(), history.at(i)) << i;
-    }
-    EXPECT_EQ(circuit.elementCount(), 0);
-}

@@ -9,14 +9,9 @@
 #include "DrawingTest.h"
 
 #include <QApplication>
-#include <QDir>
 #include <QGraphicsScene>
-#include <QGraphicsSceneHoverEvent>
-#include <QListWidget>
 #include <QMenu>
-#include <QSignalSpy>
 #include <QSpinBox>
-#include <QTemporaryDir>
 
 namespace {
 
@@ -116,21 +111,6 @@ TEST_F(ElementHandling, ADropOnAWireJoinsItsNetAndMakesItManual) {
     snapshot();
 }
 
-TEST_F(ElementHandling, ADropWhereConnectionsDissolveNetsIsSafe) {
-    // Both terminals of the capacitor fall on wires, and one net swallows the other.
-    create("Resistor.Basic", {-200, 0});
-    create("Resistor.Basic", {200, 0});
-    create("Resistor.Basic", {-200, 20});
-    create("Resistor.Basic", {200, 20});
-    create("Capacitor.Basic", {0, 200});
-    solver.makeConnection(terminal("R1.n"), terminal("R2.p"));
-    solver.makeConnection(terminal("R3.n"), terminal("R4.p"));
-    wireAt("R1.n")->addShape(wireAt("R3.n")->internalShape(), false);
-    drag({0, 212}, {0, 32});
-    snapshot();
-    EXPECT_EQ(circuit.nodeCount(), 1);
-}
-
 TEST_F(ElementHandling, AModelMayAnswerADropByTakingTheElementAway) {
     create("Resistor.Basic", {0, 0});
     create("Resistor.Basic", {200, 100});
@@ -204,22 +184,6 @@ TEST_F(ElementHandling, KeysTurnMirrorAndMoveASelectedElement) {
     EXPECT_EQ(itemOf("R1")->pos(), QPointF(10, 10));
     editor->undo();
     EXPECT_EQ(itemOf("R1")->pos(), QPointF(0, 0));
-}
-
-TEST_F(ElementHandling, HoverShowsWhatCanBeDone) {
-    create("Resistor.Basic", {0, 0});
-    const auto hover = [this](QEvent::Type type) {
-        QGraphicsSceneHoverEvent event(type);
-        editor->scene()->sendEvent(itemOf("R1"), &event);
-    };
-    hover(QEvent::GraphicsSceneHoverEnter);
-    EXPECT_EQ(cursorOf("R1"), Qt::OpenHandCursor);
-    editor->setMode(CCircuitEditor::ManualConnectionMode);
-    hover(QEvent::GraphicsSceneHoverMove);
-    EXPECT_EQ(cursorOf("R1"), Qt::ArrowCursor);
-    hover(QEvent::GraphicsSceneHoverLeave);
-    EXPECT_EQ(cursorOf("R1"), Qt::OpenHandCursor);
-    editor->setMode(CCircuitEditor::EditMode);
 }
 
 TEST_F(ElementHandling, TheMenuOffersAndDoes) {
@@ -315,33 +279,4 @@ TEST_F(ElementHandling, MenusAndDialogsSurviveTheDeathOfTheirElement) {
     });
     rightClick({100, 2});
     EXPECT_EQ(driver.texts, QStringList{"Delete Node|Output Variable"});
-}
-
-TEST_F(ElementHandling, TheOutputVariableDialogListsWhatTheTypeOffers) {
-    create("Resistor.Basic", {0, 0});
-    create("Comparator.Analog", {200, 0});
-    CCircuitEditorElementConfigDialog dialog(editor);
-    auto* list = dialog.findChild<QListWidget*>(QStringLiteral("lstOutVars"));
-    const auto listed = [&](const char* name) {
-        dialog.setCircuitElement(element(name));
-        QStringList names;
-        for (int i = 0; i < list->count(); ++i) {
-            names << list->item(i)->text();
-        }
-        return names;
-    };
-    EXPECT_EQ(listed("R1"), (QStringList{"i", "p", "v", "R"}));
-    EXPECT_EQ(listed("CMP1"), (QStringList{"out", "vd"}));
-    EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Output Variables Selection Dialog"));
-    dialog.setCircuitElement(nullptr);
-    EXPECT_EQ(list->count(), 0);
-    EXPECT_EQ(dialog.circuitElement(), nullptr);
-
-    int modified = 0;
-    QObject::connect(editor, &CCircuitEditor::projectPartModified, [&modified] { ++modified; });
-    DialogDriver driver;
-    driver.reject();
-    QMetaObject::invokeMethod(editor, "on_editOutputVariables");
-    EXPECT_EQ(driver.titles, QStringList{"Circuit Output Variables"});
-    EXPECT_EQ(modified, 1);
 }

@@ -6,7 +6,6 @@
 #include "EditorTest.h"
 #include "ICircuitElementVisual.h"
 #include "Invariants.h"
-#include "WarningGuard.h"
 
 #include <QApplication>
 #include <QGraphicsScene>
@@ -69,27 +68,6 @@ TEST_F(Items, OutlineIsThePictureAroundTheOriginWithoutPenWidth) {
     EXPECT_EQ(item->mapToScene(item->boundingRect()).boundingRect(), QRectF(80, 20, 40, 60));
 }
 
-TEST_F(Items, TerminalMarkersFollowTheGridAndTheModel) {
-    editor->setGridSize(25);
-    add("NPN.Semiconductors", {0, 0});
-    CCircuitEditorElementNodeItem* marker = itemOf(terminal(QStringLiteral("Q1.B")));
-    EXPECT_EQ(marker->rect(), QRectF(-12, -12, 25, 25));
-    EXPECT_EQ(marker->boundingRect(), marker->rect());
-    EXPECT_EQ(marker->toolTip(), QStringLiteral(" (B)"));
-    EXPECT_EQ(marker->pen().color().alpha(), 1);
-    EXPECT_EQ(marker->brush().color(), terminal(QStringLiteral("Q1.B"))->color());
-    // Mirrored by the model, and only then moved.
-    element(QStringLiteral("Q1"))->setFlip(2);
-    EXPECT_EQ(marker->pos(), QPointF(30, 0));
-
-    marker->setElementNode(nullptr);
-    EXPECT_EQ(marker->pos(), QPointF(0, 0));
-    EXPECT_EQ(marker->brush().style(), Qt::NoBrush);
-    EXPECT_TRUE(marker->toolTip().isEmpty());
-    EXPECT_TRUE(marker->isVisible());
-    marker->setElementNode(terminal(QStringLiteral("Q1.B")));
-}
-
 TEST_F(Items, FlipMirrorsVectorPicturesOnly) {
     PicturedElement element;
     element.vector.load(svg("-20 -20 40 40"));
@@ -137,25 +115,6 @@ TEST_F(Items, AViewBoxOffTheCentreIsDrawnDisplaced) {
     item.setElement(nullptr);
 }
 
-TEST_F(Items, ToolTipNamesTheModelAndItsFile) {
-    CircuitElement* npn = add("NPN.Semiconductors", {0, 0});
-    auto* item = itemOf(npn);
-    const QString first = QStringLiteral(
-        "<font size=\"+1\"><b><font color=\"red\">Q1</font></b> (<b><i><font color=\"blue\">%1"
-        "</font></i></b>)</font><br>");
-    const QString head = first.arg(npn->desc()->label());
-    EXPECT_EQ(item->toolTip(), head);
-    circuit.addModel(QStringLiteral("2N2222"), QStringLiteral("bjt.lib"));
-    npn->setModelName(QStringLiteral("2N2222"));
-    EXPECT_EQ(item->toolTip(), head);  // the report is queued
-    QApplication::processEvents();
-    EXPECT_EQ(item->toolTip(),
-              head + QStringLiteral("<b>Model: </b> 2N2222<br><b>Model File: </b> bjt.lib<br>"));
-    npn->setModelName(QStringLiteral("other"));
-    QApplication::processEvents();
-    EXPECT_TRUE(item->toolTip().endsWith(QStringLiteral("<b>Model File: </b> <br>")));
-}
-
 TEST_F(Items, WiresLockTheElementAndShowInItsCursor) {
     auto* first = itemOf(add("Resistor.Basic", {0, 0}));
     add("Resistor.Basic", {200, 0});
@@ -184,17 +143,6 @@ TEST_F(Items, WiresLockTheElementAndShowInItsCursor) {
     solver.disconnectElement(first->element());
     EXPECT_EQ(first->cursor().shape(), Qt::OpenHandCursor);
     EXPECT_EQ(first->circuitNodeItemCount(), 0);
-}
-
-TEST_F(Items, AnElementWithTwoTerminalsOnANetStaysWiredUntilTheLastLeaves) {
-    add("Resistor.Basic", {0, 0});
-    auto* npn = itemOf(add("NPN.Semiconductors", {200, 0}));
-    ICircuitNode* node = join("R1.n", "Q1.B");
-    solver.makeConnection(terminal(QStringLiteral("Q1.C")), node);
-    EXPECT_EQ(npn->circuitNodeItemCount(), 1);
-    solver.breakConnection(terminal(QStringLiteral("Q1.C")), node);
-    EXPECT_EQ(npn->circuitNodeItemCount(), 1);
-    EXPECT_TRUE(invariantBreaches(*editor).isEmpty());
 }
 
 TEST_F(Items, FacingTerminalsAreJoinedByAStraightWire) {
@@ -271,17 +219,6 @@ TEST_F(Items, TakesOneBranchOutOfADrawing) {
     solver.breakConnection(ground, node);
     EXPECT_TRUE(wire->removeShapeFor(terminal(QStringLiteral("R1.n"))));
     EXPECT_EQ(circuit.nodeCount(), 0);
-}
-
-TEST_F(Items, ANetOfWhichFewerThanTwoTerminalsAreDrawnHasNoWire) {
-    add("Resistor.Basic", {0, 0});
-    add("Resistor.Basic", {200, 0});
-    CCircuitEditorNodeItem* wire = itemOf(join("R1.n", "R2.p"));
-    delete itemOf(element(QStringLiteral("R2")));
-    wire->updateNode();
-    EXPECT_TRUE(wire->internalShape().isEmpty());
-    EXPECT_TRUE(wire->boundingRect().isEmpty());
-    editor.reset();
 }
 
 TEST_F(Items, DeletingAMovedElementGivesItsWiresBackToTheRouter) {

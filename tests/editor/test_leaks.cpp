@@ -4,6 +4,7 @@
 #include "CCircuitEditorTextBox.h"
 #include "DrawingTest.h"
 
+#include <QApplication>
 #include <QDomDocument>
 
 #include <malloc.h>

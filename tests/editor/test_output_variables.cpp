@@ -10,8 +10,6 @@
 #include <QAbstractItemDelegate>
 #include <QApplication>
 #include <QContextMenuEvent>
-#include <QDataStream>
-#include <QDropEvent>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>

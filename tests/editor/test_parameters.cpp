@@ -17,14 +17,6 @@
 
 namespace {
 
-/// Answers neither for texts nor for changes of names.
-class NumbersOnlyCircuit : public Circuit {
-public:
-    void* qt_metacast(const char* name) override {
-        return std::strstr(name, "GlobalVariable") ? nullptr : Circuit::qt_metacast(name);
-    }
-};
-
 class Parameters : public EditorTest {
 protected:
     Parameters() {
@@ -219,40 +211,4 @@ TEST_F(Parameters, AreShownInAColumnOfTextBoxes) {
     EXPECT_EQ(box->text(), QStringLiteral("m = 7"));
     delete box;
     EXPECT_EQ(editor->globalParamTextBoxCount(), 1);
-}
-
-TEST_F(Parameters, GetOnWithACircuitThatCanLess) {
-    NumbersOnlyCircuit plain;
-    CircuitSolver plainSolver(&plain);
-    editor->setCircuitSolver(&plainSolver);
-    reports = 0;
-    open("on_addGlobalVariable", [this] {
-        part<QRadioButton>("rbString")->click();
-        QMetaObject::invokeMethod(dialog, "accept");
-    });
-    EXPECT_EQ(plain.globalVariableCount(), 0);
-    EXPECT_EQ(reports, 1);
-    plain.addGlobalVariable(QStringLiteral("k"), 1, true);
-    open("on_removeGlobalVariable", [this] {
-        EXPECT_FALSE(table()->model()->index(0, 0).flags() & Qt::ItemIsEditable);
-        select({"k"});
-        push("Remove Selected");
-    });
-    EXPECT_EQ(plain.globalVariableCount(), 0);
-    const CCircuitEditorGlobaParamTextBox unheard(editor.get());
-    editor->setCircuitSolver(nullptr);
-    for (const char* slot :
-         {"on_addGlobalVariable", "on_removeGlobalVariable", "on_insertGlobalVarTextBox"}) {
-        call(slot);
-    }
-}
-
-TEST_F(Parameters, DialogsGoWithTheEditor) {
-    for (const char* slot :
-         {"on_addGlobalVariable", "on_removeGlobalVariable", "on_insertGlobalVarTextBox"}) {
-        open(slot, [this] { editor.reset(); });
-        editor = std::make_unique<CCircuitEditor>();
-        editor->setCircuitSolver(&solver);
-    }
-    EXPECT_EQ(driver.titles.size(), 3);
 }

@@ -16,7 +16,6 @@
 #include <QHoverEvent>
 #include <QLabel>
 #include <QMenu>
-#include <QPainter>
 #include <QScrollBar>
 #include <QTest>
 #include <QWheelEvent>
@@ -163,44 +162,6 @@ TEST_F(Pointer, AWireIsDraggedToATerminalOrAWire) {
     const auto added = pathPoints(second);
     ASSERT_GE(merged.size(), added.size());
     EXPECT_TRUE(std::equal(added.rbegin(), added.rend(), merged.rbegin()));
-}
-
-TEST_F(Pointer, ASolverThatRefusesLeavesEverythingAsItWas) {
-    class Refusing : public CircuitSolver {
-    public:
-        using CircuitSolver::CircuitSolver;
-        ICircuitNode* makeConnection(ICircuitElementNode*, ICircuitElementNode*) override {
-            return nullptr;
-        }
-        bool makeConnection(ICircuitElementNode*, ICircuitNode*) override { return false; }
-        bool makeConnection(ICircuitNode*, ICircuitNode*) override { return false; }
-    };
-    create("Resistor.Basic", {-200, 0});
-    create("Resistor.Basic", {0, 0});
-    create("Resistor.Basic", {-200, 200});
-    create("Resistor.Basic", {0, 200});
-    layWire({{-170, 0}, {-30, 0}});
-    const int commands = editor->undoStack()->count();
-    {
-        Circuit other;
-        Refusing refusing(&other);
-        for (int i = 0; i < 3; ++i) {
-            other.addElement(factory.createElement(QStringLiteral("Resistor.Basic")));
-        }
-        CircuitSolver real(&other);
-        real.makeConnection(other.element(0)->elementNode(QStringLiteral("n")),
-                            other.element(1)->elementNode(QStringLiteral("p")));
-        editor->setCircuitSolver(&refusing);
-        editor->elementItem(other.element(2))->setPos(0, 200);
-        const QByteArray before = editor->describe();
-        layWire({{-30, 200}, {30, 200}});
-        EXPECT_EQ(editor->describe(), before);
-        EXPECT_EQ(editor->undoStack()->count(), commands);
-        editor->setCircuitSolver(nullptr);
-    }
-    // With no solver the pointer still pans and tells of clicks.
-    drag({0, 0}, {50, 50});
-    EXPECT_EQ(editor->circuit(), nullptr);
 }
 
 TEST_F(Pointer, AHandLaidWireGoesThroughItsPoints) {
@@ -376,26 +337,6 @@ TEST_F(Pointer, AWireThatLeadsOutKeepsItsElementsInPlace) {
     EXPECT_TRUE(rectangle()->itemList().isEmpty());
     key(Qt::Key_Right);
     EXPECT_EQ(itemOf("R1")->pos(), QPointF(-200, 0));
-}
-
-TEST_F(Pointer, TheRectangleStaysOutOfPicturesAndForgetsTheDead) {
-    create("Resistor.Basic", {0, 0});
-    drag({-50, -50}, {50, 50}, Qt::ControlModifier);
-    ASSERT_EQ(rectangle()->itemList().size(), 1);
-    QImage image(200, 200, QImage::Format_RGB32);
-    image.fill(Qt::white);
-    QPainter painter(&image);
-    editor->scene()->render(&painter, QRectF(), QRectF(-100, -100, 200, 200));
-    painter.end();
-    EXPECT_EQ(image.pixelColor(60, 60), QColor(Qt::white));
-    circuit.removeElement(element("R1"));
-    EXPECT_TRUE(rectangle()->itemList().isEmpty());
-    key(Qt::Key_Left);
-    // It goes while it is being drawn.
-    press({-50, -50}, Qt::ControlModifier);
-    delete rectangle();
-    moveTo({0, 0});
-    release({0, 0});
 }
 
 TEST_F(Pointer, ReadOnlyStillPansAndSelects) {

@@ -7,7 +7,6 @@
 #include "CUndoRedo.h"
 #include "CircuitElementNode.h"
 #include "DrawingTest.h"
-#include "WarningGuard.h"
 
 #include <cstring>
 
@@ -39,15 +38,6 @@ class CuttingSolver : public CircuitSolver {
 public:
     using CircuitSolver::CircuitSolver;
     bool breakConnection(ICircuitNode*) override { return true; }
-};
-
-class EmptyFactory : public QObject, public ICircuitElementFactory {
-    Q_OBJECT
-    Q_INTERFACES(ICircuitElementFactory)
-
-public:
-    QObject* containerObject() override { return this; }
-    ICircuitElement* createElement(const QString&) override { return nullptr; }
 };
 
 class PoorHost : public EditorTest {};
@@ -112,5 +102,3 @@ TEST_F(PoorHost, ASolverThatOnlyCutsGetsTheNodeRemovedByTheCircuit) {
     EXPECT_EQ(circuit.nodeCount(), 0);
     editor->setCircuitSolver(nullptr);
 }
-
-#include "test_poor_hosts.moc"

@@ -15,10 +15,8 @@
 #include <QContextMenuEvent>
 #include <QLabel>
 #include <QMenu>
-#include <QPainter>
 #include <QSignalSpy>
 #include <QSplitter>
-#include <QStyleOptionGraphicsItem>
 #include <QTest>
 
 #include <cstring>
@@ -160,83 +158,6 @@ TEST_F(PropertyBoxes, MoveWithTheirElementAndKeepTheirDistance) {
     EXPECT_EQ(itemOf("R1")->pos(), QPointF(0, 0));
     drag({0, 12}, {30, 12});
     EXPECT_EQ(box->pos(), QPointF(7, 47));
-}
-
-TEST_F(PropertyBoxes, AreHandledAsTextBoxesAreButForF2) {
-    create("Resistor.Basic", {0, 0});
-    Box* box = boxOnResistance({0, 40});
-    panel.setObject(element("R1"), false);
-    drag({56, 66}, {76, 86});
-    EXPECT_EQ(box->rect(), QRectF(0, 40, 80, 50));
-    click({3, 43});
-    EXPECT_TRUE(box->isSelected());
-    EXPECT_EQ(panel.shown, nullptr);
-    key(Qt::Key_F2);
-    key(Qt::Key_Right);
-    EXPECT_EQ(box->pos(), QPointF(10, 40));
-    key(Qt::Key_Delete);
-    turnEventLoop();
-    EXPECT_TRUE(itemOf("R1")->propertyTextBoxList().isEmpty());
-}
-
-TEST_F(PropertyBoxes, AreFilledAlsoWithAColourThatIsNone) {
-    create("Resistor.Basic", {0, 0});
-    Box* box = boxOnResistance({0, 40});
-    QImage image(60, 30, QImage::Format_RGB32);
-    QStyleOptionGraphicsItem option;
-    option.rect = image.rect();
-    for (const QColor& color : {QColor(Qt::yellow), QColor()}) {
-        image.fill(Qt::white);
-        QPainter painter(&image);
-        box->setBackgroundColor(color);
-        box->paint(&painter, &option, nullptr);
-        EXPECT_EQ(image.pixelColor(1, 1), QColor(color.rgb()));
-    }
-}
-
-TEST_F(PropertyBoxes, DieWithTheirElement) {
-    create("Resistor.Basic", {0, 0});
-    const QPointer<Box> box(boxOnResistance({0, 40}));
-    click({10, 50});
-    EXPECT_TRUE(box->isSelected());
-    circuit.removeElement(element("R1"));
-    EXPECT_TRUE(box.isNull());
-    EXPECT_EQ(editor->elementPropertyTextBoxCount(), 0);
-    // An element that isn't drawn has a box, too.
-    auto* apart = CircuitElement::from(factory.createElement(QStringLiteral("Resistor.Basic")));
-    const QPointer<Box> other(editor->addElementPropertyTextBox(QPointF()));
-    other->setElementProperty(apart, QStringLiteral("R"));
-    delete apart;
-    ASSERT_FALSE(other.isNull());
-    EXPECT_EQ(other->element(), nullptr);
-    EXPECT_EQ(other->propertyText(), QString());
-    turnEventLoop();
-    EXPECT_TRUE(other.isNull());
-}
-
-TEST_F(PropertyBoxes, TheMenuOffersAndDoes) {
-    create("Resistor.Basic", {0, 0});
-    const QPointer<Box> box(boxOnResistance({0, 40}));
-    {
-        DialogDriver driver;
-        driver.closeMenu();
-        rightClick({10, 50});
-        driver.chooseEntry(QStringLiteral("Set Element/Property"));
-        driver.reject();
-        rightClick({10, 50});
-        EXPECT_EQ(driver.texts.first(), "Set Element/Property|-|Delete");
-        EXPECT_EQ(driver.titles.last(), "Element-Property Selection Dialog");
-        EXPECT_TRUE(box->isVisible());
-        // The box may go while its menu is open.
-        driver.queue([this](QWidget*) { circuit.removeElement(element("R1")); });
-        rightClick({10, 50});
-        EXPECT_TRUE(box.isNull());
-    }
-    create("Resistor.Basic", {0, 0});
-    boxOnResistance({0, 40});
-    chooseInMenuAt({10, 50}, "Delete");
-    turnEventLoop();
-    EXPECT_EQ(editor->elementPropertyTextBoxCount(), 0);
 }
 
 TEST_F(PropertyBoxes, TheDialogPicksAnElementAndAProperty) {

@@ -152,14 +152,6 @@ TEST_F(Study, AWireWithoutAStoredPathIsRoutedIfTold) {
     }
 }
 
-TEST_F(Study, ACircuitThatIsNoElementHasNothingToShow) {
-    Circuit plain;
-    view->setCircuit(&plain);
-    EXPECT_EQ(view->circuit(), &plain);
-    EXPECT_EQ(itemCount(), 0);
-    view.reset();
-}
-
 using ProjectRecords = DrawingTest;
 
 #include "test_study.moc"

@@ -5,7 +5,6 @@
 #include "DialogDriver.h"
 #include "DrawingTest.h"
 #include "TextBoxText.h"
-#include "WarningGuard.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -106,39 +105,6 @@ TEST(TextEncoding, SymbolsThatWereTornApartAreMended) {
     }
 }
 
-TEST(TextEncoding, WritesASymbolAsThreeCharacters) {
-    QTextDocument document;
-    TextBoxText::fill(&document, QStringLiteral("a{|x|}"), QFont(QString(), 13));
-    const auto formatAt = [&](int position) {
-        QTextCursor cursor(&document);
-        cursor.setPosition(position);
-        return cursor.charFormat();
-    };
-    EXPECT_EQ(document.toPlainText(), QString("a%1x%1").arg(TextBoxText::Guard));
-    EXPECT_FALSE(formatAt(1).hasProperty(0x100001));
-    EXPECT_TRUE(formatAt(2).boolProperty(0x100001));
-    EXPECT_EQ(formatAt(3).properties(),
-              (QMap<int, QVariant>{{QTextFormat::FontFamily, QStringLiteral("Symbol")},
-                                   {QTextFormat::FontPointSize, 13.0}}));
-    EXPECT_EQ(formatAt(4), formatAt(1));
-}
-
-TEST(TextEncoding, OfLongTextsTakesTimeByTheirLength) {
-    for (const char* piece : {"5", "word ", "{|a|}", "a{|?|}"}) {
-        const int count = 100000 / static_cast<int>(qstrlen(piece));
-        const QString text = QString::fromLatin1(piece).repeated(count);
-        CCircuitEditorTextBox box(nullptr);
-        box.setRect(QRectF());
-        QElapsedTimer watch;
-        watch.start();
-        box.setText(text);
-        EXPECT_EQ(box.text(), text);
-        TextBoxText::setFamily(box.document(), QStringLiteral("DejaVu Sans"));
-        // By the square of the length it would be minutes.
-        EXPECT_LT(watch.elapsed(), 8000) << piece;
-    }
-}
-
 TEST_F(TextBoxes, AreResizedByTheirCorner) {
     press({96, 56});
     EXPECT_EQ(box->cursor().shape(), Qt::SizeFDiagCursor);
@@ -220,17 +186,4 @@ TEST_F(TextBoxes, OfferAMenu) {
     driver.queue([this](QWidget*) { delete box; });
     rightClick({20, 20});
     EXPECT_EQ(editor->textBoxCount(), 0);
-}
-
-TEST_F(TextBoxes, OfferColoursByLabel) {
-    QMenu menu;
-    createColorOptionsMenu(&menu, QStringLiteral("Text"),
-                           {{"Red", "#f00"}, {"Default", "blue"}, {"Odd", "no color"}}, box,
-                           SLOT(setTextColor(QColor)));
-    QStringList told;
-    for (QAction* action : menu.actions().constFirst()->menu()->actions()) {
-        action->trigger();
-        told << action->text() << (box->textColor().isValid() ? box->textColor().name() : "");
-    }
-    EXPECT_EQ(told, (QStringList{"Default", "#0000ff", "Odd", "", "Red", "#ff0000"}));
 }

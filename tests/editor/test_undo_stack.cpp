@@ -196,20 +196,3 @@ TEST_F(UndoStack, HandsOnThePointerOfALivingObjectOnly) {
     stack->notifyObjectPointerChange(key, heir.get());
     EXPECT_TRUE(journal.lines.isEmpty());
 }
-
-TEST_F(UndoStack, ClearDeletesAllAndSignalsEachTime) {
-    auto object = named("x");
-    push("a", {object.get()});
-    push("b", {object.get()});
-    stack->undo();
-    QSignalSpy cleared(stack.get(), &CUndoRedoStack::stackCleared);
-    QSignalSpy canRedo(stack.get(), &CUndoRedoStack::canRedoChanged);
-    stack->clear();
-    stack->clear();
-    EXPECT_EQ(cleared.size(), 2);
-    EXPECT_EQ(canRedo.size(), 2);
-    EXPECT_EQ(journal.alive, 0);
-    stack.reset();
-    object.reset();
-    EXPECT_EQ(journal.lines, QStringList{"undo b"});
-}

@@ -6,7 +6,6 @@
 
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -49,42 +48,6 @@ protected:
 };
 
 }  // namespace
-
-TEST_F(Library, FurtherInterfacesAreAskedByName) {
-    write("Widget.json", Good);
-    // Terminals of several kinds tell by themselves that a type is mixed.
-    const QByteArray unmarked = QByteArray(Good).replace("\"mixed\": true", "\"mixed\": false");
-    write("Unmarked.json", unmarked);
-    write("Plain.json", QByteArray(unmarked).replace("\"t\"", "\"e\""));
-    ASSERT_TRUE(library.load(folder.path()));
-    ICircuitElementDesc* type = library.description("Widget.Lib");
-    void* answer = nullptr;
-    type->queryInterface("IElementBasicParametersDesc", &answer);
-    ASSERT_TRUE(answer);
-    // The pointer has lost its type on the way: used as another one it would crash or mix up rows.
-    auto* parameters = static_cast<IElementBasicParametersDesc*>(answer);
-    EXPECT_EQ(parameters->realParameters().keys(), QStringList("size"));
-    EXPECT_EQ(parameters->outputVariables().keys(), QStringList("heat"));
-    EXPECT_EQ(parameters->outputACVariables().keys(), QStringList("heat_ac"));
-    EXPECT_EQ(parameters->containerObject(), type->containerObject());
-
-    const struct {
-        const char* type;
-        const char* name;
-        bool offered;
-    } table[] = {
-        {"Widget.Lib", "IGeneralMixedElementDesc", true},
-        {"Unmarked.Lib", "IGeneralMixedElementDesc", true},
-        {"Plain.Lib", "IGeneralMixedElementDesc", false},
-        {"Widget.Lib", "ISubCircuitElementDesc", false},
-        {"Widget.Lib", "", false},
-    };
-    for (const auto& row : table) {
-        void* result = nullptr;
-        library.description(row.type)->queryInterface(row.name, &result);
-        EXPECT_EQ(result != nullptr, row.offered) << row.type << ' ' << row.name;
-    }
-}
 
 TEST_F(Library, EachFaultIsToldAndTheRestLoads) {
     const struct {

@@ -1,10 +1,7 @@
 #include "HostFixture.h"
 #include "OutputVariable.h"
 
-#include <QElapsedTimer>
 #include <QPointer>
-
-#include <algorithm>
 
 class Model : public CircuitTest {};
 
@@ -186,25 +183,6 @@ TEST_F(Model, RemovalIsToldInOrderAndWhileTheElementIsWhole) {
     EXPECT_FALSE(guard);
 }
 
-TEST_F(Model, ObjectsThatAreDestroyedInPlaceLeaveTheCircuitFirst) {
-    CircuitElement* first = add(resistor);
-    CircuitElement* second = add(resistor);
-    CircuitElement* third = add(resistor);
-    join(first, "n", second, "p");
-    CircuitNode* other = join(second, "n", third, "p");
-    auto* output = OutputVariable::from(circuit.addOutputVariable(third, "i"));
-    SignalLog log(circuit);
-    delete first;
-    EXPECT_EQ(log.take(), QStringList({"nodeRemoved n1 1", "elementRemoved R1"}));
-    delete other;
-    EXPECT_EQ(log.take(), QStringList({"nodeRemoved n2 2"}));
-    delete output;
-    EXPECT_EQ(log.take(), QStringList({"outputVariableRemoved out1"}));
-    EXPECT_EQ(circuit.elementCount(), 2);
-    EXPECT_EQ(circuit.nodeCount(), 0);
-    EXPECT_EQ(terminal(second, "n")->node(), nullptr);
-}
-
 TEST_F(Model, ListenersMayChangeTheCircuitFromWithinItsSignals) {
     CircuitElement* first = add(resistor);
     CircuitElement* second = add(resistor);
@@ -233,23 +211,6 @@ TEST_F(Model, ListenersMayChangeTheCircuitFromWithinItsSignals) {
     EXPECT_EQ(elementNames(), QStringList({"R2", "R1"}));
     circuit.clear();
     EXPECT_EQ(circuit.elementCount() + circuit.nodeCount(), 0);
-}
-
-TEST_F(Model, ANodeThatIsBeingDissolvedGoesOnceAndTakesNobodyBack) {
-    CircuitElement* first = add(resistor);
-    CircuitElement* second = add(resistor);
-    CircuitNode* net = join(first, "n", second, "p");
-    int refused = 0;
-    QObject::connect(net, &CircuitNode::elementNodeRemoved, net, [&](ICircuitElementNode* t) {
-        refused += !solver.makeConnection(t, static_cast<ICircuitNode*>(net));
-        refused += !circuit.addOutputVariable(net);
-        circuit.removeNode(net);
-    });
-    SignalLog log(circuit);
-    circuit.removeNode(net);
-    EXPECT_EQ(refused, 4);
-    EXPECT_EQ(log.take(), QStringList("nodeRemoved n1 2"));
-    EXPECT_EQ(circuit.nodeCount(), 0);
 }
 
 TEST_F(Model, ClearRemovesAllButWhatIsTheCircuitsOwn) {
@@ -360,45 +321,4 @@ TEST_F(Model, OutputVariables) {
     log.take();
     solver.breakConnection(net);
     EXPECT_EQ(log.take(), QStringList({"outputVariableRemoved out1", "nodeRemoved n1 2"}));
-}
-
-namespace {
-
-/// Seconds to build a chain with three nodes for every two elements, clear it and destroy it.
-double timeOfLife(ElementDescription& type, int elements) {
-    QElapsedTimer timer;
-    timer.start();
-    Circuit circuit;
-    CircuitSolver solver(&circuit);
-    for (int i = 0; i < elements; ++i) {
-        circuit.addElement(new CircuitElement(&type));
-    }
-    const auto pin = [&](int i, const char* name) {
-        return circuit.element(i % elements)->elementNode(QLatin1String(name));
-    };
-    for (int i = 0; i < elements; i += 2) {
-        solver.makeConnection(pin(i, "C"), pin(i + 1, "C"));
-        solver.makeConnection(pin(i, "B"), pin(i + 1, "B"));
-        solver.makeConnection(pin(i, "E"), pin(i + 1, "E"));
-    }
-    EXPECT_EQ(circuit.nodeCount(), elements / 2 * 3);
-    circuit.clear();
-    destroyDeferred();
-    EXPECT_TRUE(circuit.children().isEmpty());
-    return timer.nsecsElapsed() * 1e-9;
-}
-
-}  // namespace
-
-TEST_F(Model, TimeGrowsWithTheCircuitAndNoFaster) {
-    double small = 1e9;
-    double large = 1e9;
-    for (int run = 0; run < 5; ++run) {
-        small = std::min(small, timeOfLife(transistor, 1000));
-    }
-    for (int run = 0; run < 2; ++run) {
-        large = std::min(large, timeOfLife(transistor, 10000));
-    }
-    // Ten times the circuit. A quadratic step anywhere would come near a hundred.
-    EXPECT_LT(large / small, 35) << small << " s, " << large << " s";
 }

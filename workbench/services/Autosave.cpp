@@ -67,7 +67,16 @@ bool Autosave::lock(const QString& fileName) {
     // However old it is: only the end of its program makes a lock stale.
     lock->setStaleLockTime(0);
     if (!lock->tryLock()) {
-        return false;
+        // A lock without an owner is one whose program ended while it wrote it; it would never
+        // become stale by itself.
+        qint64 owner = 0;
+        QString host;
+        QString program;
+        if (lock->error() != QLockFile::LockFailedError ||
+            lock->getLockInfo(&owner, &host, &program) || !lock->removeStaleLockFile() ||
+            !lock->tryLock()) {
+            return false;
+        }
     }
     m_lock = std::move(lock);
     m_fileName = fileName;

@@ -229,11 +229,11 @@ const FuzzTarget Targets[] = {{"circuit", runCircuit}, {"project", runProject},
 void startFuzzing(int* argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
-    static QApplication application(*argc, argv);
+    // Never destroyed: the program may end at any place.
+    new QApplication(*argc, argv);
     static const QTemporaryDir ownFolder;
     folder = &ownFolder;
-    static Workbench ownWorkbench;
-    workbench = &ownWorkbench;
+    workbench = new Workbench;
     QString error;
     require(
         workbench->start(QStringLiteral(VORTEL_BIN_DIR "/libcircuiteditor.so"), nullptr, &error),

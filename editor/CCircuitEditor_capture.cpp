@@ -9,6 +9,7 @@
 #include <QClipboard>
 #include <QFile>
 #include <QFileDialog>
+#include <QGraphicsItem>
 #include <QImage>
 #include <QMessageBox>
 #include <QPainter>

@@ -22,6 +22,7 @@
 #include <QFile>
 #include <QMainWindow>
 #include <QMimeData>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTextDocument>
 #include <QTreeWidget>
@@ -116,6 +117,8 @@ void runPaste(const QByteArray& bytes) {
 void runText(const QByteArray& bytes) {
     QTextDocument document;
     QString text = QString::fromUtf8(bytes);
+    // What breaks a line or a block by itself is no symbol.
+    text.remove(QRegularExpression("[\\x00-\\x1f\\x7f-\\x9f\\x{2028}\\x{2029}\\x{fdd0}\\x{fdd1}]"));
     TextBoxText::fillFromPlainText(&document, text, QFont());
     TextBoxText::repair(&document, QFont());
     QString before;

@@ -78,6 +78,12 @@ void checkLowPass(const Table& table) {
     EXPECT_NEAR(corner * 2 * Pi * 1e3 * 100e-9, 1, 1e-3);
 }
 
+/// The resistor's own noise, before the capacitor takes it away.
+void checkNoise(const Table& table) {
+    const double expected = std::sqrt(4 * 1.380649e-23 * 300.15 * 1e3);
+    EXPECT_NEAR(table.of("onoise_spectrum").first() / expected, 1, 1e-4);
+}
+
 void checkStep(const Table& table) {
     const double damping = 10 / (2 * 1e-3);
     const double angular = std::sqrt(1e9 - damping * damping);
@@ -193,6 +199,7 @@ TEST_F(Examples, AnswerWhatTheoryTells) {
         std::function<void(const Table&)> check;
     } table[] = {
         {"rc-lowpass.vprj", "", checkLowPass},
+        {"rc-lowpass.vprj", "noise", checkNoise},
         {"rlc-step.vprj", "", checkStep},
         {"diode-bridge.vprj", "", checkBridge},
         {"cmos-inverter.vprj", "", checkInverter},

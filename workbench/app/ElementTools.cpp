@@ -1,5 +1,7 @@
 #include "ElementTools.h"
 
+#include "CircuitElement.h"
+#include "ElementDescription.h"
 #include "ICircuitEditor.h"
 #include "ICircuitEditorExt.h"
 #include "ICircuitElement.h"
@@ -54,7 +56,12 @@ void ElementTools::addEntries(ICircuitElement* element, QMenu* menu) {
         item->setSelected(true);
     }
     hideEntriesOfTexts(element, menu);
+    const CircuitElement* own = CircuitElement::from(element);
+    const bool hasText = own && !own->description()->data().netlist.isEmpty();
     for (QAction* action : qAsConst(m_actions)) {
+        if (action && !hasText && action->objectName() == QLatin1String("editNetlist")) {
+            continue;
+        }
         if (action) {
             menu->addAction(action);
         } else {

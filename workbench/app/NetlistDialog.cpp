@@ -23,6 +23,7 @@ NetlistDialog::NetlistDialog(const QString& text, QWidget* parent)
     setWindowTitle(tr("Text netlist"));
     m_text->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     m_text->setLineWrapMode(QPlainTextEdit::NoWrap);
+    m_text->setTabChangesFocus(true);
     m_verdict->setObjectName(QStringLiteral("verdict"));
     m_verdict->setTextFormat(Qt::PlainText);
     m_verdict->setWordWrap(true);

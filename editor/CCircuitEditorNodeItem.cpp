@@ -33,14 +33,17 @@ bool coincide(const QPointF& a, const QPointF& b) {
     return std::abs(a.x() - b.x()) <= SamePoint && std::abs(a.y() - b.y()) <= SamePoint;
 }
 
-/// The same path without the room that one keeps for further points.
+/// The same path, of lines, without the room that one keeps for further points.
 QPainterPath squeezed(const QPainterPath& path) {
     if (path.isEmpty()) {
         return path;
     }
     QPainterPath exact(path.elementAt(0));
     exact.reserve(path.elementCount());
-    exact.addPath(path);
+    for (int i = 1; i < path.elementCount(); ++i) {
+        const QPainterPath::Element element = path.elementAt(i);
+        element.isMoveTo() ? exact.moveTo(element) : exact.lineTo(element);
+    }
     return exact;
 }
 

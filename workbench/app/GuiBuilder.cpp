@@ -9,7 +9,7 @@
 
 #include <Plexa/MethodCall.h>
 
-#include <QAbstractItemView>
+#include <QAbstractScrollArea>
 #include <QAction>
 #include <QCoreApplication>
 #include <QDockWidget>
@@ -268,7 +268,7 @@ bool GuiBuilder::makeDock(const QVariantMap& description) {
     dock->setObjectName(text(description, "action"));
     dock->setWidget(content);
     // The components' own views say nothing of themselves to a screen reader.
-    for (QWidget* view : content->findChildren<QAbstractItemView*>()) {
+    for (QWidget* view : content->findChildren<QAbstractScrollArea*>()) {
         if (view->accessibleName().isEmpty()) {
             view->setAccessibleName(dock->windowTitle());
         }

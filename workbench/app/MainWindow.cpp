@@ -3,23 +3,26 @@
 #include "AscImport.h"
 #include "Autosave.h"
 #include "CanvasAccessible.h"
+#include "DarkCanvas.h"
 #include "DrawingSearch.h"
 #include "ElementTools.h"
+#include "EmptyHint.h"
 #include "FileState.h"
 #include "GuiBuilder.h"
 #include "HelpMenu.h"
 #include "HintLabel.h"
 #include "ICanvas.h"
 #include "ICircuitEditorExt.h"
+#include "KeyboardPointer.h"
 #include "NetlistTools.h"
 #include "OperatingPoint.h"
-#include "KeyboardPointer.h"
 #include "PictureExport.h"
 #include "PlacingTools.h"
 #include "Printing.h"
 #include "ProjectManager.h"
 #include "Questions.h"
 #include "RecentFiles.h"
+#include "Settings.h"
 #include "SimulationTools.h"
 #include "WireMenu.h"
 #include "WorkSign.h"
@@ -48,6 +51,10 @@ namespace {
 constexpr char ProjectFilter[] = "VORTEL Project (*.vprj)";
 constexpr char CircuitFilter[] = "VORTEL Circuit (*.ckt)";
 constexpr char AscFilter[] = "LTspice (*.asc)";
+const QString GeometryKey = QStringLiteral("WindowGeometry");
+const QString LayoutKey = QStringLiteral("WindowLayout");
+/// To be raised when panels or toolbars get other names.
+constexpr int LayoutVersion = 1;
 constexpr char WireTool[] = "CCircuitEditorComponent.manualCtorMode";
 constexpr char BothFilter[] = "VORTEL Files (*.vprj *.ckt)";
 
@@ -96,6 +103,7 @@ bool MainWindow::build(QString* error) {
         {QStringLiteral("exportPng"), exportAs(PictureFormat::PNG)},
         {QStringLiteral("exportJpg"), exportAs(PictureFormat::JPG)},
         {QStringLiteral("exportMargin"), [] {}},
+        {QStringLiteral("darkCanvas"), [] {}},
         {QStringLiteral("exportValues"), [] {}},
         {QStringLiteral("showValues"), [] {}},
         {QStringLiteral("editNetlist"), [this] { m_netlists->editSelected(); }},
@@ -128,6 +136,11 @@ bool MainWindow::build(QString* error) {
         connect(pointer, &KeyboardPointer::reached, accessible, &CanvasAccessible::announce);
     }
     new SimulationTools(*m_workbench, this);
+    if (auto* dark = findChild<QAction*>(QStringLiteral("darkCanvas"))) {
+        DarkCanvas::follow(dark, m_workbench->canvas()->graphicsView()->viewport());
+    }
+    new EmptyHint(*m_workbench);
+    restoreLayout();
     m_workbench->editorWidget()->setFocus();
     showDocument();
     return true;
@@ -299,7 +312,18 @@ void MainWindow::showEvent(QShowEvent* event) {
 void MainWindow::closeEvent(QCloseEvent* event) {
     event->setAccepted(mayDiscard());
     if (event->isAccepted()) {
+        Settings settings;
+        settings.setValue(GeometryKey, saveGeometry());
+        settings.setValue(LayoutKey, saveState(LayoutVersion));
         m_workbench->projectManager()->close();
+    }
+}
+
+void MainWindow::restoreLayout() {
+    const Settings settings;
+    // Qt itself keeps the window on a screen that is there, and refuses what it can't use.
+    if (restoreGeometry(settings.value(GeometryKey).toByteArray())) {
+        restoreState(settings.value(LayoutKey).toByteArray(), LayoutVersion);
     }
 }
 

@@ -79,6 +79,8 @@ private:
     /// stands in the way of opening the file itself.
     bool recoverFirst(std::vector<std::unique_ptr<Autosave>> abandoned, bool* recovered,
                       QString* message);
+    /// Size, place and panels, as they were when a window was closed last.
+    void restoreLayout();
     /// After what is open has changed as a whole.
     void showDocument();
     /// The whole drawing, once another one is open.

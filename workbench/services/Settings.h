@@ -4,7 +4,8 @@
 #include <QStandardPaths>
 
 /// What the application remembers for its user, in `settings.ini` of the user's configuration
-/// folder. Keys: "RecentFiles", and "AutosaveSeconds", 0 for no autosaves.
+/// folder. Keys: "RecentFiles", "AutosaveSeconds", 0 for no autosaves,
+/// "PictureMargin", "DarkCanvas", and those of page and window.
 class Settings : public QSettings {
 public:
     Settings()

@@ -174,6 +174,17 @@ Taste: %1</translation>
     </message>
   </context>
   <context>
+    <name>EmptyHint</name>
+    <message>
+      <source>Click an element at the left, or press A and type its name
+W lays wires; F5 simulates
+Help &gt; Examples opens finished circuits</source>
+      <translation>Klicken Sie links auf ein Element, oder drücken Sie A und tippen Sie seinen Namen
+W legt Leitungen; F5 simuliert
+Hilfe &gt; Beispiele öffnet fertige Schaltungen</translation>
+    </message>
+  </context>
+  <context>
     <name>HelpMenu</name>
     <message>
       <source>%1: cannot be read</source>
@@ -334,6 +345,83 @@ Taste: %1</translation>
     </message>
   </context>
   <context>
+    <name>NetlistDialog</name>
+    <message>
+      <source>%1 with the terminals %2</source>
+      <translation>%1 mit den Anschlüssen %2</translation>
+    </message>
+    <message>
+      <source>&amp;Load File...</source>
+      <translation>Datei &amp;laden...</translation>
+    </message>
+    <message>
+      <source>Cannot open</source>
+      <translation>Öffnen nicht möglich</translation>
+    </message>
+    <message>
+      <source>Load netlist</source>
+      <translation>Netzliste laden</translation>
+    </message>
+    <message>
+      <source>Netlists (*.cir *.sub *.lib *.mod *.net *.sp *.txt);;All files (*)</source>
+      <translation>Netzlisten (*.cir *.sub *.lib *.mod *.net *.sp *.txt);;Alle Dateien (*)</translation>
+    </message>
+    <message>
+      <source>Text netlist</source>
+      <translation>Netzliste als Text</translation>
+    </message>
+    <message>
+      <source>The pins of the first .subckt become the terminals.</source>
+      <translation>Die Anschlüsse des ersten .subckt werden die des Elements.</translation>
+    </message>
+    <message>
+      <source>This is no netlist of a sub-circuit: %1.</source>
+      <translation>Das ist keine Netzliste einer Teilschaltung: %1.</translation>
+    </message>
+  </context>
+  <context>
+    <name>NetlistTools</name>
+    <message>
+      <source>Select an element that is made of a netlist</source>
+      <translation>Wählen Sie ein Element, das aus einer Netzliste besteht</translation>
+    </message>
+  </context>
+  <context>
+    <name>NetlistType</name>
+    <message>
+      <source>".subckt %1" has no pins, or too many</source>
+      <translation>„.subckt %1“ hat keine oder zu viele Anschlüsse</translation>
+    </message>
+    <message>
+      <source>%1 can not be a pin, or not once more</source>
+      <translation>%1 kann kein Anschluss sein, oder nicht noch einmal</translation>
+    </message>
+    <message>
+      <source>Current into %1</source>
+      <translation>Strom in %1</translation>
+    </message>
+    <message>
+      <source>Parameter of the netlist</source>
+      <translation>Parameter der Netzliste</translation>
+    </message>
+    <message>
+      <source>What the netlist of %1 describes.</source>
+      <translation>Was die Netzliste von %1 beschreibt.</translation>
+    </message>
+    <message>
+      <source>each ".subckt" needs an ".ends"</source>
+      <translation>jedes „.subckt“ braucht ein „.ends“</translation>
+    </message>
+    <message>
+      <source>it is too long</source>
+      <translation>sie ist zu lang</translation>
+    </message>
+    <message>
+      <source>there is no line ".subckt NAME PINS"</source>
+      <translation>es gibt keine Zeile „.subckt NAME ANSCHLÜSSE“</translation>
+    </message>
+  </context>
+  <context>
     <name>ParameterExpression</name>
     <message>
       <source>it is neither a number nor an expression in braces</source>
@@ -464,6 +552,10 @@ Taste: %1</translation>
       <translation>Kurven</translation>
     </message>
     <message>
+      <source>F5 runs the analysis that the panel Simulation sets up.</source>
+      <translation>F5 startet die Analyse, die das Feld Simulation einstellt.</translation>
+    </message>
+    <message>
       <source>Fit</source>
       <translation>Einpassen</translation>
     </message>
@@ -506,6 +598,14 @@ Taste: %1</translation>
     <message>
       <source>cannot write %1: %2</source>
       <translation>kann %1 nicht schreiben: %2</translation>
+    </message>
+    <message>
+      <source>Log Y</source>
+      <translation>Log Y</translation>
+    </message>
+    <message>
+      <source>Logarithmic ordinates, where any are</source>
+      <translation>Logarithmische Ordinaten, wo es welche gibt</translation>
     </message>
   </context>
   <context>
@@ -968,6 +1068,14 @@ Taste: %1</translation>
       <translation>Eine Simulation läuft.</translation>
     </message>
     <message>
+      <source>The answer of the simulator breaks off: is there room on the disk?</source>
+      <translation>Die Antwort des Simulators bricht ab: Ist auf der Platte noch Platz?</translation>
+    </message>
+    <message>
+      <source>The simulation took longer than %1 s.</source>
+      <translation>Die Simulation dauerte länger als %1 s.</translation>
+    </message>
+    <message>
       <source>The simulation was cancelled.</source>
       <translation>Die Simulation wurde abgebrochen.</translation>
     </message>
@@ -1041,6 +1149,10 @@ Taste: %1</translation>
       <translation>&amp;Kopieren</translation>
     </message>
     <message>
+      <source>&amp;Dark Canvas</source>
+      <translation>&amp;Dunkle Zeichenfläche</translation>
+    </message>
+    <message>
       <source>&amp;Delete	Del</source>
       <translation>&amp;Löschen	Entf</translation>
     </message>
@@ -1107,6 +1219,10 @@ Taste: %1</translation>
     <message>
       <source>&amp;Open...</source>
       <translation>Ö&amp;ffnen...</translation>
+    </message>
+    <message>
+      <source>&amp;Operating Point Values</source>
+      <translation>&amp;Werte des Arbeitspunkts</translation>
     </message>
     <message>
       <source>&amp;PNG...</source>
@@ -1185,6 +1301,10 @@ Taste: %1</translation>
       <translation>In die &amp;Mitte bringen</translation>
     </message>
     <message>
+      <source>Change the text of the selected netlist element</source>
+      <translation>Den Text des gewählten Netzlistenelements ändern</translation>
+    </message>
+    <message>
       <source>Choose a type by typing, and place it</source>
       <translation>Einen Typ durch Tippen wählen und platzieren</translation>
     </message>
@@ -1241,8 +1361,16 @@ Taste: %1</translation>
       <translation>Entf, Rücktaste</translation>
     </message>
     <message>
+      <source>Draw light on dark; pictures and paper stay white</source>
+      <translation>Hell auf dunkel zeichnen; Bilder und Papier bleiben weiß</translation>
+    </message>
+    <message>
       <source>Edit</source>
       <translation>Bearbeiten</translation>
+    </message>
+    <message>
+      <source>Edit &amp;Netlist...</source>
+      <translation>&amp;Netzliste bearbeiten...</translation>
     </message>
     <message>
       <source>Edit the first value of what is selected (double click)</source>
@@ -1473,6 +1601,14 @@ Taste: %1</translation>
       <translation>Die ganze Zeichnung zeigen</translation>
     </message>
     <message>
+      <source>Show voltages and currents at rest beside nets and elements</source>
+      <translation>Spannungen und Ströme in Ruhe neben Netzen und Elementen zeigen</translation>
+    </message>
+    <message>
+      <source>Simulate</source>
+      <translation>Simulieren</translation>
+    </message>
+    <message>
       <source>Simulation</source>
       <translation>Simulation</translation>
     </message>
@@ -1513,8 +1649,16 @@ Taste: %1</translation>
       <translation>Was dies ist</translation>
     </message>
     <message>
+      <source>With &amp;Operating Point</source>
+      <translation>Mit &amp;Arbeitspunkt</translation>
+    </message>
+    <message>
       <source>With a &amp;Margin</source>
       <translation>Mit &amp;Rand</translation>
+    </message>
+    <message>
+      <source>Write the values of the operating point into exported pictures</source>
+      <translation>Die Werte des Arbeitspunkts in exportierte Bilder schreiben</translation>
     </message>
     <message>
       <source>Zoom &amp;In</source>

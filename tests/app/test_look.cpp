@@ -73,12 +73,12 @@ TEST(WindowLayout, LastsFromStartToStart) {
         return window.findChild<QDockWidget*>(QLatin1String(name));
     };
     withWindow([&](MainWindow& window) {
-        window.resize(700, 650);
+        window.resize(700, 560);
         dock(window, "showElements")->hide();
         dock(window, "showClipboard")->show();
     });
     withWindow([&](MainWindow& window) {
-        EXPECT_EQ(window.size(), QSize(700, 650));
+        EXPECT_EQ(window.size(), QSize(700, 560));
         EXPECT_FALSE(dock(window, "showElements")->isVisible());
         EXPECT_TRUE(dock(window, "showClipboard")->isVisible());
         dock(window, "showElements")->show();

@@ -321,8 +321,11 @@ void MainWindow::closeEvent(QCloseEvent* event) {
 
 void MainWindow::restoreLayout() {
     const Settings settings;
-    // Qt itself keeps the window on a screen that is there, and refuses what it can't use.
     if (restoreGeometry(settings.value(GeometryKey).toByteArray())) {
+        // The screen may be a smaller one by now.
+        const QScreen* screen = QGuiApplication::screenAt(geometry().center());
+        resize(size().boundedTo(
+            (screen ? screen : QGuiApplication::primaryScreen())->availableSize()));
         restoreState(settings.value(LayoutKey).toByteArray(), LayoutVersion);
     }
 }

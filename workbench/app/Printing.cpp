@@ -1,5 +1,6 @@
 #include "Printing.h"
 
+#include "HeldMessages.h"
 #include "ICanvas.h"
 #include "ICircuit.h"
 #include "ICircuitTitle.h"
@@ -23,6 +24,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <optional>
 
 namespace {
 
@@ -158,8 +160,13 @@ void Printing::preview() {
 void Printing::setUpPage() {
     QPrinter printer(QPrinter::HighResolution);
     printer.setPageLayout(layout());
-    QPageSetupDialog dialog(&printer, m_window);
-    if (dialog.exec() == QDialog::Accepted) {
+    std::optional<QPageSetupDialog> dialog;
+    {
+        // Qt warns of what does no harm where no printer is installed.
+        const HeldMessages messages;
+        dialog.emplace(&printer, m_window);
+    }
+    if (dialog->exec() == QDialog::Accepted) {
         keepLayout(printer.pageLayout());
     }
 }

@@ -4,6 +4,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QMap>
+#include <QPointF>
 #include <QSet>
 
 #include <algorithm>

@@ -70,17 +70,12 @@ QByteArray saved(const QString& name) {
     return read(folder->filePath(name));
 }
 
-/// What can be opened is saved as a file that opens without a remark, as the same drawing.
-void runFile(const QByteArray& bytes, const QString& ending) {
-    QString message;
-    if (!workbench->open(write(QStringLiteral("in") + ending, bytes), &message)) {
-        require(!message.isEmpty(), QStringLiteral("a refusal has a reason"));
-        return;
-    }
+/// What is open is saved as a file that opens without a remark, as the same drawing.
+void saveAndReopen(const QString& ending) {
     checkDrawing();
     const QByteArray drawing = editor->describe();
     const QByteArray first = saved(QStringLiteral("first") + ending);
-    message.clear();
+    QString message;
     require(workbench->open(folder->filePath(QStringLiteral("first") + ending), &message), message);
     require(message.isEmpty(), message);
     checkDrawing();
@@ -88,6 +83,25 @@ void runFile(const QByteArray& bytes, const QString& ending) {
     // The numbers of elements go on from one circuit file to the next.
     require(saved(QStringLiteral("second") + ending) == first || ending != QLatin1String(".vprj"),
             QStringLiteral("a project that is opened and saved stays as it is"));
+}
+
+void runFile(const QByteArray& bytes, const QString& ending) {
+    QString message;
+    if (workbench->open(write(QStringLiteral("in") + ending, bytes), &message)) {
+        saveAndReopen(ending);
+    } else {
+        require(!message.isEmpty(), QStringLiteral("a refusal has a reason"));
+    }
+}
+
+void runSchematic(const QByteArray& bytes) {
+    QStringList remarks;
+    QString message;
+    if (workbench->import(write(QStringLiteral("in.asc"), bytes), &remarks, &message)) {
+        saveAndReopen(QStringLiteral(".vprj"));
+    } else {
+        require(!message.isEmpty(), QStringLiteral("a refusal has a reason"));
+    }
 }
 
 void runCircuit(const QByteArray& bytes) {
@@ -226,7 +240,7 @@ const FuzzTarget Targets[] = {{"circuit", runCircuit}, {"project", runProject},
                               {"paste", runPaste},     {"text", runText},
                               {"drop", runDrop},       {"window", runWindow},
                               {"type", runType},       {"expression", runExpression},
-                              {"raw", runRaw}};
+                              {"raw", runRaw},         {"schematic", runSchematic}};
 
 }  // namespace
 

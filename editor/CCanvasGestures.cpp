@@ -11,6 +11,7 @@
 #include "ICircuitElementNode.h"
 #include "ICircuitNode.h"
 #include "ItemTypes.h"
+#include "QtSeries.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -45,14 +46,14 @@ bool CCanvasGestures::startPan(QMouseEvent* event) {
         return false;
     }
     m_middlePan = true;
-    d->lastPanPos = event->globalPos();
+    d->lastPanPos = QtSeries::globalPosition(*event);
     return true;
 }
 
 bool CCanvasGestures::move(QMouseEvent* event) {
     if (m_middlePan) {
         if (event->buttons() & Qt::MiddleButton) {
-            m_editor->panTo(event->globalPos());
+            m_editor->panTo(QtSeries::globalPosition(*event));
             return true;
         }
         m_middlePan = false;

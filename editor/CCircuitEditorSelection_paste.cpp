@@ -61,7 +61,7 @@ bool isTooDeep(const QString& text) {
     int depth = 0;
     for (int at = text.indexOf(QLatin1Char('<')); at >= 0;
          at = text.indexOf(QLatin1Char('<'), at)) {
-        const QStringRef rest = text.midRef(at);
+        const QStringView rest = QStringView(text).mid(at);
         if (rest.startsWith(QLatin1String("<!--"))) {
             at = pastEnd(text, "-->", at + 4);
         } else if (rest.startsWith(QLatin1String("<![CDATA["))) {
@@ -71,7 +71,7 @@ bool isTooDeep(const QString& text) {
         } else {
             const int start = at;
             at = pastTag(text, start);
-            const QStringRef tag = text.midRef(start, at - start);
+            const QStringView tag = QStringView(text).mid(start, at - start);
             if (tag.startsWith(QLatin1String("</"))) {
                 --depth;
             } else if (tag.startsWith(QLatin1String("<!"))) {

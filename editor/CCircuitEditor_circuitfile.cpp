@@ -3,6 +3,7 @@
 
 #include "CCircuitEditorData.h"
 #include "CircuitFileText.h"
+#include "QtSeries.h"
 
 #include <QFile>
 #include <QTextStream>
@@ -25,8 +26,7 @@ public:
     void moveTo(QByteArray* bytes) {
         QString text;
         QTextStream out(&text);
-        // What the stream can't encode would be written as a number.
-        out.setCodec("UTF-8");
+        QtSeries::encodeAll(&out);
         while (!root.firstChild().isNull()) {
             root.firstChild().save(out, 2);
             root.removeChild(root.firstChild());

@@ -18,6 +18,7 @@
 #include "ICircuitNode.h"
 #include "IElementBasicParametersDesc.h"
 #include "ItemTypes.h"
+#include "QtSeries.h"
 
 #include <Plexa/DataStore.h>
 
@@ -453,7 +454,8 @@ bool CCircuitEditor::event(QEvent* event) {
         if (event->type() == QEvent::HoverLeave) {
             d->statusLabel->setText(QString());
         } else if (event->type() == QEvent::HoverEnter || event->type() == QEvent::HoverMove) {
-            const QPointF place = mapToScene(static_cast<QHoverEvent*>(event)->pos());
+            const QPointF place =
+                mapToScene(QtSeries::position(*static_cast<QHoverEvent*>(event)).toPoint());
             const int grid = CircuitGeometry::gridStep(d->gridSize);
             d->statusLabel->setText(QStringLiteral("%1, %2")
                                         .arg(CircuitGeometry::truncatedInt(place.x()) / grid)

@@ -92,7 +92,7 @@ QList<ICircuitOutputVariable*> COutputVariableTreeWidget::chosenVariables() cons
     return variables;
 }
 
-QMimeData* COutputVariableTreeWidget::mimeData(const QList<QTreeWidgetItem*> items) const {
+QMimeData* COutputVariableTreeWidget::mimeData(QtSeries::TreeItems items) const {
     // The model hands the items over in no order that means anything.
     QList<QTreeWidgetItem*> ordered = items;
     std::stable_sort(ordered.begin(), ordered.end(), [this](auto* a, auto* b) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "QtSeries.h"
+
 #include <QTreeWidget>
 
 #include <memory>
@@ -31,7 +33,7 @@ public:
     QList<ICircuitOutputVariable*> chosenVariables() const;
 
 protected:
-    QMimeData* mimeData(const QList<QTreeWidgetItem*> items) const override;
+    QMimeData* mimeData(QtSeries::TreeItems items) const override;
     /// Takes rows of variables that the list holds at this moment, since the data carry addresses,
     /// and passes over what is damaged or forged. False if there was no such row: the view takes
     /// the sources of a drop that went well away.

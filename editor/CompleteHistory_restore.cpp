@@ -37,7 +37,7 @@ template <class Box>
 bool moveInList(QList<Box*>& list, const QGraphicsItem* box, int row) {
     for (int i = list.size() - 1; i >= 0; --i) {
         if (list.at(i) == box) {
-            list.move(i, std::min(row, list.size() - 1));
+            list.move(i, std::min<int>(row, list.size() - 1));
             return true;
         }
     }

@@ -1,13 +1,9 @@
 #include "GlViewport.h"
 
+#include "QtSeriesGl.h"
+
 #include <QGuiApplication>
 #include <QOpenGLContext>
-
-#if defined(__GNUC__)
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wdeprecated-declarations"
-#endif
-#include <QGLWidget>
 
 QWidget* makeGlViewport(QWidget* parent) {
     // A platform without windows may own a context and still have nothing to show it in.
@@ -18,9 +14,5 @@ QWidget* makeGlViewport(QWidget* parent) {
         return nullptr;
     }
     // Without several samples for each pixel GL loses the lines of a drawing that is zoomed out.
-    return new QGLWidget(QGLFormat(QGL::SampleBuffers), parent);
+    return QtSeries::makeGlWidget(parent);
 }
-
-#if defined(__GNUC__)
-#pragma GCC diagnostic pop
-#endif

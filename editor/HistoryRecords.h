@@ -224,7 +224,7 @@ public:
             }
         }
         for (const Change<State>* change : cameBack(changes, isAfter)) {
-            m_order.insert(std::min(change->row(isAfter), m_order.size()), change->id);
+            m_order.insert(std::min<int>(change->row(isAfter), m_order.size()), change->id);
         }
     }
     int rowOf(Id id) const { return m_order.indexOf(id); }

@@ -1,5 +1,7 @@
 #include "TextBoxText.h"
 
+#include "QtSeries.h"
+
 #include <QBitArray>
 #include <QFont>
 #include <QTextBlock>
@@ -31,7 +33,7 @@ public:
         m_normal.setFont(font);
         m_marker = m_normal;
         m_marker.setProperty(TextBoxText::MarkerProperty, true);
-        m_symbol.setFontFamily(SymbolFamily);
+        QtSeries::setFontFamily(&m_symbol, SymbolFamily);
         // Without a size in points the symbol takes the document's size. Qt would do so for -1,
         // too, but complain about each one.
         if (font.pointSize() > 0) {
@@ -88,7 +90,8 @@ public:
                 const int past = part.position() + part.length();
                 const QTextCharFormat format = part.charFormat();
                 m_marks.fill(isMarker(format), part.position(), past);
-                m_symbolFont.fill(format.fontFamily() == SymbolFamily, part.position(), past);
+                m_symbolFont.fill(QtSeries::fontFamily(format) == SymbolFamily, part.position(),
+                                  past);
             }
             // An empty block has a format of its own.
             if (block.length() == 1) {
@@ -176,11 +179,11 @@ void TextBoxText::fill(QTextDocument* document, const QString& encoded, const QF
     Writer writer(document, encoded, font);
     for (int i = 0; i < encoded.size();) {
         const int found = encoded.indexOf(Opening, i);
-        if (found > i && encoded.midRef(found - 1).startsWith(LostSymbol)) {
+        if (found > i && QStringView(encoded).mid(found - 1).startsWith(LostSymbol)) {
             writer.writeText(encoded.mid(i, found - 1 - i));
             i = found - 1 + LostSymbol.size();
             // What follows would open the block now, and be lost in its turn.
-            if (encoded.midRef(i).startsWith(Opening)) {
+            if (QStringView(encoded).mid(i).startsWith(Opening)) {
                 writer.writeText(TextBoxText::Shield);
             }
             continue;
@@ -234,7 +237,7 @@ QString TextBoxText::encodedText(const QTextDocument& document) {
             }
         }
         // At the start of a block the step back leads before it, and takes the separator in.
-        result += flat.text.midRef(qMin(start, position), qAbs(position - start));
+        result += flat.text.mid(qMin(start, position), qAbs(position - start));
         if (blockEnded) {
             result += ParagraphBreak;
             do {
@@ -247,7 +250,7 @@ QString TextBoxText::encodedText(const QTextDocument& document) {
         if (flat.isMarked(position)) {
             const int symbol = position;
             position = flat.after(position);
-            result += Opening + flat.text.midRef(symbol, position - symbol) + Closing;
+            result += Opening + flat.text.mid(symbol, position - symbol) + Closing;
         }
         position = flat.after(position);
     }
@@ -257,7 +260,7 @@ QString TextBoxText::encodedText(const QTextDocument& document) {
 void TextBoxText::setFamily(QTextDocument* document, const QString& family) {
     const FlatDocument flat(*document);
     QTextCharFormat format;
-    format.setFontFamily(family);
+    QtSeries::setFontFamily(&format, family);
     QTextCursor cursor(document);
     cursor.beginEditBlock();
     for (int position = 0; position < flat.end;) {

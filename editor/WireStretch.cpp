@@ -69,7 +69,7 @@ Polyline branch(const QPointF& from, const QPointF& to, const Axis& axis) {
 
 /// Takes out what a change at the line's beginning has left without length or turn.
 void tidyBeginning(Polyline& line) {
-    for (int i = std::min(3, line.size() - 1); i > 0; --i) {
+    for (int i = std::min<int>(3, line.size() - 1); i > 0; --i) {
         const bool isLast = i == line.size() - 1;
         if (isNear(line.at(i), line.at(i - 1)) && line.size() > 2) {
             line.removeAt(isLast ? i - 1 : i);

@@ -6,7 +6,7 @@ namespace Plexa {
 
 QVariant ComponentGui::operator[](const QString& name) const {
     const QVariant value = m_properties.value(name);
-    if (value.type() != QVariant::Map && value.type() != QVariant::List) {
+    if (value.userType() != QMetaType::QVariantMap && value.userType() != QMetaType::QVariantList) {
         return value;
     }
     return QString::fromUtf8(QJsonDocument::fromVariant(value).toJson(QJsonDocument::Compact));

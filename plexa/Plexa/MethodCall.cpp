@@ -1,5 +1,7 @@
 #include "MethodCall.h"
 
+#include "QtSeries.h"
+
 #include <QMetaMethod>
 #include <QObject>
 
@@ -21,7 +23,7 @@ bool callMethod(QObject* object, const QVariantList& call) {
         bool converted = argumentCount <= static_cast<int>(values.size());
         for (int k = 0; converted && k < argumentCount; ++k) {
             values[k] = call.at(k + 1);
-            converted = values[k].convert(method.parameterType(k));
+            converted = QtSeries::convert(&values[k], method.parameterType(k));
             arguments[k] = QGenericArgument(values[k].typeName(), values[k].constData());
         }
         if (converted && method.invoke(object, Qt::DirectConnection, arguments[0], arguments[1],

@@ -74,7 +74,7 @@ QVector<QMetaProperty> abilities() {
     const QMetaObject& meta = CCircuitEditor::staticMetaObject;
     for (int i = meta.propertyOffset(); i < meta.propertyCount(); ++i) {
         const QMetaProperty property = meta.property(i);
-        if (property.type() == QVariant::Bool && qstrcmp(property.name(), "ReadOnly") != 0) {
+        if (property.userType() == QMetaType::Bool && qstrcmp(property.name(), "ReadOnly") != 0) {
             result.append(property);
         }
     }

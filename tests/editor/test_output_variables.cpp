@@ -146,7 +146,8 @@ protected:
         });
         QTest::mousePress(viewport, Qt::LeftButton, {}, from);
         for (int step = 1; step <= 2; ++step) {
-            QMouseEvent move(QEvent::MouseMove, from + QPoint(20 * step, 0), Qt::NoButton,
+            const QPoint place = from + QPoint(20 * step, 0);
+            QMouseEvent move(QEvent::MouseMove, place, viewport->mapToGlobal(place), Qt::NoButton,
                              Qt::LeftButton, Qt::NoModifier);
             QApplication::sendEvent(viewport, &move);
         }

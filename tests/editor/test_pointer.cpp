@@ -8,6 +8,7 @@
 #include "CircuitGeometry.h"
 #include "DialogDriver.h"
 #include "DrawingTest.h"
+#include "QtSeries.h"
 
 #include <QApplication>
 #include <QCursor>
@@ -395,8 +396,7 @@ TEST_F(Pointer, TheWheelZoomsAndNeverScrolls) {
 TEST_F(Pointer, TheStatusLabelShowsGridCoordinatesUpward) {
     QLabel* label = editor->statusLabel();
     const auto hover = [this](QEvent::Type type, QPointF point) {
-        QHoverEvent event(type, at(point), at(point));
-        QApplication::sendEvent(editor, &event);
+        QApplication::sendEvent(editor, QtSeries::hoverEvent(type, at(point)).get());
     };
     hover(QEvent::HoverMove, {57, -38});
     EXPECT_EQ(label->text(), QStringLiteral("5, 3"));

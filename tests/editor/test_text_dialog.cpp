@@ -4,6 +4,7 @@
 #include "CTextEditorDialog.h"
 #include "DialogDriver.h"
 #include "DrawingTest.h"
+#include "QtSeries.h"
 #include "SymbolWidget.h"
 #include "TextBoxText.h"
 #include "WarningGuard.h"
@@ -52,9 +53,9 @@ protected:
         const QString plain = text->document()->toPlainText();
         for (int i = from; i < (to < 0 ? plain.size() : to); ++i) {
             const bool isSymbol = plain.at(i) == TextBoxText::Guard &&
-                                  plain.midRef(i + 2).startsWith(TextBoxText::Guard) &&
+                                  QStringView(plain).mid(i + 2).startsWith(TextBoxText::Guard) &&
                                   formatAt(i + 1).hasProperty(TextBoxText::MarkerProperty) &&
-                                  formatAt(i + 2).fontFamily() == QLatin1String("Symbol");
+                                  QtSeries::fontFamily(formatAt(i + 2)) == QLatin1String("Symbol");
             result << (isSymbol              ? QStringLiteral("{|%1|}").arg(plain.at(i + 1))
                        : plain.at(i) == '\n' ? QStringLiteral("{|?|}")
                                              : QString(plain.at(i)));
@@ -124,8 +125,8 @@ TEST_F(TextDialog, SetsFontSizeAndAlignment) {
     edit(
         [&] {
             part<QFontComboBox>("fontComboBox")->setCurrentFont(QFont(family));
-            EXPECT_EQ(formatAt(1).fontFamily(), family);
-            EXPECT_EQ(formatAt(3).fontFamily(), QStringLiteral("Symbol"));
+            EXPECT_EQ(QtSeries::fontFamily(formatAt(1)), family);
+            EXPECT_EQ(QtSeries::fontFamily(formatAt(3)), QStringLiteral("Symbol"));
             part<QSpinBox>("fontSize")->setValue(30);
             EXPECT_EQ(formatAt(1).fontPointSize(), 30);
             EXPECT_EQ(formatAt(3).fontPointSize(), 30);

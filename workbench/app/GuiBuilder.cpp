@@ -321,7 +321,7 @@ void GuiBuilder::leaveRoom() {
 
 bool GuiBuilder::fillMenu(QMenu* menu, const QVariantList& items) {
     for (const QVariant& item : items) {
-        if (item.type() == QVariant::Map) {
+        if (item.userType() == QMetaType::QVariantMap) {
             const QVariantMap description = item.toMap();
             QMenu* submenu = menu->addMenu(shown(description, "title"));
             // By its name the window finds a menu that it fills itself.

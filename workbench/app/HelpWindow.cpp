@@ -30,7 +30,7 @@ public:
         if (type != QTextDocument::ImageResource) {
             return resource;
         }
-        const QImage image = resource.type() == QVariant::ByteArray
+        const QImage image = resource.userType() == QMetaType::QByteArray
                                  ? QImage::fromData(resource.toByteArray())
                                  : resource.value<QImage>();
         return image.width() > PictureWidth

@@ -3,6 +3,7 @@
 #include "ElementExplorer.h"
 #include "ICanvas.h"
 #include "NetlistTools.h"
+#include "QtSeries.h"
 #include "SearchBox.h"
 #include "Workbench.h"
 
@@ -117,7 +118,7 @@ bool PlacingTools::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::Drop) {
         auto* view = static_cast<QGraphicsView*>(static_cast<QWidget*>(watched)->parentWidget());
         const auto put = [this, entry = QString::fromUtf8(type),
-                          place = view->mapToScene(drop->pos())] {
+                          place = view->mapToScene(QtSeries::position(*drop))] {
             bool placed = false;
             const QString chosen = m_netlists->chosenType(entry);
             if (!chosen.isEmpty()) {

@@ -5,6 +5,7 @@
 #include "MainWindow.h"
 #include "Places.h"
 #include "ProjectManager.h"
+#include "QtSeries.h"
 #include "QuitOnSignal.h"
 #include "Workbench.h"
 
@@ -182,7 +183,7 @@ int runOrTell(const CommandLine& line) {
 int main(int argc, char** argv) {
     // The order of attributes in files is hash order: with a fixed seed a file that is saved twice
     // has the same bytes.
-    qSetGlobalQHashSeed(0);
+    QtSeries::fixHashOrder();
     choosePlatform(argc, argv);
     defaultHandler = qInstallMessageHandler(passOnMessage);
     // Qt would take options of its own out of the arguments, and --plugin is one of those.

@@ -27,7 +27,7 @@ void NameRegistry::release(const QString& name) {
             continue;
         }
         bool isNumber = false;
-        const int number = name.midRef(it.key().size()).toInt(&isNumber);
+        const int number = QStringView(name).mid(it.key().size()).toInt(&isNumber);
         if (isNumber && number >= 1 && number < it.value()) {
             it.value() = number;
         }

@@ -316,12 +316,12 @@ QString renamed(const QString& text, const QString& from, const QString& to) {
     int copied = 0;
     Scanner scanner(text, begin, end);
     for (Token token = scanner.next(); token.kind != Token::End; token = scanner.next()) {
-        if (token.kind == Token::Name && text.midRef(token.start, token.length) == from) {
-            result += text.midRef(copied, token.start - copied) + to;
+        if (token.kind == Token::Name && QStringView(text).mid(token.start, token.length) == from) {
+            result += text.mid(copied, token.start - copied) + to;
             copied = token.start + token.length;
         }
     }
-    return result + text.midRef(copied);
+    return result + text.mid(copied);
 }
 
 }  // namespace ParameterExpression

@@ -60,7 +60,7 @@ void CurveData::appendPiece(int begin) {
 
 void CurveData::prepareBlocks() {
     for (int i = 0; i < m_y.size(); i += BlockSize) {
-        const auto end = m_y.constBegin() + std::min(i + BlockSize, m_y.size());
+        const auto end = m_y.constBegin() + std::min<int>(i + BlockSize, m_y.size());
         const auto [least, greatest] = std::minmax_element(m_y.constBegin() + i, end);
         m_blocks.append({*least, *greatest});
     }

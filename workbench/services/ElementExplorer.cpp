@@ -1,5 +1,7 @@
 #include "ElementExplorer.h"
 
+#include "QtSeries.h"
+
 #include <QCoreApplication>
 #include <QHash>
 #include <QHeaderView>
@@ -33,7 +35,7 @@ protected:
     QStringList mimeTypes() const override {
         return {QLatin1String(ElementExplorer::TypeMimeType)};
     }
-    QMimeData* mimeData(const QList<QTreeWidgetItem*> items) const override {
+    QMimeData* mimeData(QtSeries::TreeItems items) const override {
         auto* data = new QMimeData;
         data->setData(QLatin1String(ElementExplorer::TypeMimeType),
                       typeOf(items.value(0)).toUtf8());

@@ -2,6 +2,7 @@
 
 #include "IEditableProperties.h"
 #include "LongWork.h"
+#include "QtSeries.h"
 #include "StrangeRecords.h"
 #include "XmlUtils.h"
 
@@ -18,7 +19,7 @@ void append(QDomDocument document, QDomElement element, const QString& tag, cons
 }
 
 bool isPersistent(const QMetaProperty& property, const QObject* object) {
-    return property.isReadable() && property.isWritable() && property.isStored(object);
+    return property.isReadable() && property.isWritable() && QtSeries::isStored(property, object);
 }
 
 QStringList recordAttributes(const QMetaObject* meta, const QDomElement& element) {
@@ -60,7 +61,7 @@ bool loadProperty(QObject* object, const QString& name, const QString& text) {
     if (!isPersistent(property, object)) {
         return true;
     }
-    return value.convert(property.userType()) && property.write(object, value) &&
+    return QtSeries::convert(&value, property.userType()) && property.write(object, value) &&
            property.read(object) == value;
 }
 

@@ -1,12 +1,12 @@
 #include "ProjectFile.h"
 
 #include "ProjectWriter.h"
+#include "QtSeries.h"
 #include "XmlFile.h"
 #include "XmlUtils.h"
 
 #include <QHash>
 #include <QSet>
-#include <QTextCodec>
 #include <QXmlStreamReader>
 
 #include <algorithm>
@@ -85,10 +85,8 @@ bool isBlank(const QDomNode& node) {
 }
 
 std::optional<QString> decoded(const QByteArray& bytes, QString* reason) {
-    QTextCodec::ConverterState state;
-    const QString text =
-        QTextCodec::codecForName("UTF-8")->toUnicode(bytes.constData(), bytes.size(), &state);
-    if (state.invalidChars > 0 || state.remainingChars > 0 || text.contains(QChar::Null)) {
+    QString text;
+    if (!QtSeries::decodeUtf8(bytes, &text) || text.contains(QChar::Null)) {
         *reason = QStringLiteral("is not a project file: it is not UTF-8 text");
         return {};
     }
@@ -103,7 +101,7 @@ QString withKeptBlanks(const QString& text) {
     int taken = 0;
     int next = 0;
     for (int tag = text.indexOf(QLatin1Char('<')); tag >= 0; tag = next) {
-        const QStringRef rest = text.midRef(tag, 9);
+        const QStringView rest = QStringView(text).mid(tag, 9);
         int from = tag + 1;
         if (rest.startsWith(QLatin1String("<!--"))) {
             from = text.indexOf(QLatin1String("-->"), tag + 4);
@@ -113,20 +111,20 @@ QString withKeptBlanks(const QString& text) {
         next = from < 0 ? -1 : text.indexOf(QLatin1Char('<'), from);
         const bool isLeaf = next > 0 && rest.mid(1, 1) != QLatin1String("/") &&
                             rest.mid(1, 1) != QLatin1String("!") &&
-                            text.midRef(next, 2) == QLatin1String("</");
+                            QStringView(text).mid(next, 2) == QLatin1String("</");
         int begin = next;
         while (isLeaf && text.at(begin - 1).isSpace()) {
             --begin;
         }
-        const QStringRef close = text.midRef(0, qMax(begin, 0)).right(2);
+        const QStringView close = QStringView(text).left(qMax(begin, 0)).right(2);
         if (isLeaf && begin < next && close.endsWith(QLatin1Char('>')) &&
             close != QLatin1String("/>")) {
-            result += text.midRef(taken, begin - taken) + QLatin1String("<![CDATA[") +
-                      text.midRef(begin, next - begin) + QLatin1String("]]>");
+            result += text.mid(taken, begin - taken) + QLatin1String("<![CDATA[") +
+                      text.mid(begin, next - begin) + QLatin1String("]]>");
             taken = next;
         }
     }
-    return taken == 0 ? text : result + text.midRef(taken);
+    return taken == 0 ? text : result + text.mid(taken);
 }
 
 bool isKnownFormat(const QString& number, QString* reason) {

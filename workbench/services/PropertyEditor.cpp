@@ -39,7 +39,7 @@ public:
             return nullptr;
         }
         const QStringList choices = choicesOf(*row);
-        if (choices.isEmpty() && row->value(m_panel->object()).type() == QVariant::Int) {
+        if (choices.isEmpty() && row->value(m_panel->object()).userType() == QMetaType::Int) {
             auto* number = new QSpinBox(parent);
             number->setRange(0, LargestNumber);
             return number;
@@ -92,7 +92,7 @@ public:
 
 private:
     QStringList choicesOf(const PropertyRow& row) const {
-        if (row.value(m_panel->object()).type() == QVariant::Bool) {
+        if (row.value(m_panel->object()).userType() == QMetaType::Bool) {
             return {QVariant(false).toString(), QVariant(true).toString()};
         }
         return row.choices().isEmpty() ? row.texts(m_panel->object()) : row.choices();
@@ -225,7 +225,7 @@ void PropertyEditor::commit(const PropertyRow& row, const QVariant& value) {
     if (newValue != oldValue) {
         emit propertyValueChanged(object, row.name, oldValue, newValue);
     } else if (value.toString().trimmed() != oldValue.toString() &&
-               oldValue.type() != QVariant::Bool) {
+               oldValue.userType() != QMetaType::Bool) {
         tellRefusal(row, value);
     }
     scheduleRefresh();

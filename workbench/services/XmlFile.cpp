@@ -54,7 +54,7 @@ QString dangerIn(const QString& text) {
         } else if (rest.startsWith(QLatin1String("<!"))) {
             const int end = endOfTag(text, i + 2);
             // A document type with declarations of its own: they could hide anything.
-            if (text.midRef(i, end - i).contains(QLatin1Char('['))) {
+            if (QStringView(text).mid(i, end - i).contains(QLatin1Char('['))) {
                 return QStringLiteral("declares entities or elements");
             }
             i = end;

@@ -293,7 +293,7 @@ QString CircuitWriter::expand(CircuitElement* element, const QString& text, cons
     int end = 0;
     for (auto it = placeholder.globalMatch(text); it.hasNext();) {
         const QRegularExpressionMatch match = it.next();
-        result += text.midRef(end, match.capturedStart() - end);
+        result += text.mid(end, match.capturedStart() - end);
         const QString before = match.captured(1);
         const QString name = match.captured(2);
         if (!match.captured(3).isEmpty()) {
@@ -305,7 +305,7 @@ QString CircuitWriter::expand(CircuitElement* element, const QString& text, cons
         }
         end = match.capturedEnd();
     }
-    return result + text.midRef(end);
+    return result + text.mid(end);
 }
 
 QString CircuitWriter::meaning(CircuitElement* element, const QString& name, const QString& model) {

@@ -70,7 +70,7 @@ private:
         const int numbers = plot->vectors.size() * (plot->isComplex ? 2 : 1);
         const int size = numbers * static_cast<int>(sizeof(double));
         // What the head promises may not be there.
-        const int points = qBound(0, m_points, (m_bytes.size() - m_at) / size);
+        const int points = qBound<int>(0, m_points, (m_bytes.size() - m_at) / size);
         for (int v = 0; v < plot->vectors.size(); ++v) {
             plot->real[v].resize(points);
             if (plot->isComplex) {
@@ -125,7 +125,7 @@ private:
     static void dropBroken(RawPlot* plot, int points) {
         for (auto* table : {&plot->real, &plot->imaginary}) {
             for (QVector<double>& column : *table) {
-                column.resize(qMin(points, column.size()));
+                column.resize(qMin<int>(points, column.size()));
             }
         }
     }

@@ -24,7 +24,7 @@ std::complex<double> valueAt(double x, const QVector<double>& xs,
     const auto next = std::lower_bound(xs.begin(), xs.end(), x);
     const int i = static_cast<int>(next - xs.begin());
     if (i == 0 || i == xs.size()) {
-        return values.at(qMin(i, xs.size() - 1));
+        return values.at(qMin<int>(i, xs.size() - 1));
     }
     const double width = xs.at(i) - xs.at(i - 1);
     const double share = width > 0 ? (x - xs.at(i - 1)) / width : 1;

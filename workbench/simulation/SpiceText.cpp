@@ -36,11 +36,11 @@ QString expression(const QString& inside) {
     for (auto it = token.globalMatch(inside); it.hasNext();) {
         const QRegularExpressionMatch match = it.next();
         const QString translated = number(match.captured());
-        result += inside.midRef(end, match.capturedStart() - end);
+        result += inside.mid(end, match.capturedStart() - end);
         result += translated.isNull() ? match.captured() : translated;
         end = match.capturedEnd();
     }
-    return result + inside.midRef(end);
+    return result + inside.mid(end);
 }
 
 }  // namespace

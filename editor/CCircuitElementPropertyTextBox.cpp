@@ -228,8 +228,9 @@ void CCircuitElementPropertyTextBox::paint(QPainter* painter,
         painter->fillRect(frame, veil());
     } else {
         // An invalid colour fills, too, as it does in text boxes.
-        painter->fillRect(frame,
-                          widget && d->highlight.isValid() ? d->highlight : d->backgroundColor);
+        const bool isOwnColor = !widget && editor() && editor()->keepsTextStyles();
+        painter->fillRect(
+            frame, isOwnColor || !d->highlight.isValid() ? d->backgroundColor : d->highlight);
     }
     painter->setPen(QtSeries::hairline(TextBoxColors::propertyText()));
     painter->setFont(d->font);

@@ -55,15 +55,36 @@ protected:
         }
     }
 
+    /// Of the drawing. What turns and moves add up to may be a rounding error beside what a file
+    /// holds.
+    QList<QByteArray> lines() {
+        QList<QByteArray> result = drawing().split('\n');
+        for (QByteArray& line : result) {
+            const int from = line.lastIndexOf(' ') + 1;
+            const int length = line.size() - from - (line.endsWith(',') ? 1 : 0);
+            bool isNumber = false;
+            const double value = line.mid(from, length).toDouble(&isNumber);
+            if (isNumber) {
+                line.replace(from, length, QByteArray::number(value, 'f', 6));
+            }
+        }
+        return result;
+    }
+
     /// What is there survives a file.
     void saveAndOpen() {
         const QString file = folder.filePath(QStringLiteral("all.vprj"));
         key(Qt::Key_Escape);
         QString message;
         ASSERT_TRUE(workbench.save(file, &message)) << qPrintable(message);
-        const QByteArray before = drawing();
+        const QList<QByteArray> then = lines();
         ASSERT_TRUE(workbench.open(file, &message)) << qPrintable(message);
-        EXPECT_EQ(drawing(), before);
+        const QList<QByteArray> now = lines();
+        for (int i = 0; i < then.size() && !HasFailure(); ++i) {
+            EXPECT_EQ(now.value(i).toStdString(), then.at(i).toStdString())
+                << then.mid(qMax(0, i - 12), 24).join('\n').toStdString();
+        }
+        EXPECT_EQ(now.size(), then.size());
     }
 
     QRandomGenerator random;

@@ -2,6 +2,7 @@
 
 #include "CCircuitEditorData.h"
 #include "CCircuitEditorElementItem.h"
+#include "CCircuitElementPropertyTextBox.h"
 #include "ConnectedDrag.h"
 #include "ElementCaptions.h"
 
@@ -40,6 +41,11 @@ bool CCircuitEditor::keepsTextStyles() const {
 
 void CCircuitEditor::setKeepTextStyles(bool on) {
     d->keepTextStyles = on;
+    for (int i = 0; on && i < elementPropertyTextBoxCount(); ++i) {
+        // An element with the pointer on it can't take back the colour that it has lent.
+        CCircuitElementPropertyTextBox* box = elementPropertyTextBox(i);
+        box->setBackgroundColor(box->look().background);
+    }
 }
 
 bool CCircuitEditor::placesPastedItems() const {

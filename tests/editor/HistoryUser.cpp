@@ -121,6 +121,11 @@ void HistoryUser::startAnew() {
 }
 
 QByteArray HistoryUser::state() {
+    if (!editor->keepsTextStyles()) {
+        // Boxes are stored with the colour that an element lends them while the pointer is on it.
+        QEvent leave(QEvent::Leave);
+        QApplication::sendEvent(editor->viewport(), &leave);
+    }
     turnEventLoop();
     QDomDocument document;
     QDomElement root = document.createElement(QStringLiteral("Project"));

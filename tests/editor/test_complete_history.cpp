@@ -85,7 +85,8 @@ TEST_F(HistoryUser, TakesBackAndRedoesWhateverWasDone) {
             steps.append({random.bounded(kinds), random.generate()});
         }
         if (!replayed().isEmpty()) {
-            EXPECT_EQ(mistakeIn(replayed()), QString());
+            const QString mistake = mistakeIn(replayed());
+            EXPECT_TRUE(mistake.isEmpty()) << qPrintable(mistake);
             return;
         }
         QString mistake = mistakeInChild(steps);

@@ -5,6 +5,7 @@
 #include "CCircuitEditor.h"
 #include "CCircuitEditorElementItem.h"
 #include "CCircuitElementPropertyTextBoxData.h"
+#include "CompleteHistory.h"
 #include "ICircuitElement.h"
 #include "PropertyLookup.h"
 #include "QtSeries.h"
@@ -243,7 +244,9 @@ void CCircuitElementPropertyTextBox::paint(QPainter* painter,
 void CCircuitElementPropertyTextBox::slotPropertyChanged(QString name) {
     if (name == d->propertyName) {
         d->propertyText = d->circuitElementPropertyText();
-        if (editor() && editor()->keepsTextStyles()) {
+        // The history brings sizes back by itself, and some are from when the text did not lead.
+        const CompleteHistory* history = CompleteHistory::of(editor());
+        if (editor() && editor()->keepsTextStyles() && !(history && history->isApplying())) {
             fitToText();
         }
         update();

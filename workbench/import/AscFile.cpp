@@ -1,5 +1,7 @@
 #include "AscFile.h"
 
+#include "XmlUtils.h"
+
 #include <QCoreApplication>
 #include <QRegularExpression>
 #include <QtEndian>
@@ -232,9 +234,7 @@ QString fromWindows(const QByteArray& bytes) {
     return text;
 }
 
-}  // namespace
-
-QString decodeAsc(const QByteArray& bytes) {
+QString decoded(const QByteArray& bytes) {
     if (bytes.startsWith("\xFF\xFE") || hasNulls(bytes, 1)) {
         return fromUtf16(bytes, qFromLittleEndian<quint16>);
     }
@@ -243,6 +243,13 @@ QString decodeAsc(const QByteArray& bytes) {
     }
     const QString text = QString::fromUtf8(bytes);
     return text.contains(QChar(QChar::ReplacementCharacter)) ? fromWindows(bytes) : text;
+}
+
+}  // namespace
+
+QString decodeAsc(const QByteArray& bytes) {
+    // What a project could not hold would be lost without a word when it is saved.
+    return XmlUtils::withoutForbidden(decoded(bytes));
 }
 
 std::optional<AscSchematic> parseAsc(const QString& text) {

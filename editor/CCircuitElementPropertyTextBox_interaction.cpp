@@ -30,7 +30,12 @@ void CCircuitElementPropertyTextBox::showSelectElementDialog() {
         const bool isDrawn = editor()->elementItem(chosen);
         setElementProperty(isDrawn ? chosen : nullptr, isDrawn ? name : QString());
         d->isSizedByHand = false;
-        setRect(QRectF(pos(), textSize()));
+        if (editor()->keepsTextStyles()) {
+            // As it comes back from a file.
+            fitToText();
+        } else {
+            setRect(QRectF(pos(), textSize()));
+        }
     }
     setVisible(true);
     if (!d->element || !d->elementItem) {

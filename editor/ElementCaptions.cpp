@@ -170,8 +170,6 @@ QList<CCircuitElementPropertyTextBox*> addBoxes(CCircuitEditorElementItem* item)
                                     : indexOfProperty(properties, name) >= 0;
         if (isProperty && !has(*item, name)) {
             boxes.append(makeBox(item->circuitEditor(), element, name));
-            // As it comes back from a file: as large as its text.
-            boxes.last()->setDrawnFont(boxes.last()->font());
         }
     }
     // Its size goes with it.
@@ -232,6 +230,10 @@ CCircuitElementPropertyTextBox* makeBox(CCircuitEditor* editor, ICircuitElement*
     QFont font = box->font();
     font.setPointSize(PointSize);
     box->setFont(font);
+    if (editor->captionsNewElements() || editor->keepsTextStyles()) {
+        // As it comes back from a file: as large as its text.
+        box->setDrawnFont(box->font());
+    }
     return box;
 }
 

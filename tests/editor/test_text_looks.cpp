@@ -101,6 +101,18 @@ TEST_F(TextLooks, SizeAndGroundLastThroughFilesAndCopies) {
     EXPECT_EQ(itemOf("R2")->propertyTextBoxes().first()->backgroundColor(), QColor(Qt::yellow));
 }
 
+TEST_F(TextLooks, BoxesAreAsLargeAsWhenTheyComeBack) {
+    create("Resistor.Basic", {0, 0});
+    QMetaObject::invokeMethod(itemOf("R1"), "createElementPropertyTextBoxForCaptionProperty");
+    DialogDriver driver;
+    driver.accept();
+    itemOf("R1")->propertyTextBoxes().first()->showSelectElementDialog();
+    turnEventLoop();
+    const QByteArray before = snapshot();
+    reopen();
+    EXPECT_EQ(snapshot(), before);
+}
+
 TEST_F(TextLooks, TheTextDialogKnowsTheSizeAndCanBeCancelled) {
     announceLog(QStringLiteral("on_fontSize_valueChanged"));
     CCircuitEditorTextBox* text = editor->addTextBox(QRectF(100, 100, 80, 40));

@@ -92,8 +92,10 @@ void CCircuitEditorTextBox::setText(const QString& text) {
 }
 
 void CCircuitEditorTextBox::fill(const QString& text) {
-    TextBoxText::fill(document(), text, d->font);
-    if (editor() && editor()->keepsTextStyles()) {
+    const bool keepsStyles = editor() && editor()->keepsTextStyles();
+    TextBoxText::fill(document(), keepsStyles ? TextBoxText::withoutBreakingSymbols(text) : text,
+                      d->font);
+    if (keepsStyles) {
         // Symbols are as large as the item's font, which the dialog sets.
         QGraphicsTextItem::setFont(d->font);
     }

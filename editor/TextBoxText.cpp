@@ -217,6 +217,19 @@ void TextBoxText::fillFromPlainText(QTextDocument* document, const QString& plai
     }
 }
 
+QString TextBoxText::withoutBreakingSymbols(QString encoded) {
+    // What a text cursor takes for the end of a block.
+    const QString breaks = QStringLiteral("\n\r\u2029\ufdd0\ufdd1");
+    for (int found = encoded.indexOf(Opening); found >= 0;
+         found = encoded.indexOf(Opening, found + EscapeLength)) {
+        const int symbol = found + Opening.size();
+        if (symbol < encoded.size() && breaks.contains(encoded.at(symbol))) {
+            encoded.replace(found, EscapeLength, ParagraphBreak);
+        }
+    }
+    return encoded;
+}
+
 QString TextBoxText::encodedText(const QTextDocument& document) {
     const FlatDocument flat(document);
     QString result;

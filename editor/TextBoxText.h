@@ -23,6 +23,9 @@ constexpr QChar Shield(0x200b);
 /// Of what `encodedText` writes for a symbol that it loses nothing comes back, so that reading and
 /// writing settle.
 void fill(QTextDocument* document, const QString& encoded, const QFont& font);
+/// The text with a paragraph break for each symbol whose character would break its own block, and
+/// so would never settle.
+QString withoutBreakingSymbols(QString encoded);
 /// The inverse of `fill` as long as no block but the first begins with a symbol. In one that does
 /// the symbol is lost: a line separator and a guard come out in its place.
 QString encodedText(const QTextDocument& document);

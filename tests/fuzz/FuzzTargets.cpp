@@ -22,7 +22,6 @@
 #include <QFile>
 #include <QMainWindow>
 #include <QMimeData>
-#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTextDocument>
 #include <QTreeWidget>
@@ -130,9 +129,7 @@ void runPaste(const QByteArray& bytes) {
 /// may open one in its turn.
 void runText(const QByteArray& bytes) {
     QTextDocument document;
-    QString text = QString::fromUtf8(bytes);
-    // What breaks a line or a block by itself is no symbol.
-    text.remove(QRegularExpression("[\\x00-\\x1f\\x7f-\\x9f\\x{2028}\\x{2029}\\x{fdd0}\\x{fdd1}]"));
+    QString text = TextBoxText::withoutBreakingSymbols(QString::fromUtf8(bytes));
     TextBoxText::fillFromPlainText(&document, text, QFont());
     TextBoxText::repair(&document, QFont());
     QString before;

@@ -9,12 +9,6 @@
 
 namespace {
 
-int number(const char* variable, int usual) {
-    bool isSet = false;
-    const int value = qEnvironmentVariableIntValue(variable, &isSet);
-    return isSet ? value : usual;
-}
-
 class RestlessWindow : public WindowTest {
 protected:
     QPointF place() { return {random.bounded(-12, 13) * 20.0, random.bounded(-9, 10) * 20.0}; }
@@ -102,8 +96,8 @@ TEST_F(RestlessWindow, SurvivesAnyAction) {
     for (const char* name : {"a.vprj", "b.ckt", "c.svg", "d.csv", "no/e.vprj"}) {
         answers.files.append(folder.filePath(QLatin1String(name)));
     }
-    const int seed = number("VORTEL_SEED", 1);
-    for (int sequence = 0; sequence < number("VORTEL_SEQUENCES", 2); ++sequence) {
+    const int seed = numberIn("VORTEL_SEED", 1);
+    for (int sequence = 0; sequence < numberIn("VORTEL_SEQUENCES", 2); ++sequence) {
         random.seed(seed + sequence);
         for (int i = 0; i < 50; ++i) {
             random.bounded(2) ? act() : useCanvas();

@@ -29,6 +29,10 @@ protected:
     QString mistakeIn(const QVector<UserStep>& steps);
     /// The same in a process of its own, whose end may be the mistake.
     QString mistakeInChild(const QVector<UserStep>& steps);
+    /// As few steps as show a mistake: takes out what it doesn't need.
+    void cutDown(QVector<UserStep>* steps, QString* mistake);
+    static QString text(const QVector<UserStep>& steps);
+    static QVector<UserStep> steps(const QByteArray& text);
     int undoable() const;
 
 private:

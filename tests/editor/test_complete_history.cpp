@@ -41,41 +41,17 @@ TEST_F(WholeHistory, AHeldKeyIsOneStep) {
     EXPECT_EQ(itemOf("R1")->pos(), start + QPointF(60, 0));
 }
 
-namespace {
-
-int number(const char* variable, int usual) {
-    bool isSet = false;
-    const int value = qEnvironmentVariableIntValue(variable, &isSet);
-    return isSet ? value : usual;
-}
-
-QString text(const QVector<UserStep>& steps) {
-    QString result;
-    for (const UserStep& step : steps) {
-        result += QStringLiteral("%1:%2 ").arg(step.kind).arg(step.seed);
-    }
-    return result.trimmed();
-}
-
-/// The steps that a failed run has printed, to do them again.
-QVector<UserStep> replayed() {
-    QVector<UserStep> steps;
-    for (const QByteArray& step : qgetenv("VORTEL_REPLAY").simplified().split(' ')) {
-        const QList<QByteArray> fields = step.split(':');
-        if (fields.size() == 2) {
-            steps.append({fields.first().toInt(), fields.last().toUInt()});
-        }
-    }
-    return steps;
-}
-
-}  // namespace
-
-// VORTEL_SEQUENCES, VORTEL_STEPS and VORTEL_SEED make it a longer or another run.
+// VORTEL_SEQUENCES, VORTEL_STEPS and VORTEL_SEED make it a longer or another run, VORTEL_REPLAY one
+// of the steps that a failed run has printed.
 TEST_F(HistoryUser, TakesBackAndRedoesWhateverWasDone) {
-    const int sequences = number("VORTEL_SEQUENCES", 8);
-    const int length = number("VORTEL_STEPS", 50);
-    const int seed = number("VORTEL_SEED", 1);
+    const QVector<UserStep> replayed = HistoryUser::steps(qgetenv("VORTEL_REPLAY"));
+    if (!replayed.isEmpty()) {
+        EXPECT_EQ(mistakeIn(replayed), QString());
+        return;
+    }
+    const int sequences = numberIn("VORTEL_SEQUENCES", 8);
+    const int length = numberIn("VORTEL_STEPS", 50);
+    const int seed = numberIn("VORTEL_SEED", 1);
     for (int sequence = 0; sequence < sequences; ++sequence) {
         QRandomGenerator random(seed + sequence);
         QVector<UserStep> steps;
@@ -84,29 +60,11 @@ TEST_F(HistoryUser, TakesBackAndRedoesWhateverWasDone) {
         for (int i = 0; i < length; ++i) {
             steps.append({random.bounded(kinds), random.generate()});
         }
-        if (!replayed().isEmpty()) {
-            const QString mistake = mistakeIn(replayed());
-            EXPECT_TRUE(mistake.isEmpty()) << qPrintable(mistake);
-            return;
-        }
         QString mistake = mistakeInChild(steps);
         if (mistake.isEmpty()) {
             continue;
         }
-        // As few steps as show the same.
-        for (int chunk = steps.size() / 2; chunk > 0; chunk /= 2) {
-            for (int at = 0; at + chunk <= steps.size();) {
-                QVector<UserStep> fewer = steps;
-                fewer.remove(at, chunk);
-                const QString same = mistakeInChild(fewer);
-                if (same.isEmpty()) {
-                    at += chunk;
-                } else {
-                    steps = fewer;
-                    mistake = same;
-                }
-            }
-        }
+        cutDown(&steps, &mistake);
         FAIL() << "seed " << seed + sequence << ", " << qPrintable(mistake) << "\nVORTEL_REPLAY=\""
                << qPrintable(text(steps)) << '"';
     }

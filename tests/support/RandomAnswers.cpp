@@ -33,6 +33,12 @@ QList<QAction*> entriesOf(const QMenu* menu) {
 
 }  // namespace
 
+int numberIn(const char* variable, int usual) {
+    bool isSet = false;
+    const int value = qEnvironmentVariableIntValue(variable, &isSet);
+    return isSet ? value : usual;
+}
+
 RandomAnswers::RandomAnswers(QRandomGenerator* random) : m_random(*random) {
     qApp->installEventFilter(this);
 }

@@ -8,6 +8,9 @@ class QMenu;
 class QRandomGenerator;
 class QWidget;
 
+/// What an environment variable says, or the usual number.
+int numberIn(const char* variable, int usual);
+
 /// Answers whatever opens: chooses any entry of a menu or none, fills in anything in a dialog, and
 /// accepts or rejects. Nothing stays open that code could wait for.
 class RandomAnswers : public QObject {

@@ -1,5 +1,6 @@
 #include "BoxType.h"
 
+#include "BoxPicture.h"
 #include "CircuitElement.h"
 
 #include <QRect>
@@ -41,10 +42,10 @@ QSize halfOf(const BoxType& box) {
 }
 
 /// A frame that keeps off the terminals at its sides, a lead to each, and the terminals' names.
-QString pictureOf(const BoxType& box, const QSize& half) {
+QByteArray pictureOf(const BoxType& box, const QSize& half) {
     const QRect frame(QPoint(Grid - half.width(), Grid - half.height()),
                       QPoint(half.width() - Grid - 1, half.height() - Grid - 1));
-    QString lines;
+    QVector<QLine> leads;
     QString names;
     for (const BoxType::Terminal& terminal : box.terminals) {
         const QPoint at = terminal.place;
@@ -52,11 +53,8 @@ QString pictureOf(const BoxType& box, const QSize& half) {
         const int bottom = frame.y() + frame.height();
         const QPoint in(std::clamp(at.x(), frame.x(), right),
                         std::clamp(at.y(), frame.y(), bottom));
-        lines += QStringLiteral("<path d=\"M%1 %2H%3V%4\"/>")
-                     .arg(at.x())
-                     .arg(at.y())
-                     .arg(in.x())
-                     .arg(in.y());
+        const QPoint corner(in.x(), at.y());
+        leads << QLine(at, corner) << QLine(corner, in);
         const bool atRight = in.x() == right && at.x() > right;
         const bool atLeft = in.x() == frame.x() && at.x() < frame.x();
         const int y = at.y() > bottom ? bottom - 2 : in.y() + (at.y() < frame.y() ? 8 : 3);
@@ -66,25 +64,15 @@ QString pictureOf(const BoxType& box, const QSize& half) {
                 .arg(y)
                 .arg(QLatin1String(atLeft ? "start" : (atRight ? "end" : "middle")), terminal.name);
     }
-    return QStringLiteral(
-               "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"%1\" height=\"%2\" "
-               "viewBox=\"-%3 -%4 %1 %2\"><g fill=\"none\" stroke=\"#000000\" stroke-width=\"2\" "
-               "stroke-linecap=\"round\" stroke-linejoin=\"round\"><path d=\"M%5 %6h%7v%8h-%7z\"/>"
-               "%9</g>")
-               .arg(2 * half.width())
-               .arg(2 * half.height())
-               .arg(half.width())
-               .arg(half.height())
-               .arg(frame.x())
-               .arg(frame.y())
-               .arg(frame.width())
-               .arg(frame.height())
-               .arg(lines) +
-           QStringLiteral(
-               "<g fill=\"#000000\" font-family=\"DejaVu Sans\" font-size=\"%1\">%2</g>"
-               "</svg>")
-               .arg(LetterHeight)
-               .arg(names);
+    leads.erase(std::remove_if(leads.begin(), leads.end(),
+                               [](const QLine& lead) { return lead.p1() == lead.p2(); }),
+                leads.end());
+    return BoxPicture::svg(
+        half, frame, leads,
+        QStringLiteral(
+            "  <g fill=\"#000000\" font-family=\"DejaVu Sans\" font-size=\"%1\">%2</g>\n")
+            .arg(LetterHeight)
+            .arg(names));
 }
 
 }  // namespace
@@ -174,6 +162,6 @@ ElementTypeData BoxType::data() const {
         data.spice.known = true;
         data.spice.lines = QStringList{line + QStringLiteral(" ${value}")};
     }
-    data.drawing = pictureOf(*this, halfOf(*this)).toUtf8();
+    data.drawing = pictureOf(*this, halfOf(*this));
     return data;
 }

@@ -1,5 +1,6 @@
 #include "NetlistType.h"
 
+#include "BoxPicture.h"
 #include "CircuitElement.h"
 #include "StrokeText.h"
 
@@ -115,39 +116,22 @@ QSize place(QVector<TerminalData>* pins, const QString& name) {
 
 QByteArray picture(const QVector<TerminalData>& pins, const QString& name, const QSize& half) {
     using StrokeText::Anchor;
-    QString lines;
+    QVector<QLine> leads;
     QString texts = StrokeText::path(name, QPointF(0, Title - half.height()), Anchor::Middle);
     for (const TerminalData& pin : pins) {
-        const double x = pin.position.x();
-        const bool isLeft = x < 0;
-        lines += QStringLiteral("    <line x1=\"%1\" y1=\"%2\" x2=\"%3\" y2=\"%2\"/>\n")
-                     .arg(x)
-                     .arg(pin.position.y())
-                     .arg(x + (isLeft ? LeadLength : -LeadLength));
-        const QPointF beside(x + (isLeft ? 1 : -1) * (LeadLength + 4), pin.position.y());
-        texts += QLatin1Char(' ') +
-                 StrokeText::path(pin.name, beside, isLeft ? Anchor::Left : Anchor::Right);
+        const bool isLeft = pin.position.x() < 0;
+        const QPoint inwards(isLeft ? 1 : -1, 0);
+        const QPoint place = pin.position.toPoint();
+        leads.append({place, place + inwards * LeadLength});
+        texts += QLatin1Char(' ') + StrokeText::path(pin.name, place + inwards * (LeadLength + 4),
+                                                     isLeft ? Anchor::Left : Anchor::Right);
     }
-    return QStringLiteral(
-               "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-               "<svg xmlns=\"http://www.w3.org/2000/svg\" version=\"1.2\" baseProfile=\"tiny\" "
-               "width=\"%1\" height=\"%2\" viewBox=\"-%3 -%4 %1 %2\">\n"
-               "  <g fill=\"none\" stroke=\"#000000\" stroke-width=\"2\" stroke-linecap=\"round\" "
-               "stroke-linejoin=\"round\">\n"
-               "    <rect x=\"-%5\" y=\"-%6\" width=\"%7\" height=\"%8\"/>\n%9  </g>\n")
-               .arg(2 * half.width())
-               .arg(2 * half.height())
-               .arg(half.width())
-               .arg(half.height())
-               .arg(half.width() - LeadLength)
-               .arg(half.height() - 2)
-               .arg(2 * (half.width() - LeadLength))
-               .arg(2 * half.height() - 4)
-               .arg(lines)
-               .toUtf8() +
-           "  <path fill=\"none\" stroke=\"#000000\" stroke-width=\"1\" "
-           "stroke-linecap=\"round\" stroke-linejoin=\"round\" d=\"" +
-           texts.toUtf8() + "\"/>\n</svg>\n";
+    const QSize inner = half - QSize(LeadLength, 2);
+    return BoxPicture::svg(
+        half, {QPoint(-inner.width(), -inner.height()), 2 * inner}, leads,
+        QStringLiteral("  <path fill=\"none\" stroke=\"#000000\" stroke-width=\"1\" "
+                       "stroke-linecap=\"round\" stroke-linejoin=\"round\" d=\"%1\"/>\n")
+            .arg(texts));
 }
 
 /// The line of the element, and around the text a sub-circuit of its own: whatever names the text

@@ -1,5 +1,6 @@
 #include "TypeMaker.h"
 
+#include "BoxPicture.h"
 #include "ElementDescription.h"
 #include "ElementLibrary.h"
 #include "ElementTypeReader.h"
@@ -114,32 +115,12 @@ QSize place(QVector<Pin>& pins) {
 
 QByteArray picture(const QVector<Pin>& pins, const QSize& half) {
     const QPoint inwards[] = {{LeadLength, 0}, {0, LeadLength}, {-LeadLength, 0}, {0, -LeadLength}};
-    QString lines;
+    QVector<QLine> leads;
     for (const Pin& pin : pins) {
-        const QPoint end = pin.place + inwards[pin.side];
-        lines += QStringLiteral("    <line x1=\"%1\" y1=\"%2\" x2=\"%3\" y2=\"%4\"/>\n")
-                     .arg(pin.place.x())
-                     .arg(pin.place.y())
-                     .arg(end.x())
-                     .arg(end.y());
+        leads.append({pin.place, pin.place + inwards[pin.side]});
     }
-    return QStringLiteral(
-               "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-               "<svg xmlns=\"http://www.w3.org/2000/svg\" version=\"1.2\" baseProfile=\"tiny\" "
-               "width=\"%1\" height=\"%2\" viewBox=\"-%3 -%4 %1 %2\">\n"
-               "  <g fill=\"none\" stroke=\"#000000\" stroke-width=\"2\" stroke-linecap=\"round\" "
-               "stroke-linejoin=\"round\">\n"
-               "    <rect x=\"-%5\" y=\"-%6\" width=\"%7\" height=\"%8\"/>\n%9  </g>\n</svg>\n")
-        .arg(2 * half.width())
-        .arg(2 * half.height())
-        .arg(half.width())
-        .arg(half.height())
-        .arg(half.width() - LeadLength)
-        .arg(half.height() - LeadLength)
-        .arg(2 * (half.width() - LeadLength))
-        .arg(2 * (half.height() - LeadLength))
-        .arg(lines)
-        .toUtf8();
+    const QSize inner = half - QSize(LeadLength, LeadLength);
+    return BoxPicture::svg(half, {QPoint(-inner.width(), -inner.height()), 2 * inner}, leads);
 }
 
 QByteArray typeText(const QVector<Pin>& pins, const QString& name, const QString& title) {

@@ -26,6 +26,9 @@ class Crashes : public WorkbenchTest {
 protected:
     Crashes() {
         QDir().mkpath(homePath("vortel-workbench"));
+        writeSettings();
+    }
+    void writeSettings() {
         QFile settings(homePath("vortel-workbench/settings.ini"));
         EXPECT_TRUE(settings.open(QIODevice::WriteOnly));
         settings.write("[General]\nAutosaveSeconds=0.02\n");
@@ -127,7 +130,7 @@ TEST_F(Crashes, AndFullDisksLeaveTheOldOrTheNewFile) {
     }
 }
 
-TEST_F(Crashes, OfTheWindowLeaveSettingsAndAutosavesWhole) {
+TEST_F(Crashes, AndFullDisksLeaveSettingsAndAutosavesWhole) {
     const QString file = path("x.vprj");
     ASSERT_EQ(run({"convert", Divider, file}).status, 0);
     QDir homeAutosaves(homePath("vortel-workbench/autosave"));
@@ -142,27 +145,41 @@ TEST_F(Crashes, OfTheWindowLeaveSettingsAndAutosavesWhole) {
         }
         return found;
     };
-    // What both folders' names begin with.
-    breakAt(QDir::tempPath() + '/', false);
-    bool hasEnded = false;
-    for (int step = 1; step < 100 && !hasEnded; ++step) {
-        SCOPED_TRACE(step);
-        environment.insert("CRASH_AT", QString::number(step));
-        auto window = open({file}, "Discard", true);
-        // Closed in order, unless it ends before.
-        const auto isOver = [&] { return window->process.state() == QProcess::NotRunning; };
-        EXPECT_TRUE(QTest::qWaitFor([&] { return isOver() || !autosaves().isEmpty(); }, Timeout));
-        window->process.terminate();
-        EXPECT_TRUE(QTest::qWaitFor(isOver, Timeout));
-        hasEnded = window->process.exitStatus() == QProcess::NormalExit;
-        EXPECT_TRUE(contentOf(homePath("vortel-workbench/settings.ini")).contains("Autosave"));
-        for (const QString& name : autosaves()) {
-            QString reason;
-            EXPECT_TRUE(ProjectFile::read(name, &reason)) << qPrintable(name + ' ' + reason);
-            QFile::remove(name);
+    for (const bool isFull : {false, true}) {
+        // What both folders' names begin with.
+        breakAt(QDir::tempPath() + '/', isFull);
+        bool hasEnded = false;
+        for (int step = 1; step < 100 && !hasEnded; ++step) {
+            SCOPED_TRACE(qPrintable(QString("%1 %2").arg(isFull).arg(step)));
+            writeSettings();
+            environment.insert("CRASH_AT", QString::number(step));
+            auto window = open({file}, "Discard", true);
+            // Closed in order, unless it ends before.
+            const auto isOver = [&] { return window->process.state() == QProcess::NotRunning; };
+            const auto tells = [&](const char* sentence) {
+                window->output += window->process.readAllStandardOutput();
+                return window->output.contains(sentence);
+            };
+            const auto failsToAutosave = [&] { return tells("changes could not be autosaved: "); };
+            EXPECT_TRUE(QTest::qWaitFor(
+                [&] { return isOver() || !autosaves().isEmpty() || failsToAutosave(); }, Timeout));
+            window->process.terminate();
+            EXPECT_TRUE(QTest::qWaitFor(isOver, Timeout));
+            const bool isInOrder = window->process.exitStatus() == QProcess::NormalExit;
+            EXPECT_TRUE(isInOrder || !isFull);
+            hasEnded = isInOrder && !failsToAutosave();
+            const QByteArray settings = contentOf(homePath("vortel-workbench/settings.ini"));
+            EXPECT_TRUE(settings.contains("Autosave"));
+            EXPECT_EQ(tells("your settings could not be saved"),
+                      isFull && !settings.contains("x.vprj"));
+            for (const QString& name : autosaves()) {
+                QString reason;
+                EXPECT_TRUE(ProjectFile::read(name, &reason)) << qPrintable(name + ' ' + reason);
+                QFile::remove(name);
+            }
         }
+        EXPECT_TRUE(hasEnded);
     }
-    EXPECT_TRUE(hasEnded);
 }
 
 TEST_F(Crashes, LeaveTheChangesOfAFileToBeRecovered) {

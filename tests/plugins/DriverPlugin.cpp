@@ -1,7 +1,8 @@
 // Drives the real program from within, where no hand can: Qt loads it as one of its generic
 // plugins. It adds an element if VORTEL_DRIVER_ADD is set, calls the canvas's methods that
 // VORTEL_DRIVER_CALL names, divided by commas, answers each message box with the button whose text
-// is VORTEL_DRIVER_ANSWER, and prints a line of JSON when the window has come to rest anew.
+// is VORTEL_DRIVER_ANSWER, and prints a line of JSON when the window has come to rest anew or tells
+// something.
 
 #include "ICanvas.h"
 #include "ICircuit.h"
@@ -19,6 +20,7 @@
 #include <QMainWindow>
 #include <QMessageBox>
 #include <QPointer>
+#include <QStatusBar>
 #include <QTimer>
 
 #include <cstdio>
@@ -50,7 +52,12 @@ public:
         } else if (window && event->type() == QEvent::Show) {
             QTimer::singleShot(0, window, [this, window] {
                 act();
-                report(window);
+                const auto hear = [this, window](const QString& text) {
+                    m_told.append(text);
+                    report(window);
+                };
+                QObject::connect(window->statusBar(), &QStatusBar::messageChanged, this, hear);
+                hear(window->statusBar()->currentMessage());
             });
         } else if (window && event->type() == QEvent::ModifiedChange) {
             report(window);
@@ -92,13 +99,15 @@ private:
             const QJsonObject state = {{"title", window->windowTitle()},
                                        {"modified", window->isWindowModified()},
                                        {"elements", service<ICircuit>()->elementCount()},
-                                       {"asked", m_asked}};
+                                       {"asked", m_asked},
+                                       {"told", m_told}};
             std::puts(QJsonDocument(state).toJson(QJsonDocument::Compact).constData());
             std::fflush(stdout);
         });
     }
 
     QJsonArray m_asked;
+    QJsonArray m_told;
 };
 
 }  // namespace

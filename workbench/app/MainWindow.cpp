@@ -42,6 +42,7 @@
 #include <QMessageBox>
 #include <QScreen>
 #include <QStatusBar>
+#include <QTimer>
 
 #include <algorithm>
 #include <iterator>
@@ -72,7 +73,9 @@ constexpr double LargestPartOfScreen = 0.9;
 
 }  // namespace
 
-MainWindow::~MainWindow() = default;
+MainWindow::~MainWindow() {
+    Settings::setTeller({});
+}
 
 MainWindow::MainWindow(Workbench* workbench) : m_workbench(workbench) {
     // With the frame it must fit on the screen, however large its fonts and icons are.
@@ -128,6 +131,10 @@ bool MainWindow::build(QString* error) {
     connect(manager, &ProjectManager::modifiedChanged, this, &MainWindow::setWindowModified);
     connect(manager, &ProjectManager::autosaveFailed, statusBar(),
             [this](const QString& message) { statusBar()->showMessage(message); });
+    // Later, for what opens a file has a message of its own at its end.
+    Settings::setTeller([this](const QString& message) {
+        QTimer::singleShot(0, statusBar(), [this, message] { statusBar()->showMessage(message); });
+    });
     new WorkSign(statusBar(), m_workbench->editorWidget());
     new WireMenu(m_workbench->editorWidget(), this);
     auto* accessible = new CanvasAccessible(*m_workbench, this);
@@ -312,6 +319,8 @@ void MainWindow::showEvent(QShowEvent* event) {
 void MainWindow::closeEvent(QCloseEvent* event) {
     event->setAccepted(mayDiscard());
     if (event->isAccepted()) {
+        // Nobody could read it in a window that goes.
+        Settings::setTeller({});
         Settings settings;
         settings.setValue(GeometryKey, saveGeometry());
         settings.setValue(LayoutKey, saveState(LayoutVersion));

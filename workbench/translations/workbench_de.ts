@@ -619,6 +619,10 @@ Hilfe &gt; Beispiele öffnet fertige Schaltungen</translation>
       <translation>die Zeichnung ist leer</translation>
     </message>
     <message>
+      <source>the file %1 takes no page</source>
+      <translation>die Datei %1 nimmt keine Seite an</translation>
+    </message>
+    <message>
       <source>the printer %1 takes no page</source>
       <translation>der Drucker %1 nimmt keine Seite an</translation>
     </message>
@@ -861,6 +865,13 @@ Hilfe &gt; Beispiele öffnet fertige Schaltungen</translation>
     <message>
       <source>What fits</source>
       <translation>Was passt</translation>
+    </message>
+  </context>
+  <context>
+    <name>Settings</name>
+    <message>
+      <source>your settings could not be saved in %1</source>
+      <translation>Ihre Einstellungen konnten nicht in %1 gesichert werden</translation>
     </message>
   </context>
   <context>

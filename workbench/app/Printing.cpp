@@ -10,6 +10,7 @@
 #include "Settings.h"
 #include "Workbench.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QGraphicsItem>
 #include <QGraphicsScene>
@@ -102,8 +103,16 @@ bool Printing::paint(QPrinter* printer, QString* error) {
     }
     QSvgRenderer picture(file);
     QPainter painter;
-    if (!picture.isValid() || !painter.begin(printer)) {
-        *error = tr("the printer %1 takes no page").arg(printer->printerName());
+    bool hasBegun = false;
+    {
+        const HeldMessages messages;
+        hasBegun = picture.isValid() && painter.begin(printer);
+    }
+    if (!hasBegun) {
+        const QString printed = printer->outputFileName();
+        *error = printed.isEmpty()
+                     ? tr("the printer %1 takes no page").arg(printer->printerName())
+                     : tr("the file %1 takes no page").arg(QDir::toNativeSeparators(printed));
         return false;
     }
     const double perMillimetre = printer->resolution() / MillimetresPerInch;

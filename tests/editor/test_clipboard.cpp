@@ -13,13 +13,13 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QDomDocument>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QGraphicsScene>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <ctime>
 #include <set>
 
 namespace {
@@ -373,10 +373,10 @@ TEST_F(ClipboardTest, ForeignAndHostileTextsPasteWhatTheyCan) {
         key(Qt::Key_Right);
     }
     // A web page of 50 MB, on the system's clipboard.
-    QElapsedTimer timer;
-    timer.start();
+    const std::clock_t start = std::clock();
     pasteText(QString(50 * 1000 * 1000, QLatin1Char('<')));
-    EXPECT_LT(timer.elapsed(), 20000);
+    // Of the process's own time, however busy the machine is.
+    EXPECT_LT((std::clock() - start) / CLOCKS_PER_SEC, 20);
 }
 
 TEST_F(ClipboardTest, AnAnnotatedAmplifierSurvivesItsCopy) {

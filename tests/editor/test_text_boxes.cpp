@@ -7,7 +7,6 @@
 #include "TextBoxText.h"
 
 #include <QApplication>
-#include <QElapsedTimer>
 #include <QGraphicsScene>
 #include <QMenu>
 #include <QMouseEvent>

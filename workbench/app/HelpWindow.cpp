@@ -63,7 +63,8 @@ bool HelpWindow::showMarkdown(const QString& fileName) {
     if (!file.open(QIODevice::ReadOnly)) {
         return false;
     }
-    const QString folder = QFileInfo(fileName).absolutePath();
+    // Of the file itself, where that is a link: those in the page are as seen from there.
+    const QString folder = QFileInfo(fileName).canonicalPath();
     m_browser->setSearchPaths({folder});
     m_browser->document()->setBaseUrl(QUrl::fromLocalFile(folder + QLatin1Char('/')));
     m_browser->setMarkdown(QString::fromUtf8(file.readAll()));
@@ -75,8 +76,15 @@ bool HelpWindow::showMarkdown(const QString& fileName) {
 void HelpWindow::follow(const QUrl& link) {
     const QString fragment = link.fragment();
     const bool isHere = link.path().isEmpty() || link.path().endsWith(QLatin1Char('/'));
+    const QUrl target = m_browser->document()->baseUrl().resolved(link);
+    if (target.isLocalFile() && target.path().endsWith(QLatin1String(".md"))) {
+        auto* page = new HelpWindow(windowTitle(), this);
+        page->setAttribute(Qt::WA_DeleteOnClose);
+        page->showMarkdown(target.toLocalFile());
+        return;
+    }
     if (!isHere || fragment.isEmpty()) {
-        QDesktopServices::openUrl(m_browser->document()->baseUrl().resolved(link));
+        QDesktopServices::openUrl(target);
         return;
     }
     for (QTextBlock block = m_browser->document()->begin(); block.isValid(); block = block.next()) {

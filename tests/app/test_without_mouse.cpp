@@ -1,8 +1,11 @@
 // The window for who uses no mouse, no screen, or paper.
 
+#include "Circuit.h"
 #include "ICircuitElementNode.h"
 #include "ICircuitNode.h"
+#include "ICircuitOutputVariable.h"
 #include "Printing.h"
+#include "SimulationPart.h"
 #include "WindowTest.h"
 
 #include <QAccessible>
@@ -60,6 +63,26 @@ TEST_F(WithoutMouse, SmallCircuitIsDrawnWithKeysAlone) {
     EXPECT_NE(nodeOf(end(0, "p")), nullptr);
     EXPECT_EQ(nodeOf(end(0, "p")), nodeOf(end(1, "p")));
     EXPECT_EQ(nodeOf(end(0, "n")), nodeOf(end(1, "n")));
+
+    // The second terminal of the first element, and a quantity of the element itself.
+    trigger("addVariable");
+    key(Qt::Key_Tab);
+    key(Qt::Key_Tab);
+    key(Qt::Key_Tab);
+    key(Qt::Key_Return);
+    trigger("addVariable");
+    key(Qt::Key_Tab);
+    {
+        DialogDriver dialogs;
+        dialogs.chooseEntry("i");
+        key(Qt::Key_Return);
+    }
+    Circuit& model = workbench.simulation()->circuit();
+    ASSERT_EQ(model.outputVariableCount(), 2);
+    EXPECT_EQ(model.outputVariable(0)->elementNode(), end(0, "n"));
+    EXPECT_EQ(model.outputVariable(1)->element(), circuit()->element(0));
+    EXPECT_EQ(model.outputVariable(1)->elementVarName(), "i");
+    key(Qt::Key_Escape);
 
     // A screen reader is told what Tab selects, and what is there.
     key(Qt::Key_Tab);

@@ -7,6 +7,7 @@
 #include "ICircuitElementNode.h"
 #include "Workbench.h"
 
+#include <QAbstractButton>
 #include <QAction>
 #include <QCoreApplication>
 #include <QCursor>
@@ -56,6 +57,18 @@ KeyboardPointer::KeyboardPointer(const Workbench& workbench, QAction* wireTool, 
     workbench.editorWidget()->installEventFilter(this);
     workbench.canvas()->graphicsView()->viewport()->installEventFilter(this);
     connect(wireTool, &QAction::toggled, this, &KeyboardPointer::rest);
+    auto* panel = qobject_cast<QWidget*>(
+        workbench.object(QStringLiteral("CCircuitEditorComponent.outVarsWidget")));
+    m_pickTool =
+        panel ? panel->findChild<QAbstractButton*>(QStringLiteral("cmdAddVariable")) : nullptr;
+    if (m_pickTool) {
+        connect(m_pickTool, &QAbstractButton::toggled, this, [this](bool picking) {
+            rest();
+            if (picking) {
+                m_workbench.editorWidget()->setFocus();
+            }
+        });
+    }
 }
 
 KeyboardPointer::~KeyboardPointer() = default;
@@ -74,9 +87,19 @@ bool KeyboardPointer::eventFilter(QObject* watched, QEvent* event) {
     return event->type() == QEvent::KeyPress && answer(*static_cast<QKeyEvent*>(event));
 }
 
+void KeyboardPointer::pickVariable() {
+    if (m_pickTool) {
+        m_pickTool->click();
+    }
+}
+
+bool KeyboardPointer::isPicking() const {
+    return m_pickTool && m_pickTool->isChecked();
+}
+
 bool KeyboardPointer::answer(const QKeyEvent& event) {
     const bool isTab = event.key() == Qt::Key_Tab || event.key() == Qt::Key_Backtab;
-    if (!m_wireTool || !m_wireTool->isChecked()) {
+    if (!isPicking() && (!m_wireTool || !m_wireTool->isChecked())) {
         return isTab && selectFirst();
     }
     const int grid = std::max(1, m_workbench.editorWidget()->property("GridSize").toInt());
@@ -95,9 +118,9 @@ bool KeyboardPointer::answer(const QKeyEvent& event) {
             moveBy({0, step});
             return true;
         case Qt::Key_Tab:
-            return moveToTerminal(true);
+            return moveToStop(true);
         case Qt::Key_Backtab:
-            return moveToTerminal(false);
+            return moveToStop(false);
         case Qt::Key_Return:
         case Qt::Key_Enter:
         case Qt::Key_Space:
@@ -135,30 +158,42 @@ void KeyboardPointer::moveBy(const QPointF& step) {
     moveTo((m_isActive ? m_place : startPlace()) + step);
 }
 
-bool KeyboardPointer::moveToTerminal(bool forward) {
+QVector<KeyboardPointer::Stop> KeyboardPointer::stops() const {
     auto* items = qobject_cast<ICircuitEditorExt*>(m_workbench.editorWidget());
     ICircuit* circuit = m_workbench.circuit();
-    QVector<ICircuitElementNode*> terminals;
+    QVector<Stop> result;
     for (int i = 0; items && i < circuit->elementCount(); ++i) {
         ICircuitElement* element = circuit->element(i);
+        if (isPicking() && items->itemFor(element)) {
+            result.append({element->containerObject(), items->itemFor(element)});
+        }
         for (const QString& name : element->elementNodeNames()) {
             ICircuitElementNode* terminal = element->elementNode(name);
             if (terminal && items->itemFor(terminal)) {
-                terminals.append(terminal);
+                result.append({terminal->containerObject(), items->itemFor(terminal)});
             }
         }
     }
-    if (terminals.isEmpty()) {
+    return result;
+}
+
+bool KeyboardPointer::moveToStop(bool forward) {
+    const QVector<Stop> all = stops();
+    if (all.isEmpty()) {
         return false;
     }
-    const int last = terminals.size() - 1;
-    const int at =
-        m_terminal ? terminals.indexOf(qobject_cast<ICircuitElementNode*>(m_terminal)) : -1;
+    const auto found = std::find_if(all.begin(), all.end(), [this](const Stop& stop) {
+        return m_stop && stop.object == m_stop;
+    });
+    const int last = all.size() - 1;
+    const int at = found == all.end() ? -1 : static_cast<int>(found - all.begin());
     int next = forward ? at + 1 : at - 1;
     next = next > last ? 0 : (next < 0 ? last : next);
-    moveTo(items->itemFor(terminals.at(next))->mapToScene(QPointF()));
-    m_terminal = terminals.at(next)->containerObject();
-    emit reached(m_terminal);
+    QGraphicsItem* item = all.at(next).item;
+    const bool isTerminal = qobject_cast<ICircuitElementNode*>(all.at(next).object) != nullptr;
+    moveTo(item->mapToScene(isTerminal ? QPointF() : item->boundingRect().center()));
+    m_stop = all.at(next).object;
+    emit reached(m_stop);
     return true;
 }
 
@@ -202,6 +237,6 @@ void KeyboardPointer::click() {
 
 void KeyboardPointer::rest() {
     m_isActive = false;
-    m_terminal = nullptr;
+    m_stop = nullptr;
     delete m_cross;
 }

@@ -109,6 +109,7 @@ bool MainWindow::build(QString* error) {
         {QStringLiteral("darkCanvas"), [] {}},
         {QStringLiteral("exportValues"), [] {}},
         {QStringLiteral("showValues"), [] {}},
+        {QStringLiteral("addVariable"), [] {}},
         {QStringLiteral("editNetlist"), [this] { m_netlists->editSelected(); }},
         {QStringLiteral("pageSetup"), [this] { m_printing->setUpPage(); }},
         {QStringLiteral("printPreview"), [this] { m_printing->preview(); }},
@@ -141,6 +142,8 @@ bool MainWindow::build(QString* error) {
     if (auto* wireTool = qobject_cast<QAction*>(m_workbench->object(QLatin1String(WireTool)))) {
         auto* pointer = new KeyboardPointer(*m_workbench, wireTool, this);
         connect(pointer, &KeyboardPointer::reached, accessible, &CanvasAccessible::announce);
+        connect(findChild<QAction*>(QStringLiteral("addVariable")), &QAction::triggered, pointer,
+                &KeyboardPointer::pickVariable);
     }
     new SimulationTools(*m_workbench, this);
     if (auto* dark = findChild<QAction*>(QStringLiteral("darkCanvas"))) {

@@ -564,8 +564,16 @@ Hilfe &gt; Beispiele öffnet fertige Schaltungen</translation>
       <translation>Log X</translation>
     </message>
     <message>
+      <source>Log Y</source>
+      <translation>Log Y</translation>
+    </message>
+    <message>
       <source>Logarithmic abscissa</source>
       <translation>Logarithmische Abszisse</translation>
+    </message>
+    <message>
+      <source>Logarithmic ordinates, where any are</source>
+      <translation>Logarithmische Ordinaten, wo es welche gibt</translation>
     </message>
     <message>
       <source>SVG...</source>
@@ -598,14 +606,6 @@ Hilfe &gt; Beispiele öffnet fertige Schaltungen</translation>
     <message>
       <source>cannot write %1: %2</source>
       <translation>kann %1 nicht schreiben: %2</translation>
-    </message>
-    <message>
-      <source>Log Y</source>
-      <translation>Log Y</translation>
-    </message>
-    <message>
-      <source>Logarithmic ordinates, where any are</source>
-      <translation>Logarithmische Ordinaten, wo es welche gibt</translation>
     </message>
   </context>
   <context>
@@ -1148,6 +1148,10 @@ Hilfe &gt; Beispiele öffnet fertige Schaltungen</translation>
       <translation>Ü&amp;ber</translation>
     </message>
     <message>
+      <source>&amp;Add Output Variable</source>
+      <translation>&amp;Ausgangsgröße hinzufügen</translation>
+    </message>
+    <message>
       <source>&amp;Any Element...</source>
       <translation>&amp;Beliebiges Element...</translation>
     </message>
@@ -1504,6 +1508,10 @@ Hilfe &gt; Beispiele öffnet fertige Schaltungen</translation>
       <translation>Das zuletzt Kopierte einfügen oder den gewählten Eintrag der Zwischenablage</translation>
     </message>
     <message>
+      <source>Pick a terminal, wire or element of which the simulation is to record something</source>
+      <translation>Anschluss, Leitung oder Element wählen, von dem die Simulation etwas aufzeichnen soll</translation>
+    </message>
+    <message>
       <source>Place</source>
       <translation>Platzieren</translation>
     </message>
@@ -1688,6 +1696,10 @@ Hilfe &gt; Beispiele öffnet fertige Schaltungen</translation>
       <translation>Verkleinern</translation>
     </message>
     <message>
+      <source>adding an output variable</source>
+      <translation>Ausgangsgröße hinzufügen</translation>
+    </message>
+    <message>
       <source>anything selected</source>
       <translation>Ausgewähltes</translation>
     </message>
@@ -1702,6 +1714,10 @@ Hilfe &gt; Beispiele öffnet fertige Schaltungen</translation>
     <message>
       <source>arrows, Shift and arrows</source>
       <translation>Pfeile, Umschalt und Pfeile</translation>
+    </message>
+    <message>
+      <source>arrows, Tab, Return</source>
+      <translation>Pfeile, Tab, Eingabe</translation>
     </message>
     <message>
       <source>begins at a terminal or wire, sets a corner, ends</source>
@@ -1794,6 +1810,10 @@ Hilfe &gt; Beispiele öffnet fertige Schaltungen</translation>
     <message>
       <source>moves a cross by one, by ten grid steps</source>
       <translation>bewegt ein Kreuz um einen, um zehn Rasterschritte</translation>
+    </message>
+    <message>
+      <source>moves a cross, brings it to the next element or terminal, picks there</source>
+      <translation>bewegt ein Kreuz, bringt es zum nächsten Element oder Anschluss, wählt dort</translation>
     </message>
     <message>
       <source>moves by a grid step, by one unit</source>

@@ -111,6 +111,18 @@ TEST_F(GuestsTest, WhatHasNoTypeIsABoxThatIsTold) {
     EXPECT_EQ(run({"diff", path("m.vprj"), path("again.vprj")}).status, 0);
 }
 
+TEST_F(GuestsTest, SymbolOfASheetIsASubCircuitWithItsOwnValues) {
+    EXPECT_EQ(run({"convert", sample("nested.asc"), path("n.vprj")}).errorLines, QStringList());
+    EXPECT_EQ(run({"convert", path("n.vprj"), path("again.vprj")}).errorLines, QStringList());
+    EXPECT_EQ(contentOf(path("again.vprj")), contentOf(path("n.vprj")));
+    const QString csv = path("n.csv");
+    ASSERT_EQ(run({"simulate", path("again.vprj"), "-o", csv}).errorLines, QStringList());
+    EXPECT_NEAR(column(contentOf(csv), "half").value(0), 4, 1e-6);
+    EXPECT_NEAR(column(contentOf(csv), "quarter").value(0), 2, 1e-6);
+    run({"netlist", path("n.vprj"), "-o", path("n.cir")});
+    EXPECT_TRUE(contentOf(path("n.cir")).contains(".model Clamp"));
+}
+
 TEST(AscFile, TextIsReadInEveryEncoding) {
     const QString text = QStringLiteral("Version 4\nSYMATTR Value 2.2\u00B5\n");
     QByteArray wide;

@@ -7,7 +7,6 @@
 #include "ICircuitElement.h"
 #include "ICircuitElementDesc.h"
 #include "MainWindow.h"
-#include "NetlistType.h"
 #include "Workbench.h"
 
 #include <QDockWidget>
@@ -19,12 +18,12 @@ namespace {
 
 constexpr char PanelName[] = "CPropertyEditorComponent.propertyEditor";
 
-/// The canvas offers the help of a type by its name, which may carry a text that fills the screen
-/// and has no help of its own.
+/// The canvas offers the help of a type by its name, which may carry a text or a drawing, behind
+/// the "~", that fills the screen and has no help of its own.
 void hideEntriesOfTexts(ICircuitElement* element, QMenu* menu) {
     const QString type = element->desc()->elementType();
     for (QAction* action : menu->actions()) {
-        if (!NetlistType::textOf(type).isEmpty() && action->text().contains(type)) {
+        if (type.contains(QLatin1Char('~')) && action->text().contains(type)) {
             action->setVisible(false);
         }
     }

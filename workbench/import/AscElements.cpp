@@ -345,11 +345,7 @@ ImportedElement AscElements::boxOf(const AscDevice& device) {
         remark(box, tr("%1 is not known; it is a box with the terminals where wires end, and can "
                        "not be simulated")
                         .arg(what));
-    } else if (device.isBlock) {
-        remark(box, tr("the sub-circuit %1 is a box; its inside is a drawing of its own, which is "
-                       "not taken over")
-                        .arg(what));
-    } else {
+    } else if (!device.isBlock) {
         remark(box, tr("%1 \"%2\" fits no element type; it is a box").arg(what, box.line));
     }
     return box;

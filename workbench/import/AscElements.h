@@ -34,7 +34,7 @@ struct AscContext {
 };
 
 /// Maps symbols to element types. What has no type, or a value that its type doesn't take, becomes
-/// a box, and a remark says so.
+/// a box, and a remark says so, but for those of sub-circuits.
 class AscElements {
 public:
     AscElements(const ElementLibrary& library, AscContext context, QStringList* remarks)

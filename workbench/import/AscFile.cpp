@@ -247,6 +247,11 @@ QString decoded(const QByteArray& bytes) {
 
 }  // namespace
 
+bool AscSchematic::Flag::isGround() const {
+    return name == QLatin1String("0") ||
+           name.compare(QLatin1String("gnd"), Qt::CaseInsensitive) == 0;
+}
+
 QString decodeAsc(const QByteArray& bytes) {
     // What a project could not hold would be lost without a word when it is saved.
     return XmlUtils::withoutForbidden(decoded(bytes));

@@ -17,6 +17,8 @@ struct AscSchematic {
         QPoint place;
         QString name;
         bool isPort = false;
+
+        bool isGround() const;
     };
     struct Symbol {
         QString name;  ///< with its folders

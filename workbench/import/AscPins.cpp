@@ -98,18 +98,6 @@ private:
     QSet<QPair<int, int>> m_loose;
 };
 
-/// The file of a symbol in the folder, however the case of its name is.
-QString symbolFile(const QString& folder, const QString& name) {
-    const QDir files(folder);
-    const QString wanted = name + QLatin1String(".asy");
-    for (const QString& file : files.entryList(QDir::Files)) {
-        if (file.compare(wanted, Qt::CaseInsensitive) == 0) {
-            return files.filePath(file);
-        }
-    }
-    return {};
-}
-
 class Devices {
 public:
     Devices(const AscSchematic& schematic, const QString& folder, QStringList* remarks)
@@ -150,6 +138,7 @@ private:
                 attribute = it.value();
             }
         }
+        device.isBlock = device.isBlock || isDrawn(device);
         for (const AscSymbolFile::Pin& pin : file.pins) {
             device.pins.append({pin.name, placeOfPin(pin.place, symbol)});
         }
@@ -162,13 +151,20 @@ private:
         return device;
     }
 
+    bool isDrawn(const AscDevice& device) const {
+        const QString prefix = device.symbol.attributes.value(QStringLiteral("Prefix"));
+        return prefix.startsWith(QLatin1Char('X'), Qt::CaseInsensitive) && !m_folder.isEmpty() &&
+               !fileBeside(m_folder, device.kind + QLatin1String(".asc")).isEmpty();
+    }
+
     AscSymbolFile fileOf(const QString& name) {
         const auto known = m_files.constFind(name);
         if (known != m_files.constEnd()) {
             return *known;
         }
         AscSymbolFile result;
-        QFile file(m_folder.isEmpty() ? QString() : symbolFile(m_folder, name));
+        QFile file(m_folder.isEmpty() ? QString()
+                                      : fileBeside(m_folder, name + QLatin1String(".asy")));
         if (!file.fileName().isEmpty() && file.open(QIODevice::ReadOnly)) {
             result = parseAsy(decodeAsc(file.read(LargestSymbolFile)));
         }
@@ -232,6 +228,16 @@ private:
 };
 
 }  // namespace
+
+QString fileBeside(const QString& folder, const QString& name) {
+    const QDir files(folder);
+    for (const QString& file : files.entryList(QDir::Files)) {
+        if (file.compare(name, Qt::CaseInsensitive) == 0) {
+            return files.filePath(file);
+        }
+    }
+    return {};
+}
 
 QVector<AscDevice> devicesOf(const AscSchematic& schematic, const QString& folder,
                              QStringList* remarks) {

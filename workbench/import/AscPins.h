@@ -14,9 +14,13 @@ struct AscDevice {
     QVector<Pin> pins;  ///< in the simulator's order, if that is known
     /// Where wires end near by, since nothing tells of the symbol.
     bool arePinsGuessed = false;
-    /// Its file lies beside the schematic and says that it is a sub-circuit.
+    /// Its file lies beside the schematic and says that it is a sub-circuit, or a schematic does
+    /// that bears its name.
     bool isBlock = false;
 };
+
+/// The file of that name in the folder, however the case of its letters is; empty if there is none.
+QString fileBeside(const QString& folder, const QString& name);
 
 /// Finds the pins of all symbols: in the files that lie in the folder, in the table of the common
 /// ones, else by the wires that end near by.

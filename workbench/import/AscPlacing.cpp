@@ -52,6 +52,10 @@ QVector<int> offsets(const QVector<int>& ways) {
 
 }  // namespace
 
+QPoint onCanvas(const QPoint& place) {
+    return {qRound(place.x() * 1.25), qRound(place.y() * 1.25)};
+}
+
 QPoint turned(const QPointF& terminal, int rotation, int flip) {
     QPoint p = terminal.toPoint();
     p = QPoint(flip == 2 ? -p.x() : p.x(), flip == 1 ? -p.y() : p.y());

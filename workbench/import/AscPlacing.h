@@ -14,6 +14,9 @@ struct AscPlace {
     QVector<QVector<QPoint>> stubs;  ///< from a terminal to its pin; empty if they coincide
 };
 
+/// The place of a sheet, which has steps of 16, some of 8, on the canvas, which has 10.
+QPoint onCanvas(const QPoint& place);
+
 /// The terminal as it lies from the element's position.
 QPoint turned(const QPointF& terminal, int rotation, int flip);
 

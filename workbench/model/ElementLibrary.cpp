@@ -1,6 +1,7 @@
 #include "ElementLibrary.h"
 
 #include "BoxType.h"
+#include "DrawingType.h"
 #include "ElementTypeReader.h"
 #include "NetlistType.h"
 #include "SubCircuitDescription.h"
@@ -12,6 +13,9 @@
 #include <algorithm>
 
 namespace {
+
+/// Of drawings within drawings, which a file may claim to hold without end.
+constexpr int DeepestDrawing = 20;
 
 using InnerTypes = QHash<QString, QSet<QString>>;
 
@@ -136,6 +140,15 @@ ElementDescription* ElementLibrary::description(const QString& type) const {
     ElementTypeData data;
     QString reason;
     const QString text = NetlistType::textOf(type);
+    auto drawn = m_depth < DeepestDrawing ? DrawingType::dataOf(type) : std::nullopt;
+    if (drawn) {
+        drawn->type = type;
+        auto drawing = std::make_unique<SubCircuitDescription>(std::move(*drawn));
+        ++m_depth;
+        drawing->bind([this](const QString& inner) { return description(inner); });
+        --m_depth;
+        return (m_named[type] = std::move(drawing)).get();
+    }
     if (const std::optional<BoxType> box = BoxType::fromName(type)) {
         data = box->data();
     } else if (text.isEmpty() || !NetlistType::describe(text, &data, &reason)) {

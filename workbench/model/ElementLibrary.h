@@ -32,7 +32,8 @@ public:
     /// Complete names, sorted.
     QStringList types() const;
     /// Null for an unknown type. A type whose name tells all there is to know of it is made when it
-    /// is first asked for; see `NetlistType` and `BoxType`.
+    /// is first asked for; see `NetlistType`, `BoxType` and
+    /// `DrawingType`.
     ElementDescription* description(const QString& type) const;
 
 private:
@@ -47,5 +48,6 @@ private:
     std::map<QString, std::unique_ptr<ElementDescription>> m_descriptions;
     // Made of their names.
     mutable std::map<QString, std::unique_ptr<ElementDescription>> m_named;
+    mutable int m_depth = 0;  // of drawings that are being made
     QStringList m_problems;
 };

@@ -80,21 +80,7 @@ QDomDocument fromProject(const QDomElement& project, QString* problem) {
 QDomDocument fromInfo(const QDomElement& info, QString* problem) {
     QByteArray payload;
     XmlUtils().loadBinaryData(info.firstChildElement(PayloadTag), payload);
-    // The first four bytes tell the length.
-    const bool hasLength = payload.size() > 4 && payload.size() <= LargestPayload;
-    const bool isTaken =
-        hasLength && qFromBigEndian<quint32>(payload.constData()) <= LargestProject;
-    const QByteArray bytes = isTaken ? qUncompress(payload) : QByteArray();
-    if (bytes.isEmpty()) {
-        *problem = QStringLiteral("it holds no compressed project");
-        return {};
-    }
-    const QDomDocument part = parse(bytes, problem);
-    if (problem->isEmpty() && part.documentElement().tagName() != PartTag) {
-        *problem = QStringLiteral("what it holds is no project part");
-        return {};
-    }
-    return part;
+    return unpack(payload, LargestProject, problem);
 }
 
 }  // namespace
@@ -122,6 +108,23 @@ QDomDocument read(const QString& fileName, QString* problem) {
         return {};
     }
     return documentOf(root);
+}
+
+QDomDocument unpack(const QByteArray& packed, quint32 largest, QString* problem) {
+    // The first four bytes tell the length.
+    const bool hasLength = packed.size() > 4 && packed.size() <= LargestPayload;
+    const bool isTaken = hasLength && qFromBigEndian<quint32>(packed.constData()) <= largest;
+    const QByteArray bytes = isTaken ? qUncompress(packed) : QByteArray();
+    if (bytes.isEmpty()) {
+        *problem = QStringLiteral("it holds no compressed project");
+        return {};
+    }
+    const QDomDocument part = parse(bytes, problem);
+    if (problem->isEmpty() && part.documentElement().tagName() != PartTag) {
+        *problem = QStringLiteral("what it holds is no project part");
+        return {};
+    }
+    return part;
 }
 
 QDomDocument pack(const QDomDocument& part) {

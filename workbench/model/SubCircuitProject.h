@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QDomDocument>
 #include <QDomElement>
 #include <QList>
@@ -17,6 +18,10 @@ QDomDocument read(const QString& fileName, QString* problem);
 
 /// A document of root "CircuitInfo" whose child "VortelProjectFile" holds the part, compressed.
 QDomDocument pack(const QDomDocument& part);
+
+/// The part that `qCompress` has made of a document, if it is no larger than that, in bytes; else a
+/// null document and the reason in `*problem`.
+QDomDocument unpack(const QByteArray& packed, quint32 largest, QString* problem);
 
 /// The records of a tag, in the order of the document.
 QList<QDomElement> records(const QDomDocument& part, const char* tag);

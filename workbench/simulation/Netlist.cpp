@@ -4,6 +4,7 @@
 #include "CircuitElement.h"
 #include "CircuitElementNode.h"
 #include "CircuitNode.h"
+#include "DrawingType.h"
 #include "ElementDescription.h"
 #include "SpiceModels.h"
 #include "SpiceText.h"
@@ -31,6 +32,12 @@ bool comesBefore(CircuitElement* a, CircuitElement* b) {
         return left.captured(2).toInt() < right.captured(2).toInt();
     }
     return a->name() < b->name();
+}
+
+QString definitionName(SubCircuitElement* element) {
+    const QString type = element->description()->data().type;
+    return type.contains(QLatin1Char('~')) ? DrawingType::shortName(type)
+                                           : type.section(QLatin1Char('.'), 0, 0);
 }
 
 /// The terminals whose currents the results of a type need.
@@ -229,8 +236,7 @@ void CircuitWriter::writeSubCircuit(SubCircuitElement* element) {
     for (CircuitElementNode* terminal : element->terminals()) {
         line += QLatin1Char(' ') + connect(terminal, measured.contains(terminal->name()));
     }
-    const QString type = element->description()->data().type;
-    result.lines.append(line + QLatin1Char(' ') + type.section(QLatin1Char('.'), 0, 0));
+    result.lines.append(line + QLatin1Char(' ') + definitionName(element));
     subCircuits.append(element);
 }
 
@@ -388,8 +394,7 @@ private:
     void writeOne(SubCircuitElement* element) {
         CircuitWriter inside(*static_cast<ICircuit*>(element), m_models, NetlistProbes::None);
         inside.write();
-        const QString type = element->description()->data().type;
-        QString head = QStringLiteral(".subckt ") + type.section(QLatin1Char('.'), 0, 0);
+        QString head = QStringLiteral(".subckt ") + definitionName(element);
         for (CircuitElementNode* terminal : element->terminals()) {
             head += QLatin1Char(' ') +
                     inside.netOf(CircuitNode::from(element->innerNode(terminal->name())));

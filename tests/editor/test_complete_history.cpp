@@ -46,7 +46,8 @@ TEST_F(WholeHistory, AHeldKeyIsOneStep) {
 TEST_F(HistoryUser, TakesBackAndRedoesWhateverWasDone) {
     const QVector<UserStep> replayed = HistoryUser::steps(qgetenv("VORTEL_REPLAY"));
     if (!replayed.isEmpty()) {
-        EXPECT_EQ(mistakeIn(replayed), QString());
+        const QString mistake = mistakeIn(replayed);
+        EXPECT_TRUE(mistake.isEmpty()) << qPrintable(mistake);
         return;
     }
     const int sequences = numberIn("VORTEL_SEQUENCES", 8);

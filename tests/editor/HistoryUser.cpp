@@ -10,6 +10,7 @@
 #include <QClipboard>
 #include <QDomDocument>
 #include <QFile>
+#include <QGraphicsItem>
 #include <QMap>
 
 #include <iterator>

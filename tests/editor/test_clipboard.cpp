@@ -181,6 +181,9 @@ TEST_F(ClipboardTest, OneElementTravelsWithoutItsIdentity) {
     EXPECT_EQ(clipboard.dataCount(), 2);
     editor->paste(QPointF(0, 200));
     EXPECT_EQ(positionOf("R2"), QPointF(0, 200));
+    editor->selectAll();
+    editor->cut();
+    EXPECT_FALSE(rectangle()->isVisible());
 }
 
 TEST_F(ClipboardTest, TheModelGoesAlongAndIsStoredOnce) {

@@ -8,6 +8,7 @@ lines have changed. The work is done in a copy of the tree, in build/mutants.
 
 import argparse
 import collections
+import contextlib
 import hashlib
 import itertools
 import json
@@ -15,6 +16,7 @@ import os
 import pathlib
 import re
 import shutil
+import signal
 import subprocess
 import sys
 import tempfile
@@ -117,7 +119,8 @@ def noticed(programs):
                        "GTEST_TOTAL_SHARDS": str(SHARDS)}
         logs = [tempfile.TemporaryFile("w+", errors="replace") for _ in range(SHARDS)]
         shards = [subprocess.Popen(command, env={**environment, "GTEST_SHARD_INDEX": str(i)},
-                                   stdout=log, stderr=log) for i, log in enumerate(logs)]
+                                   stdout=log, stderr=log, start_new_session=True)
+                  for i, log in enumerate(logs)]
         end = time.monotonic() + SECONDS
         while time.monotonic() < end:
             statuses = [shard.poll() for shard in shards]
@@ -125,7 +128,9 @@ def noticed(programs):
                 break
             time.sleep(0.2)
         for shard in shards:
-            shard.kill()
+            # With what it has started: a random user's child would go on for good.
+            with contextlib.suppress(ProcessLookupError):
+                os.killpg(shard.pid, signal.SIGKILL)
             shard.wait()
         if None in statuses and not any(statuses):
             return f"{program} doesn't end"

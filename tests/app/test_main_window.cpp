@@ -291,12 +291,14 @@ TEST_F(MainWindowTest, CancelledExportLeavesNoFileAndTheDrawing) {
     QTimer::singleShot(0, cancel, &QAbstractButton::click);
     QString error = QStringLiteral("not asked");
     EXPECT_FALSE(workbench.savePicture({PictureFormat::PNG, file}, &error));
-    LongWork::setPatience(500);
     EXPECT_EQ(error, QString());
     EXPECT_FALSE(QFile::exists(file));
     EXPECT_TRUE(cancel->isHidden() && workbench.editorWidget()->updatesEnabled());
-    EXPECT_TRUE(workbench.savePicture({PictureFormat::PNG, file}, &error)) << qPrintable(error);
     EXPECT_EQ(drawing(), before);
+    // What is to be painted on the screen meanwhile must wait.
+    addResistor();
+    EXPECT_TRUE(workbench.savePicture({PictureFormat::PDF, file}, &error)) << qPrintable(error);
+    LongWork::setPatience(500);
 }
 
 TEST_F(MainWindowTest, CaptionsCircuitFilesAndLosesNothingBySavingThem) {

@@ -69,6 +69,10 @@ void WorkSign::ended() {
 
 bool WorkSign::eventFilter(QObject* watched, QEvent* event) {
     switch (event->type()) {
+        case QEvent::Paint:
+            // What was to be painted before updates were switched off would be painted all the
+            // same, amid a picture of the same scene.
+            return m_canvas && (watched == m_canvas || watched->parent() == m_canvas);
         case QEvent::KeyPress:
             if (static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape && !m_cancel->isHidden()) {
                 m_isCancelled = true;

@@ -1,7 +1,5 @@
-// The clipboard's panel, used by keyboard and mouse, and what greys the actions that need a
-// selection.
+// The clipboard's panel, used by keyboard and mouse.
 
-#include "CanvasSelection.h"
 #include "Clipboard.h"
 #include "ClipboardWidget.h"
 
@@ -9,8 +7,6 @@
 
 #include <QAction>
 #include <QApplication>
-#include <QGraphicsRectItem>
-#include <QGraphicsScene>
 #include <QListWidget>
 #include <QTest>
 
@@ -111,30 +107,3 @@ TEST_F(ClipboardPanel, FollowsTheServiceAndClearsIt) {
     EXPECT_EQ(rows(), QStringList());
     clear->trigger();
 }
-
-/// Of a canvas, what concerns its selection.
-class SelectionStub : public QObject {
-    Q_OBJECT
-
-public:
-    QGraphicsScene scene;
-
-    Q_INVOKABLE bool hasSelection() const { return hasGroup; }
-    void setGroup(bool on) {
-        hasGroup = on;
-        emit selectionStateChanged();
-    }
-    QGraphicsItem* add() {
-        QGraphicsItem* item = scene.addRect(0, 0, 10, 10);
-        item->setFlag(QGraphicsItem::ItemIsSelectable);
-        return item;
-    }
-
-signals:
-    void selectionStateChanged();
-
-private:
-    bool hasGroup = false;
-};
-
-#include "test_clipboard_panel.moc"

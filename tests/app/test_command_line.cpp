@@ -10,7 +10,6 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
-#include <QRegularExpression>
 #include <QSvgRenderer>
 
 #include <sys/stat.h>
@@ -20,15 +19,6 @@ namespace {
 
 const QString Divider = QStringLiteral(VORTEL_SOURCE_DIR "/tests/data/divider.ckt");
 const QStringList Suffixes = {"svg", "pdf", "ps", "png", "jpg"};
-
-/// Width and height of the only page.
-QSizeF pageSize(const QByteArray& document, const char* pattern) {
-    // With its length: a document may hold NULs.
-    const QString text = QString::fromLatin1(document.constData(), document.size());
-    const QRegularExpressionMatch match = QRegularExpression(QLatin1String(pattern)).match(text);
-    EXPECT_TRUE(match.hasMatch()) << pattern;
-    return {match.captured(1).toDouble(), match.captured(2).toDouble()};
-}
 
 QStringList names(const QJsonObject& drawing, const char* list) {
     QStringList result;
@@ -82,8 +72,10 @@ TEST_F(CommandLineTest, HelpAndVersionGoToTheStandardOutput) {
     EXPECT_EQ(run({"--version"}).output, "vortel-workbench 2.0\n");
 }
 
-TEST_F(CommandLineTest, RefusesWhatIsNoCircuitFile) {
+TEST_F(CommandLineTest, RefusesWhatIsNoDrawing) {
     const QString broken = dataFile("broken/");
+    const QByteArray deep =
+        QByteArray("<a>").repeated(100000) + QByteArray("</a>").repeated(100000);
     QList<QPair<QString, QString>> cases = {
         {path("missing.ckt"), "does not exist"},
         {dataFile("broken"), "is a folder"},
@@ -94,41 +86,10 @@ TEST_F(CommandLineTest, RefusesWhatIsNoCircuitFile) {
         {broken + "truncated.ckt", "is not well-formed XML: unexpected end of file in line 16"},
         {broken + "wrong-root.ckt", "its root element is \"html\", not \"VortelCircuit\""},
         {broken + "entities.ckt", "declares entities"},
-        {write("nested.ckt",
-               QByteArray("<a>").repeated(100000) + QByteArray("</a>").repeated(100000)),
-         "is nested too deeply"},
+        {write("nested.ckt", deep), "is nested too deeply"},
         {write("open.ckt", QByteArray("<a b='>'>").repeated(100000)), "is nested too deeply"},
-        {write("two\nlines.ckt", ""), "is empty"}};
-    if (geteuid() != 0) {  // root reads everything
-        const QString locked = write("locked.ckt", "<VortelCircuit/>");
-        QFile::setPermissions(locked, QFileDevice::WriteOwner);
-        cases.append({locked, "cannot be read: Permission denied"});
-    }
-    const QStringList before = files();
-    for (const auto& [file, reason] : qAsConst(cases)) {
-        const QList<QStringList> commands = {{"describe", file},
-                                             {"convert", file, path("out.ckt")},
-                                             {"export", file, "-o", path("out.svg")}};
-        for (const QStringList& arguments : commands) {
-            SCOPED_TRACE(qPrintable(arguments.join(' ')));
-            const Outcome outcome = run(arguments);
-            EXPECT_EQ(outcome.status, 1);
-            ASSERT_EQ(outcome.errorLines.size(), 1) << testing::PrintToString(outcome.errorLines);
-            EXPECT_TRUE(outcome.errorLines.first().startsWith(QString(file).replace('\n', ' ') +
-                                                              QStringLiteral(": ")));
-            EXPECT_TRUE(outcome.errorLines.first().contains(reason))
-                << qPrintable(outcome.errorLines.first());
-            EXPECT_EQ(outcome.output, "");
-        }
-    }
-    EXPECT_EQ(files(), before);
-}
-
-TEST_F(CommandLineTest, RefusesWhatIsNoProjectFile) {
-    const QList<QPair<QString, QString>> cases = {
-        {write("nested.vprj",
-               QByteArray("<a>").repeated(100000) + QByteArray("</a>").repeated(100000)),
-         "is nested too deeply"},
+        {write("two\nlines.ckt", ""), "is empty"},
+        {write("nested.vprj", deep), "is nested too deeply"},
         {write("empty.vprj", ""), "is empty"},
         {write("garbage.vprj", QByteArray::fromHex("89504e470d0a1a0a")), "is not UTF-8 text"},
         {write("nul.vprj", QByteArray("<VortelProject Format='1'/>\0", 28)), "is not UTF-8 text"},
@@ -144,15 +105,26 @@ TEST_F(CommandLineTest, RefusesWhatIsNoProjectFile) {
          "was written by a newer version of the program: it is of format 2, and this version "
          "reads up to 1"},
         {write("unknown.vprj", "<VortelProject/>"), "does not tell the number of its format"}};
+    if (geteuid() != 0) {  // root reads everything
+        const QString locked = write("locked.ckt", "<VortelCircuit/>");
+        QFile::setPermissions(locked, QFileDevice::WriteOwner);
+        cases.append({locked, "cannot be read: Permission denied"});
+    }
     const QStringList before = files();
-    for (const auto& [file, reason] : cases) {
-        SCOPED_TRACE(qPrintable(file));
-        const Outcome outcome = run({"convert", file, path("out.vprj")});
+    const QList<QStringList> commands = {
+        {"describe"}, {"convert", path("out.ckt")}, {"export", "-o", path("out.svg")}};
+    for (int i = 0; i < cases.size(); ++i) {
+        const QString& file = cases.at(i).first;
+        QStringList arguments = commands.at(i % commands.size());
+        arguments.insert(1, file);
+        SCOPED_TRACE(qPrintable(arguments.join(' ')));
+        const Outcome outcome = run(arguments);
         EXPECT_EQ(outcome.status, 1);
         ASSERT_EQ(outcome.errorLines.size(), 1) << testing::PrintToString(outcome.errorLines);
-        EXPECT_TRUE(outcome.errorLines.first().startsWith(file + ": "));
-        EXPECT_TRUE(outcome.errorLines.first().contains(reason))
+        EXPECT_TRUE(outcome.errorLines.first().startsWith(QString(file).replace('\n', ' ') + ": "));
+        EXPECT_TRUE(outcome.errorLines.first().contains(cases.at(i).second))
             << qPrintable(outcome.errorLines.first());
+        EXPECT_EQ(outcome.output, "");
     }
     EXPECT_EQ(files(), before);
 }
@@ -213,13 +185,8 @@ TEST_F(CommandLineTest, ExportWritesEveryFormat) {
     EXPECT_EQ(png.size(), QSize(720, 660));
     EXPECT_EQ(png.pixel(0, 0), qRgb(255, 255, 255));
 
-    const QByteArray pdf = contentOf(path("drawing.pdf"));
-    const QByteArray ps = contentOf(path("drawing.ps"));
-    EXPECT_TRUE(pdf.startsWith("%PDF-"));
-    EXPECT_TRUE(ps.startsWith("%!PS"));
-    const QSizeF pdfPage = pageSize(pdf, R"(/MediaBox \[[0.]+ [0.]+ ([\d.]+) ([\d.]+)\])");
-    EXPECT_GT(pdfPage.width(), pdfPage.height());
-    EXPECT_EQ(pageSize(ps, R"(%%BoundingBox: 0 0 (\d+) (\d+))"), pdfPage);
+    EXPECT_TRUE(contentOf(path("drawing.pdf")).startsWith("%PDF-"));
+    EXPECT_TRUE(contentOf(path("drawing.ps")).startsWith("%!PS"));
 }
 
 TEST_F(CommandLineTest, TellsWhatACircuitFileCannotHold) {

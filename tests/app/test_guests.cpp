@@ -1,19 +1,14 @@
 // Drawings of other programs, and what changed between two files.
 
 #include "AscFile.h"
-#include "AscImport.h"
-#include "ElementLibrary.h"
-#include "SpiceModels.h"
 #include "WorkbenchProcess.h"
 
-#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 
 #include <algorithm>
 #include <cmath>
-#include <random>
 
 namespace {
 
@@ -132,48 +127,6 @@ TEST(AscFile, TextIsReadInEveryEncoding) {
     for (const QByteArray& bytes : {text.toUtf8(), QByteArray("\xEF\xBB\xBF") + text.toUtf8(),
                                     text.toLatin1(), wide, QByteArray("\xFF\xFE") + wide}) {
         EXPECT_EQ(decodeAsc(bytes).remove(QChar(QChar::ByteOrderMark)), text);
-    }
-}
-
-TEST(AscImport, NoBytesCrashIt) {
-    ElementLibrary library;
-    ASSERT_TRUE(library.load(QStringLiteral(VORTEL_SOURCE_DIR "/workbench/library")));
-    const SpiceModels models;
-    QTemporaryDir folder;
-    std::mt19937 random(7);
-    for (int round = 0; round < 600; ++round) {
-        const char* names[] = {"lowpass.asc", "stage.asc", "mixture.asc"};
-        QFile original(sample(names[round % 3]));
-        ASSERT_TRUE(original.open(QIODevice::ReadOnly));
-        QByteArray bytes = original.readAll();
-        QList<QByteArray> lines = bytes.split('\n');
-        for (int change = 0; change < 6; ++change) {
-            const int at = int(random() % unsigned(bytes.size()));
-            switch (random() % 4) {
-                case 0:
-                    bytes[at] = char(random());
-                    break;
-                case 1:
-                    bytes.remove(at, int(random() % 20));
-                    break;
-                case 2:
-                    bytes.insert(at, QByteArray::number(int(random())));
-                    break;
-                default:
-                    bytes.insert(at, lines.at(int(random() % unsigned(lines.size()))) + '\n');
-            }
-        }
-        QFile file(folder.filePath(QStringLiteral("f.asc")));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
-        file.close();
-        QString reason;
-        const auto imported = importAsc(file.fileName(), library, models, &reason);
-        EXPECT_NE(imported.has_value(), !reason.isEmpty());
-        if (imported) {
-            EXPECT_TRUE(ProjectFile::fromBytes(imported->project.toBytes(), &reason))
-                << qPrintable(reason);
-        }
     }
 }
 

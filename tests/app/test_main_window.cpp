@@ -143,18 +143,6 @@ TEST_F(MainWindowTest, OpensThroughTheDialog) {
     EXPECT_EQ(window->windowTitle(), "divider.ckt[*] - Vortel Workbench");
     EXPECT_EQ(drawing(), before);
 
-    const QString newer = folder.filePath("newer.vprj");
-    QFile file(newer);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("<VortelProject Format=\"2\"/>");
-    file.close();
-    dialogs.chooseFile(newer);
-    dialogs.accept();
-    trigger("open");
-    EXPECT_TRUE(dialogs.texts.last().startsWith(newer + ": was written by a newer version"));
-    EXPECT_EQ(drawing(), before);
-    EXPECT_EQ(workbench.projectManager()->projectFileName(), Divider);
-
     // What comes in part is shown, and told in the status bar.
     dialogs.chooseFile(Partly);
     trigger("open");

@@ -7,6 +7,8 @@
 
 #include <QRandomGenerator>
 
+#include <cmath>
+
 namespace {
 
 class RestlessWindow : public WindowTest {
@@ -59,7 +61,9 @@ protected:
             bool isNumber = false;
             const double value = line.mid(from, length).toDouble(&isNumber);
             if (isNumber) {
-                line.replace(from, length, QByteArray::number(value, 'f', 6));
+                // Added to nothing, what is nothing loses its sign.
+                const double rounded = std::round(value * 1e6) / 1e6 + 0.0;
+                line.replace(from, length, QByteArray::number(rounded, 'f', 6));
             }
         }
         return result;

@@ -5,6 +5,9 @@
 
 #include <QRandomGenerator>
 
+#include <functional>
+#include <vector>
+
 /// One thing that a user does: what it means in detail depends on the drawing and on the seed.
 struct UserStep {
     int kind;
@@ -41,7 +44,9 @@ private:
     CCircuitEditorElementItem* anyElement();
     QGraphicsItem* anyBox();
     ICircuitNode* anyNet();
-    void draw(int kind);
+    void oneOf(const std::vector<std::function<void()>>& ways);
+    void createAnything();
+    void placeTwo();
     void wire();
     void selectAndDo();
     void useClipboard();

@@ -54,68 +54,38 @@ void HistoryUser::changeBox() {
     }
     const QRectF rect = item->sceneBoundingRect();
     auto* text = dynamic_cast<CCircuitEditorTextBox*>(item);
-    switch (m_random.bounded(6)) {
-        case 0:
-            drag(rect.center(), point());
-            break;
-        case 1:
-            drag(rect.bottomRight() - QPointF(3, 3), point());
-            break;
-        case 2:
-            item->setSelected(true);
-            item->setFocus();
-            key(m_random.bounded(2) ? Qt::Key_Delete : Qt::Key_Left);
-            break;
-        case 3:
-            if (text) {
-                text->setText(QStringLiteral("t%1").arg(m_random.bounded(9)));
-            }
-            break;
-        case 4:
-            if (text) {
-                QTextCharFormat bold;
-                bold.setFontWeight(QFont::Bold);
-                text->setRuns({{m_random.bounded(2), 1, bold}});
-                text->setFillColor(QColor(m_random.bounded(255), 0, 0));
-                text->setTextColor(QColor(0, m_random.bounded(255), 0));
-            }
-            break;
-        default:
-            if (text) {
-                text->editText();
-            }
-            break;
+    const int action = m_random.bounded(6);
+    if (action == 2) {
+        item->setSelected(true);
+        item->setFocus();
+        key(m_random.bounded(2) ? Qt::Key_Delete : Qt::Key_Left);
+    } else if (action < 2) {
+        drag(action == 0 ? rect.center() : rect.bottomRight() - QPointF(3, 3), point());
+    } else if (text && action == 3) {
+        text->setText(QStringLiteral("t%1").arg(m_random.bounded(9)));
+    } else if (text && action == 4) {
+        QTextCharFormat bold;
+        bold.setFontWeight(QFont::Bold);
+        text->setRuns({{m_random.bounded(2), 1, bold}});
+        text->setFillColor(QColor(m_random.bounded(255), 0, 0));
+        text->setTextColor(QColor(0, m_random.bounded(255), 0));
+    } else if (text) {
+        text->editText();
     }
 }
 
 void HistoryUser::changeParameters() {
     const QString name = QStringLiteral("k%1").arg(m_random.bounded(3));
     const int count = circuit.globalVariableCount();
-    switch (m_random.bounded(5)) {
-        case 0:
-            circuit.addGlobalVariable(name, m_random.bounded(9), m_random.bounded(2));
-            break;
-        case 1:
-            circuit.addStringGlobalVariable(name, QStringLiteral("text"));
-            break;
-        case 2:
-            circuit.removeGlobalVariable(name);
-            break;
-        case 3:
-            if (count) {
-                circuit.changeGlobalVariableName(m_random.bounded(count), name);
-            }
-            break;
-        default:
-            panel.setObject(&circuit, false);
-            if (count && m_random.bounded(2)) {
-                panel.edit(circuit.globalVariableName(m_random.bounded(count)),
-                           QString::number(m_random.bounded(9)));
-            } else {
-                panel.edit(QStringLiteral("Title"), name);
-            }
-            break;
-    }
+    const int chosen = count ? m_random.bounded(count) : -1;
+    const QString edited = count ? circuit.globalVariableName(chosen) : QStringLiteral("Title");
+    panel.setObject(&circuit, false);
+    oneOf({[&] { circuit.addGlobalVariable(name, m_random.bounded(9), m_random.bounded(2)); },
+           [&] { circuit.addStringGlobalVariable(name, QStringLiteral("text")); },
+           [&] { circuit.removeGlobalVariable(name); },
+           [&] { circuit.changeGlobalVariableName(chosen, name); },
+           [&] { panel.edit(QStringLiteral("Title"), name); },
+           [&] { panel.edit(edited, QString::number(m_random.bounded(9))); }});
 }
 
 void HistoryUser::changeProperty() {
@@ -126,33 +96,24 @@ void HistoryUser::changeProperty() {
     QObject* object = item->element()->containerObject();
     panel.setObject(object, false);
     const QString word = QStringLiteral("x%1").arg(m_random.bounded(5));
-    switch (m_random.bounded(5)) {
-        case 0:
-            panel.edit(QStringLiteral("Name"), word);
-            break;
-        case 1:
-            panel.edit(QStringLiteral("Caption"), word);
-            break;
-        case 2:
-            panel.edit(QStringLiteral("Rotation"), m_random.bounded(4));
-            break;
-        case 3:
-            if (ICircuitNode* net = anyNet()) {
-                panel.setObject(net->containerObject(), false);
-                panel.edit(
-                    m_random.bounded(3) ? QStringLiteral("Name") : QStringLiteral("WireClearance"),
-                    m_random.bounded(3) ? QVariant(word) : QVariant(30));
-            }
-            break;
-        default: {
-            auto* properties = qobject_cast<IEditableProperties*>(object);
-            if (properties->propertyCount() > 0) {
-                panel.edit(properties->propertyName(0),
-                           m_random.bounded(2) ? QStringLiteral("4.7k") : QStringLiteral("k1"));
-            }
-            break;
+    const auto setValue = [&] {
+        auto* properties = qobject_cast<IEditableProperties*>(object);
+        if (properties->propertyCount() > 0) {
+            panel.edit(properties->propertyName(0),
+                       m_random.bounded(2) ? QStringLiteral("4.7k") : QStringLiteral("k1"));
         }
-    }
+    };
+    const auto changeNet = [&] {
+        if (ICircuitNode* net = anyNet()) {
+            panel.setObject(net->containerObject(), false);
+            m_random.bounded(2) ? panel.edit(QStringLiteral("Name"), word)
+                                : panel.edit(QStringLiteral("WireClearance"), 30);
+        }
+    };
+    oneOf({[&] { panel.edit(QStringLiteral("Name"), word); },
+           [&] { panel.edit(QStringLiteral("Caption"), word); },
+           [&] { panel.edit(QStringLiteral("Rotation"), m_random.bounded(4)); }, changeNet,
+           setValue});
 }
 
 void HistoryUser::changeOutputs() {
@@ -227,30 +188,10 @@ void HistoryUser::changeCollaborators() {
     editor->setCompleteHistory(false);
     m_isComplete = false;
     m_isAllOn = false;
-    switch (m_random.bounded(10)) {
-        case 0:
-            editor->setXmlUtils(nullptr);
-            break;
-        case 1:
-            editor->setQObjectLoadSave(nullptr);
-            break;
-        case 2:
-            editor->setCircuitElementFactory(nullptr);
-            break;
-        case 3:
-            editor->setElementExplorer(nullptr);
-            break;
-        case 4:
-            editor->setPropertyEditor(nullptr);
-            break;
-        case 5:
-            editor->setClipboard(nullptr);
-            break;
-        case 6:
-            editor->setCircuitSolver(nullptr);
-            break;
-        default:
-            giveCollaborators();
-            break;
-    }
+    const auto given = [this] { giveCollaborators(); };
+    oneOf({[&] { editor->setXmlUtils(nullptr); }, [&] { editor->setQObjectLoadSave(nullptr); },
+           [&] { editor->setCircuitElementFactory(nullptr); },
+           [&] { editor->setElementExplorer(nullptr); },
+           [&] { editor->setPropertyEditor(nullptr); }, [&] { editor->setClipboard(nullptr); },
+           [&] { editor->setCircuitSolver(nullptr); }, given, given, given});
 }

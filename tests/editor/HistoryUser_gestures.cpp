@@ -13,6 +13,8 @@ namespace {
 
 const char* const Types[] = {"Resistor.Basic", "NPN.Semiconductors", "Ground.Basic", "And.Digital",
                              "Capacitor.Basic"};
+/// On the element, from its terminal.
+constexpr QPointF Beside(12, 3);
 
 }  // namespace
 
@@ -56,108 +58,70 @@ QGraphicsItem* HistoryUser::anyBox() {
     return editor->globalParamTextBox(chosen - texts - properties);
 }
 
+void HistoryUser::oneOf(const std::vector<std::function<void()>>& ways) {
+    ways.at(size_t(m_random.bounded(int(ways.size()))))();
+}
+
 void HistoryUser::perform(const UserStep& step) {
     m_random.seed(step.seed);
-    switch (step.kind) {
-        case 0:
-            editor->undo();
-            break;
-        case 1:
-            editor->redo();
-            break;
-        case 14:
-        case 15:
-        case 16:
-            selectAndDo();
-            break;
-        case 17:
-            useClipboard();
-            break;
-        case 18:
-            annotate();
-            break;
-        case 19:
-            changeBox();
-            break;
-        case 20:
-            changeParameters();
-            break;
-        case 21:
-            changeProperty();
-            break;
-        case 22:
-            changeOutputs();
-            break;
-        case 23:
-            cutNet();
-            break;
-        case 24:
-        case 25:
-            openMenu();
-            break;
-        case 26:
-            pickOutput();
-            break;
-        case 27:
-            doubleClick(m_random.bounded(2) ? terminalPoint() + QPointF(12, 3) : point());
-            break;
-        case 28:
-        case 29:
-            switchProperty();
-            break;
-        case 30:
-            reload();
-            break;
-        case 31:
-            changeCollaborators();
-            break;
-        default:
-            draw(step.kind);
-            break;
+    const auto made = [this] { createAnything(); };
+    const auto wired = [this] { wire(); };
+    const auto joined = [this] { drag(terminalPoint() + QPointF(15, 0), terminalPoint()); };
+    const auto chosen = [this] { selectAndDo(); };
+    const auto asked = [this] { openMenu(); };
+    const auto switched = [this] { switchProperty(); };
+    // What happens more often stands there more often.
+    const std::function<void()> kinds[StepKinds] = {
+        [this] { editor->undo(); },
+        [this] { editor->redo(); },
+        made,
+        made,
+        [this] { placeTwo(); },
+        wired,
+        wired,
+        wired,
+        joined,
+        joined,
+        [this] { drag(terminalPoint() + Beside, point()); },
+        [this] { drag(point(), terminalPoint()); },
+        [this] { m_random.bounded(2) ? editor->snapToGrid() : editor->bringToCenter(); },
+        [this] { moveTo(point()); },
+        chosen,
+        chosen,
+        chosen,
+        [this] { useClipboard(); },
+        [this] { annotate(); },
+        [this] { changeBox(); },
+        [this] { changeParameters(); },
+        [this] { changeProperty(); },
+        [this] { changeOutputs(); },
+        [this] { cutNet(); },
+        asked,
+        asked,
+        [this] { pickOutput(); },
+        [this] { doubleClick(m_random.bounded(2) ? terminalPoint() + Beside : point()); },
+        switched,
+        switched,
+        [this] { reload(); },
+        [this] { changeCollaborators(); }};
+    kinds[step.kind]();
+}
+
+void HistoryUser::createAnything() {
+    explorer.selected = QString::fromLatin1(Types[m_random.bounded(5)]);
+    const QPointF place = point();
+    const QGraphicsItem* there = editor->itemAt(at(place));
+    if (!there || there->type() < TextBoxItemType) {  // whose dialogs would open
+        doubleClick(place);
     }
 }
 
-void HistoryUser::draw(int kind) {
-    switch (kind) {
-        case 2:
-        case 3: {
-            explorer.selected = QString::fromLatin1(Types[m_random.bounded(5)]);
-            const QPointF place = point();
-            const QGraphicsItem* there = editor->itemAt(at(place));
-            if (!there || there->type() < TextBoxItemType) {  // whose dialogs would open
-                doubleClick(place);
-            }
-            break;
-        }
-        case 4:
-            editor->startPlacing(QString::fromLatin1(Types[m_random.bounded(5)]));
-            click(point());
-            key(m_random.bounded(2) ? Qt::Key_R : Qt::Key_F);
-            click(terminalPoint());
-            key(Qt::Key_Escape);
-            break;
-        case 5:
-        case 6:
-        case 7:
-            wire();
-            break;
-        case 8:
-        case 9:
-            drag(terminalPoint() + QPointF(15, 0), terminalPoint());
-            break;
-        case 10:
-            drag(terminalPoint() + QPointF(12, 3), point());
-            break;
-        case 11:
-            drag(point(), terminalPoint());
-            break;
-        case 12:
-            m_random.bounded(2) ? editor->snapToGrid() : editor->bringToCenter();
-            break;
-        default:
-            moveTo(point());
-            break;
-    }
+void HistoryUser::placeTwo() {
+    editor->startPlacing(QString::fromLatin1(Types[m_random.bounded(5)]));
+    click(point());
+    key(m_random.bounded(2) ? Qt::Key_R : Qt::Key_F);
+    click(terminalPoint());
+    key(Qt::Key_Escape);
 }
 
 void HistoryUser::wire() {
@@ -191,60 +155,39 @@ void HistoryUser::selectAndDo() {
             }
             break;
         default:
-            click(terminalPoint() + QPointF(12, 3));
+            click(terminalPoint() + Beside);
             key(keys[m_random.bounded(8)]);
             break;
     }
 }
 
 void HistoryUser::useClipboard() {
-    switch (m_random.bounded(6)) {
-        case 0:
-            editor->selectAll();
-            editor->cut();
-            break;
-        case 1:
-            editor->selectAll();
-            key(Qt::Key_Right);
-            break;
-        case 2:
-            editor->selectAll();
-            key(Qt::Key_Delete);
-            break;
-        default:
-            drag(point(), point(), Qt::ControlModifier);
-            // Not without bounds: copies of copies double.
-            if (editor->scene()->items().size() < 150) {
-                editor->copy();
-                m_random.bounded(2) ? editor->paste(point()) : editor->duplicate();
-                click(point());
-            }
-            break;
+    const int action = m_random.bounded(6);
+    if (action < 3) {
+        editor->selectAll();
+        action == 0 ? editor->cut() : key(action == 1 ? Qt::Key_Right : Qt::Key_Delete);
+        return;
+    }
+    drag(point(), point(), Qt::ControlModifier);
+    // Not without bounds: copies of copies double.
+    if (editor->scene()->items().size() < 150) {
+        editor->copy();
+        m_random.bounded(2) ? editor->paste(point()) : editor->duplicate();
+        click(point());
     }
 }
 
 void HistoryUser::openMenu() {
     const QGraphicsItem* box = anyBox();
-    switch (m_random.bounded(4)) {
-        case 0:
-            rightClick(point());
-            break;
-        case 1:
-            rightClick(box ? box->sceneBoundingRect().center() : point());
-            break;
-        case 2:
-            // A wire has its menu where it leaves a terminal.
-            rightClick(terminalPoint());
-            break;
-        default:
-            rightClick(terminalPoint() + QPointF(12, 3));
-            break;
-    }
+    oneOf({[&] { rightClick(point()); },
+           [&] { rightClick(box ? box->sceneBoundingRect().center() : point()); },
+           // A wire has its menu where it leaves a terminal.
+           [&] { rightClick(terminalPoint()); }, [&] { rightClick(terminalPoint() + Beside); }});
 }
 
 void HistoryUser::pickOutput() {
     editor->setMode(CCircuitEditor::OutVarSelectionMode);
-    click(terminalPoint() + (m_random.bounded(2) ? QPointF() : QPointF(12, 3)));
+    click(terminalPoint() + (m_random.bounded(2) ? QPointF() : Beside));
     key(Qt::Key_Tab);
     editor->setMode(CCircuitEditor::EditMode);
 }
@@ -252,20 +195,13 @@ void HistoryUser::pickOutput() {
 void HistoryUser::cutNet() {
     ICircuitNode* net = anyNet();
     CCircuitEditorElementItem* item = anyElement();
-    switch (net ? m_random.bounded(3) : 3) {
-        case 0:
-            solver.breakConnection(net->elementNode(m_random.bounded(net->elementNodeCount())),
-                                   net);
-            break;
-        case 1:
-            solver.breakConnection(net);
-            break;
-        case 2:
-            if (item) {
-                solver.disconnectElement(item->element());
-            }
-            break;
-        default:
-            break;
+    if (!net || !item) {
+        return;
     }
+    oneOf({[&] {
+               const int terminal = m_random.bounded(net->elementNodeCount());
+               solver.breakConnection(net->elementNode(terminal), net);
+           },
+           [&] { solver.breakConnection(net); },
+           [&] { solver.disconnectElement(item->element()); }});
 }

@@ -1,7 +1,6 @@
 // The plug-in's component in the framework.
 
 #include "CCircuitEditor.h"
-#include "CCircuitEditorCmds.h"
 #include "CCircuitEditorComponent.h"
 #include "Circuit.h"
 #include "CircuitSolver.h"
@@ -10,16 +9,12 @@
 #include "IProjectExt.h"
 #include "WarningGuard.h"
 
-#include <Plexa/AboutPerson.h>
-
 #include <QAction>
 #include <QDesktopServices>
 #include <QDir>
 #include <QFile>
 #include <QLabel>
 #include <QMenu>
-
-#include <memory>
 
 namespace {
 
@@ -78,29 +73,6 @@ protected:
 
 }  // namespace
 
-TEST_F(Component, DrawsACircuitThatIsThereBeforeIt) {
-    Circuit circuit;
-    CircuitSolver solver(&circuit);
-    ElementFactory factory(shippedLibrary());
-    circuit.addElement(factory.createElement(QStringLiteral("Resistor.Basic")));
-    circuit.addElement(factory.createElement(QStringLiteral("Resistor.Basic")));
-    solver.makeConnection(circuit.element(0)->elementNode(QStringLiteral("p")),
-                          circuit.element(1)->elementNode(QStringLiteral("n")));
-    start({{QStringLiteral("solver"), &solver}, {QStringLiteral("factory"), &factory}});
-    CCircuitEditor* editor = component->circuitEditor();
-    EXPECT_EQ(editor->circuit(), &circuit);
-    EXPECT_NE(editor->nodeItem(circuit.node(0)), nullptr);
-    EXPECT_EQ(CCircuitEditorCmds::CircuitSolver.get(), &solver);
-    EXPECT_EQ(CCircuitEditorCmds::Circuit.get(), &circuit);
-    EXPECT_EQ(CCircuitEditorCmds::CircuitElementFactory.get(), &factory);
-    EXPECT_EQ(CCircuitEditorCmds::CircuitEditor, editor);
-    EXPECT_EQ(CCircuitEditorCmds::PropertyEditor.get(), nullptr);
-    EXPECT_EQ(component->textBoxColors()[QStringLiteral("Fill")].toMap()[QStringLiteral("Default")],
-              QStringLiteral("#ff0000"));
-    component->newCircuit();
-    EXPECT_EQ(circuit.elementCount(), 0);
-}
-
 TEST_F(Component, WorksWithoutAnyCollaborator) {
     start({});
     component->newCircuit();
@@ -140,20 +112,6 @@ TEST_F(Component, ServesByTheLastPieceOfAName) {
     QWidget child(&window);
     component->addChildWidget(&window, &child, QString());
     EXPECT_EQ(child.parent(), nullptr);
-}
-
-TEST_F(Component, MakesFurtherEditorsWithoutACircuit) {
-    Circuit circuit;
-    CircuitSolver solver(&circuit);
-    ElementFactory factory(shippedLibrary());
-    start({{QStringLiteral("solver"), &solver}, {QStringLiteral("factory"), &factory}});
-    const std::unique_ptr<QWidget> widget(component->createWidget(QStringLiteral("circuitEditor")));
-    auto* editor = qobject_cast<CCircuitEditor*>(widget.get());
-    ASSERT_NE(editor, nullptr);
-    EXPECT_NE(editor, component->circuitEditor());
-    EXPECT_EQ(editor->circuitElementFactory(), &factory);
-    EXPECT_EQ(editor->circuit(), nullptr);
-    EXPECT_EQ(component->createWidget(QStringLiteral("outVarsWidget")), nullptr);
 }
 
 TEST_F(Component, AGlViewportComesOnlyAfterTheSwitchHasBeenOff) {

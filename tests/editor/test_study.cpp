@@ -152,6 +152,4 @@ TEST_F(Study, AWireWithoutAStoredPathIsRoutedIfTold) {
     }
 }
 
-using ProjectRecords = DrawingTest;
-
 #include "test_study.moc"

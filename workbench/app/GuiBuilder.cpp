@@ -16,6 +16,7 @@
 #include <QMainWindow>
 #include <QMenuBar>
 #include <QStatusBar>
+#include <QTabWidget>
 #include <QToolBar>
 
 #include <algorithm>
@@ -315,6 +316,8 @@ void GuiBuilder::leaveRoom() {
         }
     }
     if (left) {
+        // Upright there is room for all titles.
+        m_window->setTabPosition(Qt::LeftDockWidgetArea, QTabWidget::West);
         left->raise();
     }
 }

@@ -2,6 +2,7 @@
 
 #include <QColor>
 #include <QDropEvent>
+#include <QLibraryInfo>
 #include <QList>
 #include <QMetaProperty>
 #include <QMouseEvent>
@@ -132,6 +133,15 @@ inline bool decodeUtf8(const QByteArray& bytes, QString* text) {
     QStringDecoder decode(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
     *text = decode(bytes);
     return !decode.hasError();
+#endif
+}
+
+/// Where Qt's own translations are.
+inline QString translationFolder() {
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+    return QLibraryInfo::location(QLibraryInfo::TranslationsPath);
+#else
+    return QLibraryInfo::path(QLibraryInfo::TranslationsPath);
 #endif
 }
 

@@ -97,8 +97,8 @@ TEST_F(DeleteNodeDialog, ListsTheNetAndItsLaterTerminals) {
     EXPECT_GT(shown.height(), view->viewport()->height() * 0.9);
     view->scale(10, 10);
     const int scrolled = view->verticalScrollBar()->value();
-    QWheelEvent wheel({5, 5}, view->mapToGlobal({5, 5}), {}, {0, 120}, Qt::NoButton, Qt::NoModifier,
-                      Qt::NoScrollPhase, false);
+    QWheelEvent wheel({5, 5}, view->mapToGlobal(QPoint(5, 5)), {}, {0, 120}, Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
     QApplication::sendEvent(view->viewport(), &wheel);
     EXPECT_EQ(view->verticalScrollBar()->value(), scrolled);
 

@@ -128,7 +128,8 @@ protected:
     }
     void openRowMenu(int index) {
         const QPoint place = list()->visualItemRect(row(index)).center();
-        QContextMenuEvent event(QContextMenuEvent::Mouse, place);
+        QContextMenuEvent event(QContextMenuEvent::Mouse, place,
+                                list()->viewport()->mapToGlobal(place));
         QApplication::sendEvent(list()->viewport(), &event);
     }
     QMimeData* dataOf(const QModelIndexList& rows) { return list()->model()->mimeData(rows); }

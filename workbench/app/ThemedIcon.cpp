@@ -1,7 +1,8 @@
 #include "ThemedIcon.h"
 
+#include "QtSeriesIcon.h"
+
 #include <QApplication>
-#include <QIconEngine>
 #include <QImage>
 #include <QPainter>
 #include <QPalette>
@@ -30,9 +31,9 @@ QPixmap lightened(const QPixmap& picture) {
     return QPixmap::fromImage(image);
 }
 
-class ThemedEngine : public QIconEngine {
+class ThemedEngine : public QtSeries::IconProxy {
 public:
-    explicit ThemedEngine(const QIcon& icon) : m_icon(icon) {}
+    using IconProxy::IconProxy;
 
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode,
                QIcon::State state) override {
@@ -41,32 +42,16 @@ public:
     }
     QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
         if (QApplication::palette().color(QPalette::Window).lightness() >= Middle) {
-            return m_icon.pixmap(size, mode, state);
+            return picture(size, mode, state);
         }
-        const QPixmap picture = lightened(m_icon.pixmap(size, QIcon::Normal, state));
+        const QPixmap light = lightened(picture(size, QIcon::Normal, state));
         QStyleOption option;
         option.palette = QApplication::palette();
         return mode == QIcon::Normal
-                   ? picture
-                   : QApplication::style()->generatedIconPixmap(mode, picture, &option);
-    }
-    QSize actualSize(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
-        return m_icon.actualSize(size, mode, state);
-    }
-    QList<QSize> availableSizes(QIcon::Mode mode, QIcon::State state) const override {
-        return m_icon.availableSizes(mode, state);
-    }
-    void virtual_hook(int id, void* data) override {
-        if (id == QIconEngine::IsNullHook) {
-            *static_cast<bool*>(data) = m_icon.isNull();
-        } else {
-            QIconEngine::virtual_hook(id, data);
-        }
+                   ? light
+                   : QApplication::style()->generatedIconPixmap(mode, light, &option);
     }
     QIconEngine* clone() const override { return new ThemedEngine(*this); }
-
-private:
-    QIcon m_icon;
 };
 
 }  // namespace

@@ -13,7 +13,6 @@
 #include <QFile>
 #include <QHash>
 #include <QIcon>
-#include <QLibraryInfo>
 #include <QLocale>
 #include <QMessageBox>
 #include <QTimer>
@@ -68,12 +67,8 @@ void installTranslations(QTranslator* own, QTranslator* ofQt) {
         return;
     }
     QCoreApplication::installTranslator(own);
-#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
-    const QString folder = QLibraryInfo::path(QLibraryInfo::TranslationsPath);
-#else
-    const QString folder = QLibraryInfo::location(QLibraryInfo::TranslationsPath);
-#endif
-    if (ofQt->load(QLocale(), QStringLiteral("qtbase"), QStringLiteral("_"), folder)) {
+    if (ofQt->load(QLocale(), QStringLiteral("qtbase"), QStringLiteral("_"),
+                   QtSeries::translationFolder())) {
         QCoreApplication::installTranslator(ofQt);
     }
 }

@@ -233,8 +233,8 @@ bool AscElements::mapWaveform(bool isVoltage, const QString& text, ImportedEleme
     }
     QStringList arguments = wave.arguments;
     const auto hasNone = [&arguments](int from) {
-        return std::all_of(arguments.begin() + std::min(from, arguments.size()), arguments.end(),
-                           isNone);
+        return std::all_of(arguments.begin() + std::min<int>(from, arguments.size()),
+                           arguments.end(), isNone);
     };
     if (wave.function.startsWith(QLatin1String("SIN"))) {
         const QString phase = arguments.value(5);

@@ -201,7 +201,7 @@ private:
 /// Every other byte of Latin letters in UTF-16 is null.
 bool hasNulls(const QByteArray& bytes, int first) {
     int nulls = 0;
-    const int length = std::min(bytes.size(), 200);
+    const int length = std::min<int>(bytes.size(), 200);
     for (int i = first; i < length; i += 2) {
         nulls += bytes.at(i) == '\0' ? 1 : 0;
     }

@@ -100,9 +100,10 @@ QSize place(QVector<TerminalData>* pins, const QString& name) {
     const int left = (pins->size() + 1) / 2;
     int longest[2] = {0, 0};
     for (int i = 0; i < pins->size(); ++i) {
-        longest[i < left ? 0 : 1] = std::max(longest[i < left ? 0 : 1], pins->at(i).name.size());
+        longest[i < left ? 0 : 1] =
+            std::max<int>(longest[i < left ? 0 : 1], pins->at(i).name.size());
     }
-    const int letters = std::max(longest[0] + longest[1] + 2, name.size());
+    const int letters = std::max<int>(longest[0] + longest[1] + 2, name.size());
     const int halfWidth =
         (static_cast<int>(letters * StrokeText::Advance) / 2 + LeadLength) / Grid * Grid + 2 * Grid;
     const QSize half(halfWidth, (left - 1) * PinDistance / 2 / Grid * Grid + Head);

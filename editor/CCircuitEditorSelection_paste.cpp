@@ -16,6 +16,7 @@
 #include "IEditableProperties.h"
 #include "IQObjectLoadSave.h"
 #include "IXmlUtils.h"
+#include "QtSeriesXml.h"
 #include "RecordFields.h"
 #include "TextStyles.h"
 #include "XmlText.h"
@@ -97,7 +98,7 @@ QDomDocument readDocument(const QString& text) {
         text.contains(QLatin1String("<CircuitElement")) || text.contains(QLatin1String("<TextBox"));
     const QString allowed = isForUs ? xmlText(text) : QString();
     if (!isTooDeep(allowed)) {
-        document.setContent(allowed);
+        QtSeries::readXml(&document, allowed);
     }
     return document;
 }

@@ -4,6 +4,7 @@
 #include "CCircuitEditorData.h"
 #include "CircuitFileText.h"
 #include "QtSeries.h"
+#include "QtSeriesXml.h"
 
 #include <QFile>
 #include <QTextStream>
@@ -95,7 +96,7 @@ void CCircuitEditor::load(QString fileName) {
         return;
     }
     QDomDocument document;
-    if (!document.setContent(QString::fromUtf8(records.text())) ||
+    if (!QtSeries::readXml(&document, QString::fromUtf8(records.text())) ||
         document.documentElement().isNull()) {
         return;
     }

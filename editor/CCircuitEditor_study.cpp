@@ -10,6 +10,7 @@
 #include "ICircuitElementDesc.h"
 #include "ICircuitNode.h"
 #include "ISubCircuitElementDesc.h"
+#include "QtSeriesXml.h"
 #include "RecordFields.h"
 
 #include <Plexa/DomAccess.h>
@@ -38,7 +39,7 @@ QDomDocument storedProject(ICircuit* circuit, IXmlUtils* xmlUtils) {
             .element();
     QByteArray packed;
     xmlUtils->loadBinaryData(file, packed);
-    if (packed.isEmpty() || !project.setContent(qUncompress(packed))) {
+    if (packed.isEmpty() || !QtSeries::readXml(&project, qUncompress(packed))) {
         project.clear();
     }
     return project;

@@ -6,6 +6,7 @@
 #include "CircuitGeometry.h"
 #include "ICircuitElement.h"
 #include "ICircuitElementDesc.h"
+#include "QtSeriesXml.h"
 
 #include <QDomDocument>
 
@@ -41,7 +42,7 @@ void CElementExistenceCmd::recreateElement() {
     QDomDocument document;
     // Of a snapshot that can't be read nothing counts: a half of it would be no state that ever
     // was.
-    const bool isReadable = document.setContent(m_snapshot);
+    const bool isReadable = QtSeries::readXml(&document, m_snapshot);
     const QDomElement root = isReadable ? document.documentElement() : QDomElement();
     if (CCircuitEditorCmds::QObjectLoadSave && isReadable) {
         CCircuitEditorCmds::QObjectLoadSave->load(object, document, root);

@@ -322,7 +322,11 @@ void COutputVariablesWidget::slotPropertyValueChanged(QObject* object, QString) 
 }
 
 void COutputVariablesWidget::on_variableNameEditingDone() {
-    const QPointer<QLineEdit> editor(d->delegate->takeLineEdit());
+    QPointer<QLineEdit> editor(d->delegate->takeLineEdit());
+    // Hidden by the list, which drops the editors of rows that go.
+    if (editor && editor->isHidden()) {
+        editor = nullptr;
+    }
     if (editor) {
         emit d->delegate->commitData(editor);
     }

@@ -16,6 +16,7 @@
 #include "ICircuitStringGlobalVariableSupport.h"
 #include "ICircuitTitle.h"
 #include "IEditableProperties.h"
+#include "QtSeriesXml.h"
 
 #include <QDomDocument>
 #include <QMap>
@@ -121,7 +122,7 @@ void CompleteHistory::removeBoxes(const Entry& entry, bool isAfter) {
 
 void CompleteHistory::loadProperties(QObject* object, const QByteArray& properties) {
     QDomDocument document;
-    if (d->qobjectLoadSave && document.setContent(properties)) {
+    if (d->qobjectLoadSave && QtSeries::readXml(&document, properties)) {
         d->qobjectLoadSave->load(object, document, document.documentElement());
     }
 }

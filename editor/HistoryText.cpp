@@ -1,6 +1,7 @@
 // What a step is called, by what it has changed.
 
 #include "HistoryRecords.h"
+#include "QtSeriesXml.h"
 
 #include <QDomDocument>
 #include <QMap>
@@ -34,7 +35,7 @@ QString about(const char* verb, const QVector<const Change<ElementState>*>& elem
 QMap<QString, QString> valuesOf(const QByteArray& properties) {
     QMap<QString, QString> values;
     QDomDocument document;
-    document.setContent(properties);
+    QtSeries::readXml(&document, properties);
     for (QDomElement record = document.documentElement().firstChildElement(); !record.isNull();
          record = record.nextSiblingElement()) {
         values.insert(record.attribute(QStringLiteral("Name")),

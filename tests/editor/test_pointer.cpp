@@ -42,6 +42,7 @@ protected:
 
     void wheel(int delta, int sideways = 0) {
         const QPointF place(at({0, 0}));
+        QCursor::setPos(editor->viewport()->mapToGlobal(place.toPoint()));
         QWheelEvent event(place, editor->viewport()->mapToGlobal(place.toPoint()), QPoint(),
                           QPoint(sideways, delta), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,
                           false);

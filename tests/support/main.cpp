@@ -5,6 +5,9 @@
 #include <QApplication>
 #include <QFile>
 #include <QTemporaryDir>
+#include <QThreadPool>
+
+#include <pthread.h>
 
 int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);
@@ -14,6 +17,8 @@ int main(int argc, char** argv) {
         qputenv(folder, QFile::encodeName(home.filePath(QLatin1String(folder))));
     }
     QApplication application(argc, argv);
+    // Threads that wait to paint are not in a child, which would wait for them without end.
+    pthread_atfork([] { QThreadPool::globalInstance()->waitForDone(); }, nullptr, nullptr);
     QApplication::setApplicationName(QStringLiteral("vortel-workbench-tests"));
     QApplication::setQuitOnLastWindowClosed(false);
     installWarningGuard();

@@ -30,7 +30,8 @@ QuitOnSignal::QuitOnSignal(QObject* parent) : QObject(parent) {
     m_notifier = new QSocketNotifier(m_pipe[0], QSocketNotifier::Read, this);
     connect(m_notifier, &QSocketNotifier::activated, this, [this] {
         m_notifier->setEnabled(false);
-        QCoreApplication::quit();
+        // Not quit(), which may close the windows first: they would ask what to do with changes.
+        QCoreApplication::exit(0);
     });
     for (const int signal : Signals) {
         std::signal(signal, passOn);

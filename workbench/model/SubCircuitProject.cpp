@@ -1,6 +1,7 @@
 #include "SubCircuitProject.h"
 
 #include "ProjectFile.h"
+#include "QtSeriesXml.h"
 #include "XmlUtils.h"
 
 #include <QFile>
@@ -47,7 +48,7 @@ QDomDocument parse(const QByteArray& bytes, QString* problem) {
     if (!isSound(bytes, problem)) {
         return {};
     }
-    if (!document.setContent(bytes, &reason, &line)) {
+    if (!QtSeries::readXml(&document, bytes, &reason, &line)) {
         *problem = QStringLiteral("it is no XML: %1 in line %2").arg(reason).arg(line);
         return {};
     }

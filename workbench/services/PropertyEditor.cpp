@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMetaProperty>
+#include <QScopedValueRollback>
 #include <QSpinBox>
 #include <QStyledItemDelegate>
 #include <QTimer>
@@ -217,6 +218,7 @@ void PropertyEditor::commit(const PropertyRow& row, const QVariant& value) {
         return;
     }
     const QVariant oldValue = row.value(object);
+    const QScopedValueRollback<bool> committing(m_isCommitting, true);
     row.setValue(object, value);
     if (!object) {
         return;
@@ -290,6 +292,11 @@ void PropertyEditor::refresh() {
 }
 
 void PropertyEditor::rebuild() {
+    if (m_isCommitting) {
+        // The view hasn't done with the field that commits.
+        QMetaObject::invokeMethod(this, &PropertyEditor::rebuild, Qt::QueuedConnection);
+        return;
+    }
     m_items.clear();
     m_tree->clear();
     m_rows = propertyRowsOf(m_object);

@@ -71,4 +71,5 @@ private:
     QTreeWidget* m_tree = nullptr;
     bool m_readOnly = false;
     bool m_refreshScheduled = false;
+    bool m_isCommitting = false;
 };

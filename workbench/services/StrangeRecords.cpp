@@ -1,5 +1,7 @@
 #include "StrangeRecords.h"
 
+#include "QtSeriesXml.h"
+
 #include <QDomDocument>
 #include <QObject>
 #include <QStringList>
@@ -80,7 +82,7 @@ void StrangeRecords::remember(QObject* object, const QDomElement& record, IsKnow
 void StrangeRecords::write(QObject* object, QDomElement record) {
     const QVariant text = object->property(Kept);
     QDomDocument document;
-    if (!text.isValid() || !document.setContent(text.toString())) {
+    if (!text.isValid() || !QtSeries::readXml(&document, text.toString())) {
         return;
     }
     const QDomElement kept = document.documentElement();

@@ -1,5 +1,7 @@
 #include "XmlFile.h"
 
+#include "QtSeriesXml.h"
+
 #include <QBuffer>
 #include <QFile>
 #include <QFileInfo>
@@ -165,7 +167,7 @@ std::optional<QDomDocument> parseXmlFile(const QString& text, const XmlKind& kin
     QDomDocument document;
     QString error;
     int line = 0;
-    if (!document.setContent(text, &error, &line)) {
+    if (!QtSeries::readXml(&document, text, &error, &line)) {
         *reason = QStringLiteral("is not well-formed XML: %1 in line %2").arg(error).arg(line);
         return {};
     }

@@ -3,8 +3,7 @@
 #include "CCircuitEditor.h"
 #include "ICircuit.h"
 #include "ICircuitGlobalVariableModifiedSignalSupport.h"
-
-#include <QFontMetrics>
+#include "QtSeriesText.h"
 
 namespace {
 
@@ -52,7 +51,7 @@ void CCircuitEditorGlobaParamTextBox::setText(const QString& text) {
 }
 
 void CCircuitEditorGlobaParamTextBox::fitToText(int padding) {
-    const QSizeF size = QFontMetrics(QGraphicsTextItem::font()).boundingRect(text()).size();
+    const QSizeF size = QtSeries::textSize(QGraphicsTextItem::font(), text());
     setRect(QRectF(pos(), QSizeF(size.width() + padding, size.height())));
 }
 

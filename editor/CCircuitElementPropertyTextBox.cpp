@@ -9,9 +9,9 @@
 #include "ICircuitElement.h"
 #include "PropertyLookup.h"
 #include "QtSeries.h"
+#include "QtSeriesText.h"
 #include "TextBoxColors.h"
 
-#include <QFontMetrics>
 #include <QMetaProperty>
 #include <QPainter>
 #include <QStyleOptionGraphicsItem>
@@ -77,7 +77,7 @@ void CCircuitElementPropertyTextBox::resizedByHand() {
 }
 
 QSizeF CCircuitElementPropertyTextBox::textSize() const {
-    return QFontMetrics(d->font).boundingRect(d->propertyText).size();
+    return QtSeries::textSize(d->font, d->propertyText);
 }
 
 CCircuitElementPropertyTextBox::CCircuitElementPropertyTextBox(CCircuitEditor* editor)
@@ -89,7 +89,7 @@ CCircuitElementPropertyTextBox::CCircuitElementPropertyTextBox(CCircuitEditor* e
     if (d->font.pointSize() != 0) {
         d->fontPointSize = d->font.pointSize();
     }
-    d->font.setPixelSize(QFontMetrics(d->font).height());
+    d->font.setPixelSize(QtSeries::fontHeight(d->font));
     setToolTip(QStringLiteral("Double click here to set the circuit-element/property"));
 }
 
@@ -113,7 +113,7 @@ void CCircuitElementPropertyTextBox::setFont(const QFont& font) {
     if (d->font.pointSize() != 0) {
         d->fontPointSize = d->font.pointSize();
     }
-    d->font.setPixelSize(QFontMetrics(d->font).height());
+    d->font.setPixelSize(QtSeries::fontHeight(d->font));
     touchHistory();
     update();
 }

@@ -1,6 +1,7 @@
 #include "TextBoxText.h"
 
 #include "QtSeries.h"
+#include "QtSeriesText.h"
 
 #include <QBitArray>
 #include <QFont>
@@ -44,6 +45,7 @@ public:
         m_document->setUndoRedoEnabled(false);
         m_cursor = QTextCursor(m_document);
         m_cursor.beginEditBlock();
+        m_cursor.setBlockFormat(QtSeries::paragraphFormat(font));
     }
     ~Writer() {
         m_cursor.endEditBlock();

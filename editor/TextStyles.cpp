@@ -1,9 +1,9 @@
 #include "TextStyles.h"
 
 #include "CCircuitElementPropertyTextBox.h"
+#include "QtSeriesText.h"
 
 #include <QFontInfo>
-#include <QFontMetrics>
 
 namespace TextStyles {
 
@@ -37,7 +37,7 @@ void store(QDomElement& record, const CCircuitElementPropertyTextBox& box) {
     // The height that the font has at its usual size.
     QFont usual = box.font();
     usual.setPixelSize(UsualSize);
-    storeSize(record, box.font(), QFontMetrics(usual).height());
+    storeSize(record, box.font(), QtSeries::fontHeight(usual));
     const QColor ground = box.backgroundColor();
     if (ground.isValid() && ground.alpha() > 0) {
         record.setAttribute(FillAttribute, ground.name(QColor::HexArgb));

@@ -5,6 +5,7 @@
 #include "CTextEditorDialog.h"
 #include "ColorAction.h"
 #include "HistoryStep.h"
+#include "QtSeriesText.h"
 #include "TextBoxColors.h"
 #include "TextBoxText.h"
 
@@ -16,6 +17,7 @@
 #include <QPainter>
 #include <QPointer>
 #include <QStyleOptionGraphicsItem>
+#include <QTextCursor>
 #include <QTextDocument>
 
 namespace {
@@ -200,6 +202,11 @@ void CCircuitEditorTextBox::editText() {
             const QVector<TextRun> newRuns = runs();
             TextBoxText::fill(document(), text(), d->font);
             TextRuns::apply(newRuns, document());
+        } else {
+            // Not before: while it is edited, paragraphs with a format of their own join otherwise.
+            QTextCursor all(document());
+            all.select(QTextCursor::Document);
+            all.mergeBlockFormat(QtSeries::paragraphFormat(d->font));
         }
         QGraphicsTextItem::setFont(d->font);
         setTextWidth(localRect().width());

@@ -45,7 +45,6 @@ public:
         m_document->setUndoRedoEnabled(false);
         m_cursor = QTextCursor(m_document);
         m_cursor.beginEditBlock();
-        m_cursor.setBlockFormat(QtSeries::paragraphFormat(font));
     }
     ~Writer() {
         m_cursor.endEditBlock();
@@ -54,6 +53,10 @@ public:
     Writer(const Writer&) = delete;
     Writer& operator=(const Writer&) = delete;
 
+    /// Of all that is written from here on.
+    void spaceLines(const QFont& font) {
+        m_cursor.mergeBlockFormat(QtSeries::paragraphFormat(font));
+    }
     void writeText(const QString& text) { m_cursor.insertText(text, m_normal); }
     void writeBreak() { m_cursor.insertBlock(); }
     /// The symbol is one character, or none where the text ends too early.
@@ -179,6 +182,7 @@ void TextBoxText::adaptWrapping(QTextDocument* document, const QString& text) {
 
 void TextBoxText::fill(QTextDocument* document, const QString& encoded, const QFont& font) {
     Writer writer(document, encoded, font);
+    writer.spaceLines(font);
     for (int i = 0; i < encoded.size();) {
         const int found = encoded.indexOf(Opening, i);
         if (found > i && QStringView(encoded).mid(found - 1).startsWith(LostSymbol)) {

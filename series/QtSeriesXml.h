@@ -17,7 +17,8 @@ inline QString withoutForbidden(const QString& xml) {
     const auto append = [&](const QStringView& piece) {
         for (const uint code : piece.toUcs4()) {
             if (isAllowed(code)) {
-                result += QString::fromUcs4(reinterpret_cast<const char32_t*>(&code), 1);
+                const char32_t letter = code;
+                result += QString::fromUcs4(&letter, 1);
             }
         }
     };

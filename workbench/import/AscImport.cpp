@@ -151,9 +151,8 @@ private:
         m_drawing.elements.append({element.type, element.name, element.name, element.model,
                                    element.parameters, place.position, place.rotation, place.flip});
         for (int i = 0; i < pins.size(); ++i) {
-            m_nets->add(device.pins.at(i).place,
-                        {m_drawing.elements.size() - 1, element.terminals.at(i),
-                         place.terminals.at(i), place.stubs.at(i)});
+            m_nets->add(device.pins.at(i).place, {m_drawing.lastElement(), element.terminals.at(i),
+                                                  place.terminals.at(i), place.stubs.at(i)});
         }
     }
 
@@ -190,9 +189,8 @@ private:
         }
         for (int i = 0; i < pins.size(); ++i) {
             const QPoint place = middle + box.terminals.at(i).place;
-            m_nets->add(device.pins.at(i).place,
-                        {m_drawing.elements.size() - 1, box.terminals.at(i).name, place,
-                         stubOf(place, QPoint(1, 0), pins.at(i))});
+            m_nets->add(device.pins.at(i).place, {m_drawing.lastElement(), box.terminals.at(i).name,
+                                                  place, stubOf(place, QPoint(1, 0), pins.at(i))});
         }
     }
 
@@ -239,7 +237,7 @@ private:
                                        place - turned(terminal.position, rotation, 0),
                                        rotation,
                                        0});
-            m_nets->add(flag.place, {m_drawing.elements.size() - 1, terminal.name, place, {}});
+            m_nets->add(flag.place, {m_drawing.lastElement(), terminal.name, place, {}});
             m_nets->name(flag);
         }
     }

@@ -96,7 +96,7 @@ void writeText(QDomElement& part, const ImportedDrawing::Text& text) {
     int width = 0;
     const QStringList lines = content.split(QLatin1Char('\n'));
     for (const QString& line : lines) {
-        width = std::max(width, line.size());
+        width = std::max<int>(width, line.size());
     }
     QDomElement record = append(part, "TextBox");
     setPlace(record, text.place - QPoint(0, LineHeight / 2));

@@ -47,6 +47,9 @@ struct ImportedDrawing {
     QVector<Text> texts;
     SimulationSetup setup;
 
+    /// The place in the list of the element that was added last.
+    int lastElement() const { return static_cast<int>(elements.size()) - 1; }
+
     /// Adds the parts of the circuit and of the simulation.
     void write(ProjectFile* project) const;
 };

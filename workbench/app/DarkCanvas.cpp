@@ -4,6 +4,8 @@
 
 #include <QAction>
 #include <QGuiApplication>
+#include <QImage>
+#include <QPaintEngine>
 #include <QPainter>
 #include <QPalette>
 #include <QWidget>
@@ -33,16 +35,14 @@ QRgb DarkCanvas::darkened(QRgb color) {
     return qRgb(part(qRed(color)), part(qGreen(color)), part(qBlue(color)));
 }
 
-void DarkCanvas::draw(QPainter* painter) {
-    QPoint offset;
-    const QPixmap shown = sourcePixmap(Qt::DeviceCoordinates, &offset, QGraphicsEffect::NoPad);
-    QImage image = shown.toImage().convertToFormat(QImage::Format_RGB32);
+void DarkCanvas::darken(QImage* image, const QRect& part) {
+    const QRect area = part & image->rect();
     // Most neighbours are of one colour.
     QRgb last = qRgb(Lightest, Lightest, Lightest);
     QRgb lastDark = darkened(last);
-    for (int y = 0; y < image.height(); ++y) {
-        auto* pixels = reinterpret_cast<QRgb*>(image.scanLine(y));
-        for (int x = 0; x < image.width(); ++x) {
+    for (int y = area.top(); y <= area.bottom(); ++y) {
+        auto* pixels = reinterpret_cast<QRgb*>(image->scanLine(y));
+        for (int x = area.left(); x <= area.right(); ++x) {
             if (pixels[x] != last) {
                 last = pixels[x];
                 lastDark = darkened(last);
@@ -50,6 +50,32 @@ void DarkCanvas::draw(QPainter* painter) {
             pixels[x] = lastDark;
         }
     }
+}
+
+bool DarkCanvas::drawInPlace(QPainter* painter) {
+    QPaintDevice* device = painter->device();
+    const QRegion parts = painter->paintEngine()->systemClip();
+    auto* image = device->devType() == QInternal::Image ? static_cast<QImage*>(device) : nullptr;
+    const bool isTaken = image && (image->format() == QImage::Format_RGB32 ||
+                                   image->format() == QImage::Format_ARGB32_Premultiplied);
+    if (!isTaken || parts.isEmpty()) {
+        return false;
+    }
+    drawSource(painter);
+    for (const QRect& part : parts) {
+        darken(image, part);
+    }
+    return true;
+}
+
+void DarkCanvas::draw(QPainter* painter) {
+    if (drawInPlace(painter)) {
+        return;
+    }
+    QPoint offset;
+    const QPixmap shown = sourcePixmap(Qt::DeviceCoordinates, &offset, QGraphicsEffect::NoPad);
+    QImage image = shown.toImage().convertToFormat(QImage::Format_RGB32);
+    darken(&image, image.rect());
     const QTransform before = painter->worldTransform();
     painter->setWorldTransform(QTransform());
     painter->drawImage(offset, image);

@@ -3,6 +3,7 @@
 #include <QGraphicsEffect>
 
 class QAction;
+class QImage;
 class QWidget;
 
 /// Shows a canvas, which is ink on white paper, as light ink on a dark ground: each colour keeps
@@ -24,4 +25,9 @@ protected:
 
 private:
     using QGraphicsEffect::QGraphicsEffect;
+
+    static void darken(QImage* image, const QRect& part);
+    /// Draws and darkens no more than what is asked for. False if the device doesn't let it: what
+    /// is drawn for the effect is always the whole canvas.
+    bool drawInPlace(QPainter* painter);
 };

@@ -324,7 +324,12 @@ TEST_F(WindowTools, HelpTellsEveryKeyAndOpensCopiesOfExamples) {
     trigger("keys");
     EXPECT_TRUE(in<QTextBrowser>("keysWindow")->toPlainText().contains("Ctrl+Shift+S"));
     trigger("userGuide");
-    EXPECT_TRUE(in<QTextBrowser>("guideWindow")->toPlainText().contains("How to draw a circuit"));
+    auto* guide = in<QTextBrowser>("guideWindow");
+    EXPECT_TRUE(guide->toPlainText().contains("How to draw a circuit"));
+    emit guide->anchorClicked(QUrl("../workbench/library/README.md"));
+    EXPECT_TRUE(
+        guide->parent()->findChild<QDialog*>()->findChild<QTextBrowser*>()->toPlainText().contains(
+            "Element library"));
     DialogDriver dialogs;
     dialogs.accept();
     trigger("about");

@@ -26,7 +26,7 @@ public:
     using QTextBrowser::QTextBrowser;
 
     QVariant loadResource(int type, const QUrl& name) override {
-        const QVariant resource = QTextBrowser::loadResource(type, name);
+        QVariant resource = QTextBrowser::loadResource(type, name);
         if (type != QTextDocument::ImageResource) {
             return resource;
         }

@@ -48,7 +48,7 @@ std::optional<ImportedDrawing> AscBlocks::read(const QString& fileName) {
         return *known;
     }
     QStringList remarks;
-    const auto drawing = m_reader(fileName, &remarks);
+    auto drawing = m_reader(fileName, &remarks);
     for (const QString& remark : qAsConst(remarks)) {
         m_remarks->append(QFileInfo(fileName).fileName() + QLatin1String(": ") + remark);
     }

@@ -170,6 +170,9 @@ std::unique_ptr<ValueItems> operatingPointItems(const Workbench& workbench, QStr
     SimulationPart* part = workbench.simulation();
     auto* items = qobject_cast<ICircuitEditorExt*>(workbench.editorWidget());
     Simulator simulator;
+    // Nobody could end one that finds no operating point.
+    constexpr int MostSeconds = 10;
+    simulator.setTimeLimit(MostSeconds);
     if (!simulator.runToEnd(part->circuit(), part->models(), operatingPointSetup(), reason)) {
         return nullptr;
     }

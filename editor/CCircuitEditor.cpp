@@ -127,7 +127,8 @@ void CCircuitEditor::setCrosshairColorRGB(int red, int green, int blue) {
 }
 
 void CCircuitEditor::setEditorSize(int size) {
-    const QRectF area(-(size / 2), -(size / 2), size, size);
+    const int corner = -(size / 2);
+    const QRectF area(corner, corner, size, size);
     d->scene->setSceneRect(area);
     setSceneRect(area);
 }

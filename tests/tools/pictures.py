@@ -8,7 +8,8 @@ import sys
 import tempfile
 
 TOLERANCE = 1.0
-NUMBER = re.compile(r"(?<![#\w])-?\d+(?:\.\d+)?(?:e-?\d+)?")
+# Not the digits of a colour.
+NUMBER = re.compile(r"(?<![#0-9a-f])-?\d+(?:\.\d+)?(?:e-?\d+)?")
 
 
 def drawn(program, file, folder):

@@ -44,7 +44,7 @@ QPointF anchorOf(const CCircuitEditorElementItem* item) {
 }  // namespace
 
 QTransform ConnectedMove::turn(const QPointF& center, bool isMirror) {
-    const QTransform way = QTransform::fromTranslate(-center.x(), -center.y()) * wayOf(isMirror) *
+    QTransform way = QTransform::fromTranslate(-center.x(), -center.y()) * wayOf(isMirror) *
                            QTransform::fromTranslate(center.x(), center.y());
     // Listeners may take any of them away.
     const auto members = m_members;

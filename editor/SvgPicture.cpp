@@ -377,12 +377,11 @@ int SvgPicture::metric(PaintDeviceMetric metric) const {
         case PdmDepth:
             return 32;
         case PdmNumColors:
-            return -1;
         case PdmWidth:
         case PdmHeight:
         case PdmWidthMM:
         case PdmHeightMM:
-            return -1;  // it has no size
+            return -1;  // it has neither a palette nor a size
         case PdmDevicePixelRatio:
             return 1;
         case PdmDevicePixelRatioScaled:

@@ -45,7 +45,7 @@ QPointF anchorOf(const CCircuitEditorElementItem* item) {
 
 QTransform ConnectedMove::turn(const QPointF& center, bool isMirror) {
     QTransform way = QTransform::fromTranslate(-center.x(), -center.y()) * wayOf(isMirror) *
-                           QTransform::fromTranslate(center.x(), center.y());
+                     QTransform::fromTranslate(center.x(), center.y());
     // Listeners may take any of them away.
     const auto members = m_members;
     for (const Member& member : members) {

@@ -50,7 +50,7 @@ void Clipboard::addData(ClipboardData data) {
     }
     data.icon = keptIcon(data.icon);
     QList<ClipboardData>& entries = m_entries[m_active];
-    entries.prepend(std::move(data));
+    entries.prepend(data);
     while (entries.size() > MostEntries) {
         entries.removeLast();
     }

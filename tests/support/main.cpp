@@ -22,8 +22,5 @@ int main(int argc, char** argv) {
     QApplication::setApplicationName(QStringLiteral("vortel-workbench-tests"));
     QApplication::setQuitOnLastWindowClosed(false);
     installWarningGuard();
-    const int status = RUN_ALL_TESTS();
-    // The search for leaks at the very end stumbles over threads that are just going.
-    QThreadPool::globalInstance()->waitForDone();
-    return status;
+    return RUN_ALL_TESTS();
 }

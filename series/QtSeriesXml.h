@@ -68,8 +68,12 @@ inline bool readXml(QDomDocument* document, const QString& text, QString* reason
 /// The same for bytes in the encoding that they name, by default UTF-8.
 inline bool readXml(QDomDocument* document, const QByteArray& bytes, QString* reason = nullptr,
                     int* line = nullptr) {
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+    return document->setContent(bytes, reason, line);
+#else
     return document->setContent(bytes, reason, line) ||
            readXml(document, QString::fromUtf8(bytes), reason, line);
+#endif
 }
 
 }  // namespace QtSeries
